@@ -1,0 +1,22 @@
+// Display maps: what character of the Windows-1252 set stands for each byte of the file, in the three
+// character codes. A map is a table of 256 bytes that lives as long as the program.
+#pragma once
+
+#include <cstdint>
+
+#include "engine/view_records.h"
+
+// The byte that begins a page, and the marks of the bytes that have no picture.
+inline constexpr std::uint8_t kPageCharacter = 12;
+inline constexpr std::uint8_t kControlMark = 183;
+inline constexpr std::uint8_t kTabMark = 164;
+inline constexpr std::uint8_t kPageMark = 240;
+
+// The map that the option word selects: VO_EBCDIC, else VO_ASCII (the system's OEM code page), else ANSI.
+// With VO_KEEPFF the page character stays itself in the ANSI and ASCII maps. The same table is given out at
+// every call; the entry of the page character is set anew each time.
+[[nodiscard]] const std::uint8_t* GetCharMap(ViewOptions options);
+
+// EBCDIC code of each character, 0 for a character that has none. For a character that several codes share,
+// the highest of them.
+[[nodiscard]] const std::uint8_t* GetEbcdicInverse();

@@ -1,0 +1,63 @@
+#include "engine/error_page.h"
+
+#include <cinttypes>
+#include <cstdarg>
+#include <cstdio>
+
+namespace {
+
+// Behind the file's first byte, so that going to position 0 leaves the page and loads the file anew.
+constexpr FilePos kPagePosition = 1;
+
+constexpr char kRule[] = "*****************************************";
+
+}  // namespace
+
+ViewStatus AddErrorLine(LineArray& lines, TextBuffer& text, const char* format, ...) {
+  if (lines.Aline == nullptr || lines.Acur < 0 || lines.Acur >= lines.Acnt) return VS_FAILED;
+  if (text.Tbuf == nullptr || text.Tend < 0 || text.Tend >= text.Tlen) return VS_FAILED;
+
+  // The terminator needs a place of its own, so that text is left for a further line, if only an empty one.
+  const std::int32_t room = text.Tlen - text.Tend;
+  std::va_list values;
+  va_start(values, format);
+  const int wanted = std::vsnprintf(text.Tbuf + text.Tend, static_cast<std::size_t>(room), format, values);
+  va_end(values);
+  const std::int32_t length = std::clamp(wanted, 0, room - 1);
+
+  lines.Aline[lines.Acur] = {kPagePosition, text.Tend, length, 0, 0};
+  text.Tend += length;
+  lines.Afirst = std::min(lines.Afirst, lines.Acur);
+  ++lines.Acur;
+  lines.Alast = std::max(lines.Alast, lines.Acur);
+  return 0;
+}
+
+ViewStatus ShowErrorPage(ViewStatus status, const ViewFile& file, LineArray& lines, TextBuffer& text) {
+  const LineArray oldLines = lines;
+  const TextBuffer oldText = text;
+  text.Tend = 0;
+  lines.Acur = lines.Afirst = lines.Alast = 0;
+  if (lines.Aline == nullptr || lines.Acnt < 1) return 0;
+
+  --lines.Acnt;  // the last entry is the sentinel's: what a short array cannot hold is left out
+  AddErrorLine(lines, text, "%s", kRule);
+  AddErrorLine(lines, text, "* PROGRAM ERROR OCCURRED");
+  AddErrorLine(lines, text, "* Please note the following information:");
+  AddErrorLine(lines, text, "* Status=%X", unsigned{status});
+  AddErrorLine(lines, text, "* Acnt=%d, Afirst=%d, Alast=%d, Acur=%d", oldLines.Acnt, oldLines.Afirst,
+               oldLines.Alast, oldLines.Acur);
+  AddErrorLine(lines, text, "* Fcur=%" PRIdPTR ", Flen=%" PRIdPTR, file.Fcur, file.Flen);
+  AddErrorLine(lines, text, "* Tlen=%" PRId32 ", Tend=%" PRId32, oldText.Tlen, oldText.Tend);
+  AddErrorLine(lines, text, "* Press [Home] to get back to Quorl");
+  AddErrorLine(lines, text, "%s", kRule);
+  AddErrorLine(lines, text, " ");
+  ++lines.Acnt;
+
+  lines.Aline[lines.Acur] = SentinelAt(file.Flen);
+  for (std::int16_t i = 0; i <= lines.Alast; ++i) {
+    lines.Aline[i].Lflags = LF_MESSAGE;
+  }
+  lines.Acur = 0;
+  return 0;
+}

@@ -1,0 +1,411 @@
+#include "engine/text_format.h"
+
+#include <array>
+#include <cassert>
+#include <cstring>
+#include <limits>
+
+#include "engine/char_map.h"
+
+std::int32_t TextTabLength = 8;
+
+namespace {
+
+constexpr std::uint8_t kTab = 9;
+constexpr std::uint8_t kEndOfFileMark = 26;
+
+// Rows of a long line start anew about this often.
+constexpr std::int32_t kLongLineStretch = 16384;
+
+enum class ByteClass : std::uint8_t { plain, tab, lineBreak };
+
+constexpr std::array<ByteClass, 256> MakeClasses(bool expandTabs) {
+  std::array<ByteClass, 256> classes{};
+  if (expandTabs) classes[kTab] = ByteClass::tab;
+  classes[10] = classes[13] = ByteClass::lineBreak;
+  return classes;
+}
+constexpr std::array<ByteClass, 256> kClasses = MakeClasses(false);
+constexpr std::array<ByteClass, 256> kClassesWithTabs = MakeClasses(true);
+
+// The largest multiple of `step` that is at most `value`, which is 0 or more.
+constexpr FilePos RoundDown(FilePos value, FilePos step) {
+  return value - value % step;
+}
+
+// One call of FormatText. The file offset of the byte at index i of the slice is `base` + i all through the
+// call, so that only the index runs.
+class TextPass {
+ public:
+  TextPass(const FileSlice& slice, FilePos base, ViewOptions options, std::int32_t lineLen)
+      : bytes_(slice.Sbuf),
+        size_(slice.Slen),
+        base_(base),
+        options_(options),
+        wraps_((options & VO_WRAP) != 0),
+        lineLen_(std::max(lineLen, 1)),
+        tabLength_(std::max(TextTabLength, 1)),
+        limit_(LongLineLimit(options)),
+        step_(LongLineStep(lineLen)),
+        map_(GetCharMap(options)),
+        classes_((options & VO_EXPANDTABS) != 0 ? kClassesWithTabs.data() : kClasses.data()) {}
+
+  ViewStatus Forward(std::int32_t start, LineCursor& lines, TextBuffer& text);
+  ViewStatus Backward(std::int32_t start, LineCursor& lines, TextBuffer& text);
+  FilePos RowStart(FilePos lineStart, FilePos pos);
+
+ private:
+  struct Row {
+    std::int32_t start;
+    std::int32_t length;
+  };
+  // As many rows as a run can hold: the last ones of a line, in a ring.
+  static constexpr std::size_t kRing = 1024;
+  static_assert(kRing >= static_cast<std::size_t>(kViewLines));
+
+  void UseText(const TextBuffer& text) {
+    out_ = text.Tbuf;
+    textEnd_ = text.Tend;
+    textLimit_ = text.Tlen;
+  }
+  [[nodiscard]] FilePos PosAt(std::int32_t index) const { return base_ + index; }
+  // The index behind `index` where a row of a long line must end, at most the data's end.
+  [[nodiscard]] std::int32_t NextCut(std::int32_t index) const {
+    const FilePos cut = RoundDown(PosAt(index), step_) + step_ - base_;
+    return static_cast<std::int32_t>(std::min<FilePos>(cut, size_));
+  }
+  [[nodiscard]] std::int32_t FindLineBreak(std::int32_t from, std::int32_t end) const;
+  [[nodiscard]] std::int32_t LineStartAbove(std::int32_t start) const;
+  [[nodiscard]] bool IsLongFrom(std::int32_t lineStart) const;
+  void PassLineBreak();
+  bool PassFormFeed(LineEntry& line);
+  std::int32_t CopyPlain(std::int32_t room, char* out) const;
+  template <bool kWrite>
+  bool MakeCharacters(std::int32_t stop, bool wraps, LineEntry& line);
+  template <bool kWrite>
+  bool MakeRow(std::int32_t stop, bool wraps, bool atLineStart, LineEntry& line);
+  bool RowsBackward(LineCursor& lines, std::int32_t lineStart, std::int32_t start, bool mayCut);
+  bool SingleRowBackward(LineCursor& lines, std::int32_t lineStart, std::int32_t start, bool mayCut);
+  bool LongRowsBackward(LineCursor& lines, std::int32_t lineStart, std::int32_t start);
+  std::size_t MeasureRows(std::int32_t from, std::int32_t start, std::int32_t stop, bool isLong);
+  bool PutRows(LineCursor& lines, std::size_t count, std::int32_t firstRow, std::int32_t stop, bool isLong);
+
+  const std::uint8_t* bytes_;
+  std::int32_t size_;
+  FilePos base_;
+  ViewOptions options_;
+  bool wraps_;
+  std::int32_t lineLen_;
+  std::int32_t tabLength_;
+  std::int32_t limit_;
+  std::int32_t step_;
+  const std::uint8_t* map_;
+  const ByteClass* classes_;
+
+  char* out_ = nullptr;
+  std::int32_t textEnd_ = 0;
+  std::int32_t textLimit_ = 0;
+  std::int32_t off_ = 0;
+  bool broke_ = false;  // the row just made ended at a line break
+  ViewStatus status_ = 0;
+  std::array<Row, kRing> ring_;
+};
+
+// Index of the first line break from `from` on, or `end`.
+std::int32_t TextPass::FindLineBreak(std::int32_t from, std::int32_t end) const {
+  while (from < end && !IsLineBreak(bytes_[from]))
+    ++from;
+  return from;
+}
+
+// Index of the first byte of the physical line whose last byte, its line break included, lies in front of
+// `start`; `start` itself when there is none.
+std::int32_t TextPass::LineStartAbove(std::int32_t start) const {
+  std::int32_t at = start;
+  if (at > 0 && IsLineBreak(bytes_[at - 1])) {
+    --at;
+    if (at > 0 && IsBreakPair(bytes_[at - 1], bytes_[at])) --at;
+  }
+  while (at > 0 && !IsLineBreak(bytes_[at - 1]))
+    --at;
+  return at;
+}
+
+// Whether the line that begins at index `lineStart` has more bytes than the limit, its break included. A
+// line that the slice cuts within the limit counts as short.
+bool TextPass::IsLongFrom(std::int32_t lineStart) const {
+  const std::int32_t reach = size_ - lineStart <= limit_ ? size_ : lineStart + limit_;
+  std::int32_t end = FindLineBreak(lineStart, reach);
+  if (end == reach) return reach < size_;
+  ++end;
+  if (end < size_ && IsBreakPair(bytes_[end - 1], bytes_[end])) ++end;
+  return end - lineStart > limit_;
+}
+
+void TextPass::PassLineBreak() {
+  if (off_ < size_ - 1 && IsBreakPair(bytes_[off_], bytes_[off_ + 1])) ++off_;
+  ++off_;
+  if (off_ == size_ - 1 && bytes_[off_] == kEndOfFileMark) ++off_;
+  broke_ = true;
+}
+
+// At the start of a row: true when a form feed makes the row an empty one of its own.
+bool TextPass::PassFormFeed(LineEntry& line) {
+  if (bytes_[off_] != kPageCharacter || (options_ & VO_FORMFEED) == 0) return false;
+  ++off_;
+  if ((options_ & VO_PAGEGAP) != 0) {
+    line.Lflags |= LF_PAGEGAP;
+    return true;
+  }
+  line.Lflags |= LF_PAGEMARK;
+  return false;
+}
+
+// Copies plain bytes, at most `room` of them, through the map; the number copied.
+std::int32_t TextPass::CopyPlain(std::int32_t room, char* out) const {
+  const std::uint8_t* from = bytes_ + off_;
+  std::int32_t n = 0;
+  while (n < room && classes_[from[n]] == ByteClass::plain) {
+    out[n] = static_cast<char>(map_[from[n]]);
+    ++n;
+  }
+  return n;
+}
+
+// The characters of one row, from off_ on: true when the row is complete. It ends at a line break, at
+// `stop`, or when it is full; data and text may end earlier. Without kWrite it only measures.
+template <bool kWrite>
+bool TextPass::MakeCharacters(std::int32_t stop, bool wraps, LineEntry& line) {
+  bool done = false;
+  while (!done && off_ < size_ && (!kWrite || textEnd_ < textLimit_)) {
+    const ByteClass kind = classes_[bytes_[off_]];
+    if (kind == ByteClass::lineBreak) {
+      PassLineBreak();
+      done = true;
+    } else if (off_ >= stop) {  // a line break at the place to stop belongs to this row
+      done = true;
+    } else if (kind == ByteClass::tab) {
+      const std::int32_t tabStop = std::min(line.Llen - line.Llen % tabLength_ + tabLength_, lineLen_);
+      std::int32_t blanks = std::max(tabStop - line.Llen, 0);
+      if constexpr (kWrite) {
+        blanks = std::min(blanks, textLimit_ - textEnd_);
+        std::memset(out_ + textEnd_, ' ', static_cast<std::size_t>(blanks));
+        textEnd_ += blanks;
+      }
+      line.Llen += blanks;
+      ++off_;
+    } else if (line.Llen < lineLen_) {
+      std::int32_t count = std::min(stop - off_, lineLen_ - line.Llen);
+      if constexpr (kWrite) {
+        count = CopyPlain(std::min(count, textLimit_ - textEnd_), out_ + textEnd_);
+        textEnd_ += count;
+      } else {
+        std::int32_t n = 0;
+        while (n < count && classes_[bytes_[off_ + n]] == ByteClass::plain)
+          ++n;
+        count = n;
+      }
+      line.Llen += count;
+      off_ += count;
+    } else if (wraps) {
+      done = true;
+    } else {
+      off_ = FindLineBreak(off_, size_);
+      line.Lflags |= LF_TRUNCATED;
+      if constexpr (kWrite) status_ |= VS_TRUNCATED;
+    }
+  }
+  return done || line.Llen >= lineLen_;
+}
+
+// One row from off_ on, with its entry: true when it is complete.
+template <bool kWrite>
+bool TextPass::MakeRow(std::int32_t stop, bool wraps, bool atLineStart, LineEntry& line) {
+  line = LineEntry{PosAt(off_), textEnd_, 0, 0, 0};
+  broke_ = false;
+  if (atLineStart && PassFormFeed(line)) return true;
+  return MakeCharacters<kWrite>(stop, wraps, line);
+}
+
+ViewStatus TextPass::Forward(std::int32_t start, LineCursor& lines, TextBuffer& text) {
+  UseText(text);
+  off_ = start;
+  lines.Cend = PosAt(off_);
+  bool isLong = lines.Clong == LongLine::yes;
+  bool judged = lines.Clong != LongLine::no;  // whether isLong holds for the physical line at hand
+  bool more = off_ < size_ && textEnd_ < textLimit_;
+  while (lines.Ccur < lines.Ccnt - 1 && more) {
+    LineEntry& line = lines.Cline[lines.Ccur];
+    const std::int32_t rowStart = off_;
+    const std::int32_t rowText = textEnd_;
+    const ViewStatus before = status_;
+    bool done = MakeRow<true>(isLong ? NextCut(rowStart) : size_, wraps_ || isLong, true, line);
+    if (!judged && (!broke_ || off_ - rowStart > limit_)) {
+      judged = true;
+      isLong = IsLongFrom(rowStart);
+      if (isLong) {  // make the row anew, as one of a long line
+        off_ = rowStart;
+        textEnd_ = rowText;
+        status_ = before;
+        done = MakeRow<true>(NextCut(rowStart), true, true, line);
+      }
+    }
+    if (textEnd_ >= textLimit_ || off_ >= size_) more = false;
+    if (!done && off_ >= size_) {
+      status_ |= VS_SHORT;
+      line.Lflags |= LF_INCOMPLETE;
+      done = true;
+    }
+    if (done) {
+      ++lines.Ccur;
+      lines.Cend = PosAt(off_);
+    }
+    if (broke_) {
+      isLong = false;
+      judged = lines.Clong == LongLine::unknown;
+    }
+  }
+  lines.Cline[lines.Ccur] = SentinelAt(PosAt(off_));
+  text.Tend = textEnd_;
+  return status_;
+}
+
+ViewStatus TextPass::Backward(std::int32_t start, LineCursor& lines, TextBuffer& text) {
+  UseText(text);
+  const bool known = lines.Clong != LongLine::unknown;
+  bool isLong = lines.Clong == LongLine::yes;
+  std::int32_t at = std::min(start, size_);
+  if (at > 0 && bytes_[at - 1] == kEndOfFileMark && !isLong) --at;
+  bool more = at >= 1 && textEnd_ < textLimit_;
+  bool first = true;
+  while (lines.Ccur > 0 && more) {
+    const std::int32_t lineStart = LineStartAbove(at);
+    if (lineStart == at) break;
+    if (!first) {
+      isLong = known && at - lineStart > limit_;
+      // The slice does not tell where this line begins, nor whether it is a long one.
+      if (known && !isLong && lineStart == 0 && base_ > 0) break;
+    }
+    first = false;
+    more = isLong ? LongRowsBackward(lines, lineStart, at) : RowsBackward(lines, lineStart, at, !known);
+    at = lineStart;
+  }
+  text.Tend = textEnd_;
+  return status_;
+}
+
+// The rows of the physical line from index `lineStart` that begin in front of `start`. False when the pass
+// must end. `mayCut`: a line that the text has no room for is kept in part.
+bool TextPass::RowsBackward(LineCursor& lines, std::int32_t lineStart, std::int32_t start, bool mayCut) {
+  const bool gap =
+      (options_ & VO_PAGEGAP) != 0 && (options_ & VO_FORMFEED) != 0 && bytes_[lineStart] == kPageCharacter;
+  if (!gap && !wraps_) return SingleRowBackward(lines, lineStart, start, mayCut);
+  const std::size_t count = MeasureRows(lineStart, start, size_, false);
+  if (count == 1) return SingleRowBackward(lines, lineStart, start, mayCut);
+  return PutRows(lines, count, lineStart, size_, false);
+}
+
+bool TextPass::SingleRowBackward(LineCursor& lines, std::int32_t lineStart, std::int32_t start, bool mayCut) {
+  const std::int32_t textStart = textEnd_;
+  off_ = lineStart;
+  LineEntry line{PosAt(off_), textEnd_, 0, 0, 0};
+  bool done = PassFormFeed(line);
+  if (!done && off_ < start) done = MakeCharacters<true>(size_, wraps_, line);
+  bool more = true;
+  if (textEnd_ >= textLimit_) {
+    more = false;
+    if (!done && !mayCut) {
+      textEnd_ = textStart;
+      return false;
+    }
+    if (mayCut) line.Lflags = LF_INCOMPLETE;
+  }
+  if (!done) line.Lflags |= LF_INCOMPLETE;
+  lines.Cline[--lines.Ccur] = line;
+  return more;
+}
+
+// Rows of a long line, stretch by stretch upward from `start`, as far as the slice tells where they begin.
+bool TextPass::LongRowsBackward(LineCursor& lines, std::int32_t lineStart, std::int32_t start) {
+  const bool cutBySlice = lineStart == 0 && base_ > 0;
+  std::int32_t stretchEnd = start;
+  while (stretchEnd > lineStart) {
+    const FilePos from = RoundDown(PosAt(stretchEnd) - 1, step_) - base_;
+    if (from < lineStart && cutBySlice) return false;
+    const auto stretch = static_cast<std::int32_t>(std::max<FilePos>(from, lineStart));
+    const std::size_t count = MeasureRows(stretch, stretchEnd, stretchEnd, true);
+    if (!PutRows(lines, count, stretch, stretchEnd, true)) return false;
+    stretchEnd = stretch;
+  }
+  return true;
+}
+
+// Measures the rows from index `from` that begin in front of `start` and end at `stop` at the latest. The
+// result is their number; the ring holds the last of them.
+std::size_t TextPass::MeasureRows(std::int32_t from, std::int32_t start, std::int32_t stop, bool isLong) {
+  off_ = from;
+  std::size_t count = 0;
+  while (off_ < start) {
+    const std::int32_t rowStart = off_;
+    LineEntry row;
+    MakeRow<false>(stop, wraps_ || isLong, isLong || rowStart == from, row);
+    ring_[count % kRing] = {rowStart, row.Llen};
+    ++count;
+    assert(off_ > rowStart);
+  }
+  return count;
+}
+
+// Makes the measured rows, the last one first, as long as there is room for entries and text. False when
+// not all had room.
+bool TextPass::PutRows(LineCursor& lines, std::size_t count, std::int32_t firstRow, std::int32_t stop,
+                       bool isLong) {
+  const std::size_t kept = std::min(count, kRing);
+  for (std::size_t i = 0; i < kept; ++i) {
+    const Row row = ring_[(count - 1 - i) % kRing];
+    if (lines.Ccur == 0 || row.length >= textLimit_ - textEnd_) return false;
+    LineEntry& line = lines.Cline[--lines.Ccur];
+    off_ = row.start;
+    const bool done = MakeRow<true>(stop, wraps_ || isLong, isLong || row.start == firstRow, line);
+    const bool atCut = isLong && PosAt(off_) % step_ == 0;
+    if (!done && off_ >= size_ && !atCut) line.Lflags |= LF_INCOMPLETE;
+  }
+  return kept == count;
+}
+
+FilePos TextPass::RowStart(FilePos lineStart, FilePos pos) {
+  const FilePos from = std::max(lineStart, RoundDown(pos, step_));
+  const FilePos offset = from - base_;
+  assert(offset >= 0 && offset <= size_ && pos >= from);
+  off_ = static_cast<std::int32_t>(offset);
+  FilePos rowStart = from;
+  while (PosAt(off_) <= pos && off_ < size_) {
+    rowStart = PosAt(off_);
+    LineEntry row;
+    MakeRow<false>(NextCut(off_), true, true, row);
+  }
+  return rowStart;
+}
+
+}  // namespace
+
+ViewStatus FormatText(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos,
+                      std::int32_t direction, ViewOptions options, std::int32_t lineLen) {
+  TextPass pass(slice, pos - slice.Soff, options, lineLen);
+  return direction == FILL_FORWARD ? pass.Forward(slice.Soff, lines, text)
+                                   : pass.Backward(slice.Soff, lines, text);
+}
+
+std::int32_t LongLineLimit(ViewOptions options) {
+  return (options & VO_WRAP) != 0 ? kViewText : kSliceBytes;
+}
+
+std::int32_t LongLineStep(std::int32_t lineLen) {
+  const std::int32_t width = std::max(lineLen, 1);
+  return width * std::max(kLongLineStretch / width, 1);
+}
+
+FilePos LongLineRowStart(const FileSlice& slice, FilePos slicePos, FilePos lineStart, FilePos pos,
+                         ViewOptions options, std::int32_t lineLen) {
+  return TextPass(slice, slicePos, options, lineLen).RowStart(lineStart, pos);
+}

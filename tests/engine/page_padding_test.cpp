@@ -1,0 +1,135 @@
+#include "engine/page_padding.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr std::int16_t kEntries = 12;
+
+// A small run made from a row of words: "x" a line of text, "-" a blank line, "f" a line behind a form feed,
+// "g" a gap line. Every line has 10 bytes of file.
+struct SmallRun {
+  std::unique_ptr<LineEntry[]> entries = std::make_unique<LineEntry[]>(kEntries);
+  std::string characters = "text  ";
+  TextBuffer text;
+  LineArray lines;
+
+  SmallRun(const std::string& words, int first, int cur, FilePos start) {
+    lines = {entries.get(), kEntries, static_cast<std::int16_t>(cur), static_cast<std::int16_t>(first),
+             static_cast<std::int16_t>(first + static_cast<int>(words.size()))};
+    text = {characters.data(), static_cast<std::int32_t>(characters.size()), 6};
+    FilePos pos = start;
+    int i = first;
+    for (const char word : words) {
+      entries[static_cast<std::size_t>(i++)] = {pos, word == '-' ? 4 : 0, word == '-' ? 2 : 4, 0,
+                                                word == 'f'   ? LF_PAGEMARK
+                                                : word == 'g' ? LF_PAGEGAP
+                                                              : 0};
+      pos += 10;
+    }
+    entries[static_cast<std::size_t>(i)] = SentinelAt(pos);
+  }
+
+  // The lines as words again; "." is a pad line, "G" a gap line, and "<" stands in front of the top line.
+  [[nodiscard]] std::string Words() const {
+    std::string words;
+    for (int i = lines.Afirst; i < lines.Alast; ++i) {
+      const LineEntry& line = lines.Aline[i];
+      if (i == lines.Acur) words += '<';
+      words += (line.Lflags & LF_PAGEMARK) != 0  ? 'f'
+               : (line.Lflags & LF_PAGEGAP) != 0 ? 'G'
+               : line.Llen == 0                  ? '.'
+               : line.Ltext == 4                 ? '-'
+                                                 : 'x';
+    }
+    return words;
+  }
+};
+
+TEST(PadPages, FillsPagesUp) {
+  struct Case {
+    const char* what;
+    std::string words;
+    int first, cur;
+    FilePos start;
+    int pageLength;
+    std::string after;
+  };
+  constexpr FilePos kInside = 500;  // the run starts in the middle of the file
+  const Case cases[] = {
+      {"behind the top line", "xxfx", 3, 3, 0, 4, "<xx..fx"},
+      {"in front of the top line", "xxfx", 3, 5, 0, 4, "xx..<fx"},
+      {"rows before the first boundary are not counted", "xxfxfx", 2, 2, kInside, 3, "<xxfx.fx"},
+      {"a full page stays", "xxfx", 0, 0, 0, 2, "<xxfx"},
+      {"a gap line counts as row 0", "gxgx", 3, 3, kInside, 2, "<Gx.Gx"},
+      {"no room in front: what lies above drops out", "xxfx", 0, 2, 0, 4, "..<fx"},
+      {"room for one line only", "xf", 0, 1, 0, 9, "x<f"},
+      {"no room behind: the rest drops out", "xxfxxx", 4, 4, 0, 9, "<xx....."},
+  };
+  for (const Case& c : cases) {
+    SmallRun run(c.words, c.first, c.cur, c.start);
+    PadPages(run.lines, run.text, kBehindEveryPosition, c.pageLength);
+    EXPECT_EQ(run.Words(), c.after) << c.what;
+  }
+}
+
+TEST(PadPages, BlankLinesAtTheFilesEndBecomeOneGap) {
+  struct Case {
+    const char* what;
+    std::string words;
+    int first, cur;
+    std::string after;
+  };
+  const Case cases[] = {
+      {"blank lines go", "xx--", 2, 2, "<xxG"},
+      {"no blank line", "xx", 2, 2, "<xxG"},
+      {"nothing but blank lines", "---", 2, 2, "<-G"},
+      {"the top line was one of them", "xx---", 2, 6, "xx<G"},
+      {"at the array's end, as after a jump to the bottom", "xxx", 8, 10, "xx<xG"},
+      {"the same with a full array", "xxxxxxxxxxx", 0, 10, "xxxxxxxxx<xG"},
+  };
+  for (const Case& c : cases) {
+    SmallRun run(c.words, c.first, c.cur, 100);
+    const FilePos length = 100 + 10 * static_cast<FilePos>(c.words.size());
+    PadPages(run.lines, run.text, length, 66);
+    EXPECT_EQ(run.Words(), c.after) << c.what;
+    EXPECT_EQ(run.lines.Aline[run.lines.Alast].Lpos, length) << c.what;
+    EXPECT_EQ(run.lines.Aline[run.lines.Alast].Llen, kSentinelLength) << c.what;
+  }
+}
+
+TEST(PadPages, LeavesASoundRunWhateverItIsGiven) {
+  std::mt19937 random(7);
+  for (int round = 0; round < 20000; ++round) {
+    const auto pick = [&random](int most) {
+      return static_cast<int>(random() % static_cast<unsigned>(most));
+    };
+    std::string words(static_cast<std::size_t>(pick(kEntries)), 'x');
+    for (char& word : words)
+      word = "xx--fg"[pick(6)];
+    const int first = pick(kEntries - static_cast<int>(words.size()));
+    const int cur = first + (words.empty() ? 0 : pick(static_cast<int>(words.size())));
+    SmallRun run(words, first, cur, pick(2) * 50);
+    const FilePos top = run.lines.Aline[cur].Lpos;
+    const FilePos end = run.lines.Aline[run.lines.Alast].Lpos;
+    const bool atEnd = pick(2) == 1;
+    PadPages(run.lines, run.text, atEnd ? end : end + 10, 1 + pick(6));
+    const LineArray& lines = run.lines;
+    ASSERT_TRUE(0 <= lines.Afirst && lines.Afirst <= lines.Acur && lines.Acur <= lines.Alast) << words;
+    ASSERT_LT(lines.Alast, kEntries) << words;
+    ASSERT_EQ(lines.Aline[lines.Alast].Llen, kSentinelLength) << words;
+    if (words.empty()) continue;
+    ASSERT_LT(lines.Acur, lines.Alast) << words;
+    if (!atEnd) {
+      ASSERT_EQ(lines.Aline[lines.Acur].Lpos, top) << words;
+    }
+  }
+}
+
+}  // namespace
