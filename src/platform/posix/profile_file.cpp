@@ -1,0 +1,213 @@
+#include "platform/posix/profile_file.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cstring>
+#include <ctime>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/posix/profile_store.h"
+#include "platform/posix/profile_text.h"
+#include "platform/profile_batch.h"
+#include "platform/win32.h"
+
+namespace {
+
+// One call of WritePrivateProfileStringA.
+struct Edit {
+  std::string section;
+  std::optional<std::string> key;
+  std::optional<std::string> value;
+};
+
+bool ApplyEdit(const Edit& edit, std::string& text) {
+  if (!edit.key) return DeleteSectionInText(text, edit.section);
+  if (!edit.value) return DeleteKeyInText(text, edit.section, *edit.key);
+  return SetKeyInText(text, edit.section, *edit.key, *edit.value);
+}
+
+// A text whose last section found is remembered, since keys are asked for section by section.
+struct SearchedText {
+  std::string text;
+  std::string section;
+  std::size_t body = std::string::npos;
+
+  void Take(std::string newText) {
+    text = std::move(newText);
+    section.clear();
+  }
+  [[nodiscard]] std::optional<std::string_view> Find(std::string_view wanted, std::string_view key) {
+    if (section.empty() || section != wanted) {
+      section = wanted;
+      body = FindSectionInText(text, wanted);
+    }
+    return body == std::string::npos ? std::nullopt : FindKeyInText(text, body, key);
+  }
+};
+
+// The profile as it was last read.
+struct Cache {
+  std::string path;
+  struct stat status {};
+  bool settled = false;
+  SearchedText searched;
+};
+
+struct Batch {
+  int depth = 0;
+  std::string file;
+  bool writable = false;  // the profile can be read, so that it may be changed
+  std::vector<Edit> edits;
+  SearchedText searched;  // with the edits applied
+};
+
+Cache theCache;
+Batch theBatch;
+std::int64_t theReadsFromDisk = 0;
+
+bool SameTime(const timespec& one, const timespec& other) {
+  return one.tv_sec == other.tv_sec && one.tv_nsec == other.tv_nsec;
+}
+
+bool SameFile(const struct stat& one, const struct stat& other) {
+  return one.st_dev == other.st_dev && one.st_ino == other.st_ino && one.st_size == other.st_size &&
+         SameTime(one.st_mtim, other.st_mtim) && SameTime(one.st_ctim, other.st_ctim);
+}
+
+// Whether the file was left alone for some time before now. A file that was written a moment ago may be
+// written again within the same tick of the file system's clock, and its status would not tell.
+bool IsSettled(const struct stat& status) {
+  constexpr long kTickNs = 50'000'000;
+  timespec now{};
+  clock_gettime(CLOCK_REALTIME, &now);
+  const double age = static_cast<double>(now.tv_sec - status.st_ctim.tv_sec) * 1e9 +
+                     static_cast<double>(now.tv_nsec - status.st_ctim.tv_nsec);
+  return age > static_cast<double>(kTickNs);
+}
+
+// The profile as it is now, from memory when it has not changed. Null when there is none.
+SearchedText* CurrentText(const char* file) {
+  if (theBatch.depth > 0 && theBatch.file == file) return &theBatch.searched;
+  const std::string path = ProfilePathOf(file);
+  struct stat status {};
+  if (path.empty() || stat(path.c_str(), &status) != 0) return nullptr;
+  Cache& cache = theCache;
+  if (cache.settled && cache.path == path && SameFile(cache.status, status)) return &cache.searched;
+  ProfileText profile = LoadProfileText(path);
+  ++theReadsFromDisk;
+  cache.path = path;
+  cache.status = profile.kind == ProfileKind::Loaded ? profile.status : status;
+  cache.settled = IsSettled(cache.status);
+  cache.searched.Take(std::move(profile.text));
+  return &cache.searched;
+}
+
+std::optional<std::string_view> FindValue(LPCSTR section, LPCSTR key, LPCSTR file) {
+  assert(section != nullptr && key != nullptr && file != nullptr);
+  SearchedText* const text = CurrentText(file);
+  if (text == nullptr || *section == '\0' || *key == '\0') return std::nullopt;
+  return text->Find(section, key);
+}
+
+// A name or value that cannot stand in the file as it is would turn into other lines of it.
+bool FitsOneLine(std::string_view bytes) {
+  return bytes.find('\n') == std::string_view::npos;
+}
+
+bool IsWritable(const Edit& edit) {
+  if (edit.section.empty() || !FitsOneLine(edit.section)) return false;
+  if (edit.key) {
+    const std::string& key = *edit.key;
+    if (key.empty() || !FitsOneLine(key) || key.find('=') != std::string::npos ||
+        std::strchr(";#[", key.front()) != nullptr) {
+      return false;
+    }
+  }
+  return !edit.value || FitsOneLine(*edit.value);
+}
+
+bool CommitEdits(const char* file, const std::vector<Edit>& edits) {
+  const std::string path = ProfilePathOf(file);
+  if (path.empty()) return false;
+  const bool isBareName = path != file;
+  return ReplaceProfileText(path, isBareName, [&edits](std::string& text) {
+    bool changed = false;
+    for (const Edit& edit : edits)
+      changed = ApplyEdit(edit, text) || changed;
+    return changed;
+  });
+}
+
+}  // namespace
+
+std::int64_t ProfileReadsFromDisk() {
+  return theReadsFromDisk;
+}
+
+UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, INT fallback, LPCSTR file) {
+  std::string_view digits;
+  if (const auto value = FindValue(section, key, file)) {
+    digits = *value;
+  } else {
+    return static_cast<UINT>(fallback);
+  }
+  digits.remove_prefix(std::min(digits.find_first_not_of(" \t"), digits.size()));
+  const bool negative = !digits.empty() && digits.front() == '-';
+  if (negative || (!digits.empty() && digits.front() == '+')) digits.remove_prefix(1);
+  UINT number = 0;
+  for (const char digit : digits) {
+    if (digit < '0' || digit > '9') break;
+    number = number * 10 + static_cast<UINT>(digit - '0');
+  }
+  return negative ? 0U - number : number;
+}
+
+DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer, DWORD size,
+                               LPCSTR file) {
+  if (buffer == nullptr || size == 0) return 0;
+  const std::string_view otherwise = fallback != nullptr ? fallback : "";
+  std::string_view value = FindValue(section, key, file).value_or(otherwise);
+  value = value.substr(0, value.find('\0'));
+  const std::size_t length = std::min<std::size_t>(value.size(), size - 1);
+  std::memcpy(buffer, value.data(), length);
+  buffer[length] = '\0';
+  return static_cast<DWORD>(length);
+}
+
+BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPCSTR file) {
+  assert(section != nullptr && file != nullptr);
+  Edit edit{section, std::nullopt, std::nullopt};
+  if (key != nullptr) edit.key = key;
+  if (key != nullptr && value != nullptr) edit.value = value;
+  if (!IsWritable(edit)) return FALSE;
+  if (theBatch.depth == 0 || theBatch.file != file) return CommitEdits(file, {edit}) ? TRUE : FALSE;
+  if (!theBatch.writable) return FALSE;
+  if (ApplyEdit(edit, theBatch.searched.text)) theBatch.searched.section.clear();
+  theBatch.edits.push_back(std::move(edit));
+  return TRUE;
+}
+
+void BeginProfileBatch(const char* file) {
+  if (theBatch.depth++ > 0) {
+    assert(theBatch.file == file);
+    return;
+  }
+  theBatch.file = file;
+  theBatch.edits.clear();
+  ProfileText profile = LoadProfileText(ProfilePathOf(file));
+  theBatch.writable = profile.kind != ProfileKind::Unusable;
+  theBatch.searched.Take(std::move(profile.text));
+}
+
+bool EndProfileBatch() {
+  assert(theBatch.depth > 0);
+  if (--theBatch.depth > 0) return true;
+  const bool done =
+      theBatch.writable && (theBatch.edits.empty() || CommitEdits(theBatch.file.c_str(), theBatch.edits));
+  theBatch.edits.clear();
+  theBatch.searched.Take({});
+  return done;
+}

@@ -1,0 +1,58 @@
+#include "platform/temp_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+// A write above the user's limit on the size of files raises a signal, which ends a process that does not
+// look at it. Ignored, the write fails like that on a full disk.
+void IgnoreSizeLimitSignal() {
+  struct sigaction present {};
+  if (sigaction(SIGXFSZ, nullptr, &present) == 0 && present.sa_handler == SIG_DFL) {
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+  }
+}
+
+}  // namespace
+
+const char* TempFolder() {
+  const char* const folder = std::getenv("TMPDIR");
+  return folder != nullptr && folder[0] == '/' ? folder : "/tmp";
+}
+
+FileHandle TempFileOpen() {
+  IgnoreSizeLimitSignal();
+  const std::string folder = TempFolder();
+#ifdef O_TMPFILE
+  const int nameless = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, S_IRUSR | S_IWUSR);
+  if (nameless >= 0) return nameless;
+#endif
+  // Not every file system has files without a name. This one has its name for a moment only.
+  std::string name = folder + "/quorl-XXXXXX";
+  const int named = mkostemp(name.data(), O_CLOEXEC);
+  if (named < 0) return kNoFile;
+  if (unlink(name.c_str()) != 0) {
+    close(named);
+    return kNoFile;
+  }
+  return named;
+}
+
+bool TempFileWrite(FileHandle file, const void* buffer, std::size_t count) {
+  const char* place = static_cast<const char*>(buffer);
+  while (count > 0) {
+    const ssize_t written = write(static_cast<int>(file), place, count);
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    place += written;
+    count -= static_cast<std::size_t>(written);
+  }
+  return true;
+}

@@ -1,0 +1,23 @@
+// The record behind HCURSOR and HICON.
+#pragma once
+
+#include <QCursor>
+#include <QIcon>
+
+#include "platform/win32.h"
+
+struct HICON__ {
+  QCursor cursor;  // of a cursor
+  QIcon icon;      // of an icon
+  bool stock = false;
+};
+
+namespace platform_qt {
+
+// Shows the cursor over the client area; null is the arrow.
+void ShowCursor(HWND window, HCURSOR cursor);
+[[nodiscard]] bool IsWaitCursor(HCURSOR cursor);
+// The cursor that SetCursor set last.
+[[nodiscard]] HCURSOR CurrentCursor();
+
+}  // namespace platform_qt

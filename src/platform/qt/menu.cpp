@@ -1,0 +1,202 @@
+#include "platform/qt/menu.h"
+
+#include <QAction>
+#include <QMenu>
+#include <algorithm>
+#include <cassert>
+
+#include "platform/qt/unknown.h"
+#include "platform/qt/window.h"
+
+namespace platform_qt {
+
+namespace {
+
+// Sends WM_INITMENUPOPUP, then fills the pull-down from the record.
+void OpenPullDown(HWND window, HMENU popup, int position, QMenu& menu) {
+  if (!IsWindowAlive(window)) {
+    return;
+  }
+  SendMessageA(window, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(popup),
+               MAKELPARAM(static_cast<UINT>(position), 0));
+  menu.clear();
+  if (!IsWindowAlive(window)) {
+    return;
+  }
+  for (const MenuEntry& entry : popup->entries) {
+    if ((entry.flags & MF_SEPARATOR) != 0) {
+      menu.addSeparator();
+      continue;
+    }
+    QAction* const action = menu.addAction(QString::fromStdString(entry.text));
+    action->setEnabled((entry.flags & MF_GRAYED) == 0);
+    action->setCheckable((entry.flags & MF_CHECKED) != 0);
+    action->setChecked((entry.flags & MF_CHECKED) != 0);
+    action->setData(entry.id);
+    const UINT id = entry.id;
+    QObject::connect(action, &QAction::triggered, action,
+                     [window, id] { PostMessageA(window, WM_COMMAND, MAKEWPARAM(id, 0), 0); });
+  }
+}
+
+}  // namespace
+
+void BuildMenuBar(HWND window) {
+  window->menuBar->clear();
+  int position = 0;
+  for (const MenuEntry& entry : window->menu->entries) {
+    assert((entry.flags & MF_POPUP) != 0 && "a menu bar holds pull-downs");
+    QMenu* const menu = window->menuBar->addMenu(QString::fromStdString(entry.text));
+    const HMENU popup = entry.popup;
+    QObject::connect(menu, &QMenu::aboutToShow, menu,
+                     [=] { OpenPullDown(window, popup, position, *menu); });
+    ++position;
+  }
+}
+
+MenuEntry* FindCommand(HMENU menu, UINT id) {
+  for (MenuEntry& entry : menu->entries) {
+    if ((entry.flags & MF_POPUP) != 0) {
+      if (MenuEntry* const found = FindCommand(entry.popup, id)) {
+        return found;
+      }
+    } else if ((entry.flags & MF_SEPARATOR) == 0 && entry.id == id) {
+      return &entry;
+    }
+  }
+  return nullptr;
+}
+
+int PopupOfCommand(HMENU menu, UINT id) {
+  for (std::size_t i = 0; i < menu->entries.size(); ++i) {
+    const MenuEntry& entry = menu->entries[i];
+    if ((entry.flags & MF_POPUP) != 0 && FindCommand(entry.popup, id) != nullptr) {
+      return static_cast<int>(i);
+    }
+  }
+  return -1;
+}
+
+void DestroyMenuTree(HMENU menu) {
+  for (const MenuEntry& entry : menu->entries) {
+    if (entry.popup != nullptr) {
+      DestroyMenuTree(entry.popup);
+    }
+  }
+  delete menu;
+}
+
+namespace {
+
+// Removes the first entry with the command in the menu or below it. Result: whether there was one.
+bool DeleteCommand(HMENU menu, UINT id) {
+  for (std::size_t i = 0; i < menu->entries.size(); ++i) {
+    const MenuEntry& entry = menu->entries[i];
+    if ((entry.flags & MF_POPUP) != 0) {
+      if (DeleteCommand(entry.popup, id)) {
+        return true;
+      }
+    } else if ((entry.flags & MF_SEPARATOR) == 0 && entry.id == id) {
+      menu->entries.erase(menu->entries.begin() + static_cast<std::ptrdiff_t>(i));
+      return true;
+    }
+  }
+  return false;
+}
+
+// Changes one state bit of an item; the result as CheckMenuItem and EnableMenuItem give it.
+DWORD ChangeState(HMENU menu, UINT id, UINT flags, UINT bit) {
+  ReportUnknownBits("menu item state", flags, MF_BYPOSITION | bit);
+  MenuEntry* entry = nullptr;
+  if ((flags & MF_BYPOSITION) == 0) {
+    entry = FindCommand(menu, id);
+  } else if (id < menu->entries.size()) {
+    entry = &menu->entries[id];
+  }
+  if (entry == nullptr) {
+    return static_cast<DWORD>(-1);
+  }
+  const UINT former = entry->flags & bit;
+  entry->flags = (entry->flags & ~bit) | (flags & bit);
+  return former;
+}
+
+// The bars of windows follow a change of the menu itself; a change within a pull-down needs nothing.
+void RebuildBarsOf(HMENU menu) {
+  for (HWND window : AllWindows()) {
+    if (window->menu == menu) {
+      BuildMenuBar(window);
+    }
+  }
+}
+
+}  // namespace
+
+}  // namespace platform_qt
+
+using namespace platform_qt;
+
+HMENU CreateMenu() {
+  return new HMENU__;
+}
+
+HMENU CreatePopupMenu() {
+  return new HMENU__;
+}
+
+BOOL AppendMenuA(HMENU menu, UINT flags, UINT_PTR idOrPopup, LPCSTR text) {
+  ReportUnknownBits("AppendMenuA", flags, MF_POPUP | MF_SEPARATOR | MF_GRAYED | MF_CHECKED);
+  MenuEntry entry;
+  entry.flags = flags;
+  if ((flags & MF_SEPARATOR) == 0) {
+    entry.text = text;
+    if ((flags & MF_POPUP) != 0) {
+      entry.popup = reinterpret_cast<HMENU>(idOrPopup);
+    } else {
+      entry.id = static_cast<UINT>(idOrPopup);
+    }
+  }
+  menu->entries.push_back(entry);
+  RebuildBarsOf(menu);
+  return TRUE;
+}
+
+BOOL DeleteMenu(HMENU menu, UINT item, UINT flags) {
+  ReportUnknownBits("DeleteMenu", flags, MF_BYPOSITION);
+  if ((flags & MF_BYPOSITION) == 0) {
+    return DeleteCommand(menu, item) ? TRUE : FALSE;
+  }
+  if (item >= menu->entries.size()) {
+    return FALSE;
+  }
+  const HMENU popup = menu->entries[item].popup;
+  menu->entries.erase(menu->entries.begin() + static_cast<std::ptrdiff_t>(item));
+  RebuildBarsOf(menu);
+  if (popup != nullptr) {
+    DestroyMenuTree(popup);
+  }
+  return TRUE;
+}
+
+DWORD CheckMenuItem(HMENU menu, UINT id, UINT flags) {
+  return ChangeState(menu, id, flags, MF_CHECKED);
+}
+
+BOOL EnableMenuItem(HMENU menu, UINT id, UINT flags) {
+  return static_cast<BOOL>(ChangeState(menu, id, flags, MF_GRAYED));
+}
+
+HMENU GetMenu(HWND window) {
+  return IsWindowAlive(window) ? window->menu : nullptr;
+}
+
+HMENU GetSubMenu(HMENU menu, int position) {
+  if (menu == nullptr || position < 0 || static_cast<std::size_t>(position) >= menu->entries.size()) {
+    return nullptr;
+  }
+  return menu->entries[static_cast<std::size_t>(position)].popup;
+}
+
+int GetMenuItemCount(HMENU menu) {
+  return menu != nullptr ? static_cast<int>(menu->entries.size()) : -1;
+}

@@ -1,0 +1,32 @@
+// Modal dialogs. The toolkit shows them, but the loop behind them is the layer's own, so that posted
+// messages, paints and timers of the program go on being served.
+#pragma once
+
+#include <QDialog>
+
+#include "platform/win32.h"
+
+namespace platform_qt {
+
+// The widget that a dialog of `owner` (may be null) belongs to.
+[[nodiscard]] QWidget* ParentFor(HWND owner);
+
+// Shows the dialog and runs the message loop until it has ended; the answer stands in its result(). A quit
+// message ends it as rejected and goes on to the loop outside. `shown` is called when it stands on the screen.
+template <typename Shown>
+void RunModal(QDialog& dialog, HWND owner, Shown shown);
+
+void StartModal(QDialog& dialog, HWND owner);
+void FinishModal(QDialog& dialog);
+
+template <typename Shown>
+void RunModal(QDialog& dialog, HWND owner, Shown shown) {
+  StartModal(dialog, owner);
+  shown();
+  FinishModal(dialog);
+}
+
+// Ends the dialogs of a window that is about to go.
+void EndModalsOf(HWND owner);
+
+}  // namespace platform_qt

@@ -1,0 +1,351 @@
+#include "platform/qt/queue.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QThread>
+#include <QTimer>
+#include <algorithm>
+#include <cassert>
+#include <chrono>
+#include <deque>
+#include <optional>
+#include <vector>
+
+#include "platform/qt/hooks.h"
+#include "platform/qt/scroll_bar.h"
+#include "platform/qt/window.h"
+
+namespace platform_qt {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// A program that posts without end must not starve the toolkit: after this long it gets a turn.
+constexpr auto kLongestWithoutToolkit = std::chrono::milliseconds(20);
+
+struct InputMessage {
+  MSG message;
+  int modifiers;
+};
+
+struct Timer {
+  HWND window;
+  UINT_PTR id;
+  std::chrono::milliseconds interval;
+  Clock::time_point due;
+};
+
+// Serves the queue when the toolkit runs a loop of its own, in which TakeMessage does not come by.
+class Doorbell : public QObject {
+ public:
+  Doorbell() {
+    alarm_.setSingleShot(true);
+    alarm_.setTimerType(Qt::PreciseTimer);
+    connect(&alarm_, &QTimer::timeout, this, [this] { Serve(); });
+  }
+
+  void Ring() {
+    if (!rung_) {
+      rung_ = true;
+      QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    }
+  }
+  void SetAlarm(std::chrono::milliseconds delay) { alarm_.start(delay); }
+  void StopAlarm() { alarm_.stop(); }
+
+ protected:
+  bool event(QEvent* event) override {
+    if (event->type() != QEvent::User) {
+      return QObject::event(event);
+    }
+    rung_ = false;
+    Serve();
+    return true;
+  }
+
+ private:
+  static void Serve();
+
+  bool rung_ = false;
+  QTimer alarm_;
+};
+
+struct Queue {
+  std::deque<MSG> posted;
+  std::deque<InputMessage> input;
+  std::vector<Timer> timers;
+  std::optional<int> quit;
+  int modifiers = 0;
+  int pumping = 0;  // calls of the toolkit's event processing under way
+  Clock::time_point lastPump;
+  std::optional<Doorbell> doorbell;
+};
+
+// Never destroyed: the toolkit's objects in it must not outlive the toolkit at the end of the process.
+Queue& queue = *new Queue;
+
+MSG MessageOf(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto now = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now().time_since_epoch());
+  return {window, message, wParam, lParam, static_cast<DWORD>(now.count()), {0, 0}};
+}
+
+Doorbell& Bell() {
+  if (!queue.doorbell) {
+    queue.doorbell.emplace();
+  }
+  return *queue.doorbell;
+}
+
+void ArmAlarm() {
+  if (queue.timers.empty() || hooks.timersStandStill) {
+    if (queue.doorbell) {
+      queue.doorbell->StopAlarm();
+    }
+    return;
+  }
+  const auto first = std::min_element(queue.timers.begin(), queue.timers.end(),
+                                      [](const Timer& a, const Timer& b) { return a.due < b.due; });
+  const auto delay = std::chrono::ceil<std::chrono::milliseconds>(first->due - Clock::now());
+  Bell().SetAlarm(std::max(delay, std::chrono::milliseconds(0)));
+}
+
+void PumpToolkit(bool wait) {
+  ++queue.pumping;
+  if (wait) {
+    ArmAlarm();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+  } else {
+    QCoreApplication::processEvents(QEventLoop::AllEvents);
+  }
+  --queue.pumping;
+  queue.lastPump = Clock::now();
+}
+
+void SyncSizes() {
+  const std::vector<HWND> windows = AllWindows();  // a window may go while it is told
+  for (HWND window : windows) {
+    if (IsWindowAlive(window)) {
+      SyncSize(window);
+    }
+  }
+}
+
+bool TakePosted(MSG& message) {
+  if (queue.posted.empty()) {
+    return false;
+  }
+  message = queue.posted.front();
+  queue.posted.pop_front();
+  return true;
+}
+
+bool TakeQuit(MSG& message) {
+  if (!queue.quit || !queue.posted.empty()) {
+    return false;
+  }
+  message = MessageOf(nullptr, WM_QUIT, static_cast<WPARAM>(*queue.quit), 0);
+  queue.quit.reset();
+  return true;
+}
+
+bool TakeInput(MSG& message) {
+  if (queue.input.empty()) {
+    return false;
+  }
+  message = queue.input.front().message;
+  queue.modifiers = queue.input.front().modifiers;
+  queue.input.pop_front();
+  if (IsWindowAlive(message.hwnd)) {
+    message.hwnd->barChanges = 0;
+    if (message.message == WM_VSCROLL || message.message == WM_HSCROLL) {
+      if (LOWORD(message.wParam) == SB_ENDSCROLL) {
+        message.hwnd->bars[message.message == WM_VSCROLL ? SB_VERT : SB_HORZ]->DropIsOver();
+      }
+    }
+  }
+  return true;
+}
+
+bool TakePaint(MSG& message) {
+  for (HWND window : AllWindows()) {
+    if (PaintPending(window)) {
+      message = MessageOf(window, WM_PAINT, 0, 0);
+      return true;
+    }
+  }
+  return false;
+}
+
+bool TakeTimer(MSG& message) {
+  if (queue.timers.empty() || hooks.timersStandStill) {
+    return false;
+  }
+  const auto first = std::min_element(queue.timers.begin(), queue.timers.end(),
+                                      [](const Timer& a, const Timer& b) { return a.due < b.due; });
+  const auto now = Clock::now();
+  if (first->due > now) {
+    return false;
+  }
+  first->due = now + first->interval;
+  message = MessageOf(first->window, WM_TIMER, first->id, 0);
+  return true;
+}
+
+// Serves what is there, without the toolkit: for the loops that the toolkit runs by itself. A quit closes
+// the toolkit's dialog; the message loop behind it then meets the quit.
+void Doorbell::Serve() {
+  if (QThread::currentThread()->loopLevel() == 0) {
+    return;
+  }
+  SyncSizes();
+  MSG message{};
+  while (TakePosted(message) || (!queue.quit && (TakeInput(message) || TakePaint(message) || TakeTimer(message)))) {
+    TranslateMessage(&message);
+    DispatchMessageA(&message);
+  }
+  if (queue.quit) {
+    if (QWidget* const dialog = QApplication::activeModalWidget()) {
+      dialog->close();
+    }
+  }
+  ArmAlarm();
+}
+
+}  // namespace
+
+Taken TakeMessage(MSG& message, bool wait, const bool* stop) {
+  bool pumped = Clock::now() - queue.lastPump > kLongestWithoutToolkit;
+  if (pumped) {
+    PumpToolkit(false);
+  }
+  for (;;) {
+    if (stop != nullptr && *stop) {
+      return Taken::nothing;
+    }
+    SyncSizes();
+    if (TakePosted(message)) {
+      return Taken::message;
+    }
+    if (TakeQuit(message)) {
+      return Taken::quit;
+    }
+    // Input that the toolkit has not handed over yet still comes before a paint.
+    if (queue.input.empty() && !pumped) {
+      PumpToolkit(false);
+      pumped = true;
+      continue;
+    }
+    if (TakeInput(message) || TakePaint(message) || TakeTimer(message)) {
+      return Taken::message;
+    }
+    if (!wait) {
+      return Taken::nothing;
+    }
+    PumpToolkit(true);
+    pumped = true;
+  }
+}
+
+void AppendInput(HWND window, UINT message, WPARAM wParam, LPARAM lParam, int modifiers) {
+  const InputMessage entry{MessageOf(window, message, wParam, lParam), modifiers};
+  if (!queue.input.empty()) {
+    const MSG& last = queue.input.back().message;
+    const bool moves = message == WM_MOUSEMOVE ||
+                       ((message == WM_VSCROLL || message == WM_HSCROLL) && LOWORD(wParam) == SB_THUMBTRACK &&
+                        LOWORD(last.wParam) == SB_THUMBTRACK);
+    if (moves && last.message == message && last.hwnd == window) {
+      queue.input.back() = entry;
+      return;
+    }
+  }
+  queue.input.push_back(entry);
+  if (queue.pumping > 0) {
+    Bell().Ring();
+  }
+}
+
+int MessageModifiers() {
+  return queue.modifiers;
+}
+
+void ForgetWindow(HWND window) {
+  std::erase_if(queue.posted, [window](const MSG& message) { return message.hwnd == window; });
+  std::erase_if(queue.input, [window](const InputMessage& entry) { return entry.message.hwnd == window; });
+  std::erase_if(queue.timers, [window](const Timer& timer) { return timer.window == window; });
+}
+
+bool QueueIsIdle() {
+  return queue.posted.empty() && queue.input.empty() && !queue.quit &&
+         std::none_of(AllWindows().begin(), AllWindows().end(), PaintPending);
+}
+
+bool HasTimer(HWND window, UINT_PTR id) {
+  return std::any_of(queue.timers.begin(), queue.timers.end(),
+                     [&](const Timer& timer) { return timer.window == window && timer.id == id; });
+}
+
+void ClearQueue() {
+  queue.posted.clear();
+  queue.input.clear();
+  queue.timers.clear();
+  queue.quit.reset();
+  queue.doorbell.reset();
+}
+
+}  // namespace platform_qt
+
+using namespace platform_qt;
+
+BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last) {
+  assert(window == nullptr && first == 0 && last == 0 && "messages are taken unfiltered");
+  static_cast<void>(window);
+  static_cast<void>(first);
+  static_cast<void>(last);
+  return TakeMessage(*message, true) == Taken::quit ? FALSE : TRUE;
+}
+
+LRESULT DispatchMessageA(const MSG* message) {
+  return CallProcedure(message->hwnd, message->message, message->wParam, message->lParam);
+}
+
+LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  return CallProcedure(window, message, wParam, lParam);
+}
+
+BOOL PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (!IsWindowAlive(window)) {
+    return FALSE;
+  }
+  queue.posted.push_back(MessageOf(window, message, wParam, lParam));
+  if (queue.pumping > 0) {
+    Bell().Ring();
+  }
+  return TRUE;
+}
+
+void PostQuitMessage(int exitCode) {
+  queue.quit = exitCode;
+}
+
+UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure) {
+  assert(procedure == nullptr && "timers come as WM_TIMER");
+  static_cast<void>(procedure);
+  if (!IsWindowAlive(window)) {
+    return 0;
+  }
+  KillTimer(window, id);
+  const std::chrono::milliseconds interval(std::max(milliseconds, 1U));
+  queue.timers.push_back({window, id, interval, Clock::now() + interval});
+  if (queue.pumping > 0) {
+    ArmAlarm();
+  }
+  return id;
+}
+
+BOOL KillTimer(HWND window, UINT_PTR id) {
+  const auto killed = std::erase_if(
+      queue.timers, [&](const Timer& timer) { return timer.window == window && timer.id == id; });
+  return killed != 0 ? TRUE : FALSE;
+}

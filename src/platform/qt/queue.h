@@ -1,0 +1,34 @@
+// The message queue of the one thread: posted messages, input, paints and timers, in that order of
+// precedence. Everything that waits (the program's loop, a modal dialog) waits in TakeMessage.
+#pragma once
+
+#include "platform/win32.h"
+
+namespace platform_qt {
+
+enum class Taken { message, quit, nothing };
+
+// Takes the next message; `quit` carries the exit code in wParam. `nothing` when *stop has become true, or
+// when the queue is empty and the call may not wait.
+Taken TakeMessage(MSG& message, bool wait, const bool* stop = nullptr);
+
+// Modifier keys of an input message, as GetKeyState reports them while it is handled.
+inline constexpr int kShiftDown = 1;
+inline constexpr int kControlDown = 2;
+inline constexpr int kAltDown = 4;
+
+// Appends an input message. Mouse moves and thumb moves that follow each other become one.
+void AppendInput(HWND window, UINT message, WPARAM wParam, LPARAM lParam, int modifiers);
+// The modifier keys of the input message that was taken last.
+[[nodiscard]] int MessageModifiers();
+
+// Drops messages and timers of a window that is gone.
+void ForgetWindow(HWND window);
+// Whether no posted message, input, quit or paint waits.
+[[nodiscard]] bool QueueIsIdle();
+[[nodiscard]] bool HasTimer(HWND window, UINT_PTR id);
+
+// Drops everything, for the end of the toolkit.
+void ClearQueue();
+
+}  // namespace platform_qt

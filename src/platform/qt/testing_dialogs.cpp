@@ -1,0 +1,148 @@
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QFile>
+#include <QFileDialog>
+#include <QFontDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <cstring>
+#include <deque>
+
+#include "platform/qt/hooks.h"
+#include "platform/qt/queue.h"
+#include "platform/qt/testing_records.h"
+#include "platform/testing.h"
+
+namespace platform_testing {
+
+namespace {
+
+struct Records {
+  std::vector<Box> boxes;
+  std::vector<FileDialog> fileDialogs;
+  std::vector<UINT> beeps;
+  std::deque<int> boxAnswers;
+  std::deque<std::optional<std::string>> fileAnswers;
+  std::deque<std::optional<FontAnswer>> fontAnswers;
+};
+
+Records records;
+
+template <typename Answer>
+Answer TakeAnswer(std::deque<Answer>& answers, Answer otherwise) {
+  if (answers.empty()) {
+    return otherwise;
+  }
+  Answer answer = answers.front();
+  answers.pop_front();
+  return answer;
+}
+
+// A program that never comes to rest must not keep a dialog open for ever.
+constexpr int kMostRounds = 1000;
+
+// Presses a button of the dialog when its message loop has served what waits.
+void PressLater(QDialog& dialog, QDialogButtonBox::StandardButton button, int rounds = kMostRounds) {
+  QTimer::singleShot(0, &dialog, [&dialog, button, rounds] {
+    if (!platform_qt::QueueIsIdle() && rounds > 0) {
+      PressLater(dialog, button, rounds - 1);
+      return;
+    }
+    QPushButton* const widget = dialog.findChild<QDialogButtonBox*>()->button(button);
+    if (widget != nullptr && widget->isEnabled()) {
+      widget->click();
+    }
+    // The toolkit may refuse the answer; then the dialog must not wait for ever.
+    if (dialog.isVisible()) {
+      dialog.reject();
+    }
+  });
+}
+
+void TakeBox(QMessageBox& box, const char* text, const char* caption, UINT style) {
+  records.boxes.push_back({text, caption, style});
+  const bool cancel = TakeAnswer(records.boxAnswers, IDOK) == IDCANCEL;
+  PressLater(box, cancel ? QDialogButtonBox::Cancel : QDialogButtonBox::Ok);
+}
+
+// A box that the file dialog shows over itself, such as "file not found", is closed.
+void WatchForBoxOver(QFileDialog& dialog) {
+  QTimer::singleShot(0, &dialog, [&dialog] {
+    QWidget* const top = QApplication::activeModalWidget();
+    if (top != nullptr && top != &dialog && qobject_cast<QMessageBox*>(top) != nullptr) {
+      top->close();
+    } else if (dialog.isVisible()) {
+      WatchForBoxOver(dialog);
+    }
+  });
+}
+
+void TakeFileDialog(QFileDialog& dialog, const OPENFILENAMEA& open) {
+  FileDialog record;
+  for (const char* at = open.lpstrFilter; at != nullptr && *at != '\0'; at += std::strlen(at) + 1) {
+    record.filters.emplace_back(at);
+  }
+  record.filterIndex = static_cast<int>(open.nFilterIndex);
+  record.directory = dialog.directory().absolutePath().toStdString();
+  auto* const name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+  record.name = name->text().toStdString();
+  records.fileDialogs.push_back(record);
+  const auto answer = TakeAnswer<std::optional<std::string>>(records.fileAnswers, std::nullopt);
+  if (answer) {
+    name->setText(QFile::decodeName(answer->c_str()));
+    WatchForBoxOver(dialog);
+  }
+  PressLater(dialog, answer ? QDialogButtonBox::Open : QDialogButtonBox::Cancel);
+}
+
+void TakeFontDialog(QFontDialog& dialog) {
+  const auto answer = TakeAnswer<std::optional<FontAnswer>>(records.fontAnswers, std::nullopt);
+  if (answer) {
+    QFont font(QString::fromStdString(answer->face), answer->points);
+    font.setWeight(static_cast<QFont::Weight>(answer->weight));
+    font.setItalic(answer->italic);
+    dialog.setCurrentFont(font);
+  }
+  PressLater(dialog, answer ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel);
+}
+
+}  // namespace
+
+void HookDialogs() {
+  platform_qt::hooks.boxShown = TakeBox;
+  platform_qt::hooks.fileDialogShown = TakeFileDialog;
+  platform_qt::hooks.fontDialogShown = TakeFontDialog;
+  platform_qt::hooks.beeped = [](UINT type) { records.beeps.push_back(type); };
+}
+
+void ForgetDialogs() {
+  records = Records{};
+}
+
+const std::vector<Box>& Boxes() {
+  return records.boxes;
+}
+
+void AnswerNextBox(int id) {
+  records.boxAnswers.push_back(id);
+}
+
+void AnswerNextFileDialog(std::optional<std::string> path) {
+  records.fileAnswers.push_back(std::move(path));
+}
+
+const std::vector<FileDialog>& FileDialogs() {
+  return records.fileDialogs;
+}
+
+void AnswerNextFontDialog(std::optional<FontAnswer> answer) {
+  records.fontAnswers.push_back(std::move(answer));
+}
+
+const std::vector<UINT>& Beeps() {
+  return records.beeps;
+}
+
+}  // namespace platform_testing

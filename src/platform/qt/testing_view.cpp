@@ -1,0 +1,113 @@
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPixmap>
+#include <cassert>
+
+#include "platform/qt/cursor.h"
+#include "platform/qt/menu.h"
+#include "platform/qt/window.h"
+#include "platform/testing.h"
+
+namespace platform_testing {
+
+using namespace platform_qt;
+
+namespace {
+
+// Opens a pull-down as a click on its title does. The caller closes it.
+QMenu* PullDown(HWND window, int position) {
+  QAction* const title = window->menuBar->actions().at(position);
+  window->menuBar->setActiveAction(title);
+  if (!title->menu()->isVisible()) {
+    title->menu()->popup(window->menuBar->mapToGlobal(window->menuBar->actionGeometry(title).bottomLeft()));
+  }
+  return title->menu();
+}
+
+void CloseMenus(HWND window, QMenu* menu) {
+  menu->close();
+  if (IsWindowAlive(window)) {
+    window->menuBar->setActiveAction(nullptr);
+  }
+}
+
+QAction* ActionOf(const QMenu& menu, UINT id) {
+  for (QAction* action : menu.actions()) {
+    if (!action->isSeparator() && action->data().toUInt() == id) {
+      return action;
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+void ClickMenu(HWND window, UINT id) {
+  // An item may come into being only when its pull-down opens, so that all may have to be tried.
+  const int known = PopupOfCommand(window->menu, id);
+  const auto count = static_cast<int>(window->menuBar->actions().size());
+  for (int position = known < 0 ? 0 : known; position < (known < 0 ? count : known + 1); ++position) {
+    QMenu* const menu = PullDown(window, position);
+    QAction* const action = ActionOf(*menu, id);
+    if (action != nullptr) {
+      // A grayed item takes no click.
+      if (action->isEnabled()) {
+        action->trigger();
+      }
+      CloseMenus(window, menu);
+      return;
+    }
+    CloseMenus(window, menu);
+  }
+  assert(false && "an item of the menu");
+}
+
+std::vector<MenuItem> OpenMenu(HWND window, int position) {
+  QMenu* const menu = PullDown(window, position);
+  std::vector<MenuItem> items;
+  for (const QAction* action : menu->actions()) {
+    MenuItem item;
+    item.text = action->text().toStdString();
+    item.id = action->isSeparator() ? 0 : action->data().toUInt();
+    item.enabled = action->isEnabled();
+    item.checked = action->isChecked();
+    item.separator = action->isSeparator();
+    items.push_back(item);
+  }
+  CloseMenus(window, menu);
+  return items;
+}
+
+Pixels ClientPixels(HWND window) {
+  const Surface& surface = window->surface;
+  Pixels pixels;
+  pixels.width = surface.Width();
+  pixels.height = surface.Height();
+  pixels.at.reserve(static_cast<std::size_t>(pixels.width) * static_cast<std::size_t>(pixels.height));
+  for (int y = 0; y < pixels.height; ++y) {
+    for (int x = 0; x < pixels.width; ++x) {
+      pixels.at.push_back(ColorOf(surface.Row(y)[x]));
+    }
+  }
+  return pixels;
+}
+
+bool SavePicture(HWND window, const std::string& path) {
+  return window->frame->grab().save(QString::fromStdString(path), "PNG");
+}
+
+Bar ScrollBarOf(HWND window, int bar) {
+  const ScrollBar& widget = *window->bars[bar];
+  return {!widget.isHidden(), widget.Top(), widget.Position()};
+}
+
+std::string Caption(HWND window) {
+  return window->caption;
+}
+
+bool WaitCursorShown(HWND window) {
+  return window->client->cursor().shape() == Qt::WaitCursor;
+}
+
+}  // namespace platform_testing

@@ -1,0 +1,20 @@
+// A temporary file that only this process sees and that vanishes with it, however it ends. Operations of
+// this layer's own; each system's folder implements them. FileClose of platform/file.h closes it, FileSeek
+// and FileRead serve it too, since reading and writing share one position.
+#pragma once
+
+#include <cstddef>
+
+#include "platform/file.h"
+
+// The folder in which temporary files are made, as the system's settings have it now. Valid until the next
+// call.
+[[nodiscard]] const char* TempFolder();
+
+// Makes an empty file in TempFolder(), open for reading and writing, with rights for the user alone. It has
+// no name, or loses it before this returns. kNoFile when the folder or the system does not permit it.
+[[nodiscard]] FileHandle TempFileOpen();
+
+// Writes all `count` bytes at the file's position, which moves behind them. False on an error, a full disk
+// and the user's limit on the size of files among them; a part may have been written.
+[[nodiscard]] bool TempFileWrite(FileHandle file, const void* buffer, std::size_t count);

@@ -1,0 +1,112 @@
+// What a test, and the picture tool, may ask of the platform layer: drive the program with input as a user
+// would, answer what it asks, and see what it did. Nothing in the program itself includes this header.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/win32.h"
+
+namespace platform_testing {
+
+// Brings the toolkit up without a display (Qt's "offscreen") unless it runs already, with scaling 1. Timers
+// stop by themselves: a test sends WM_TIMER instead of waiting.
+void StartToolkit(int argc, char** argv);
+// The words that CommandWord hands to the program from now on.
+void SetCommandWords(std::vector<std::string> words);
+
+// Runs the message loop (accelerators of `table` to `window` included, both may be null) until no posted
+// message, input or paint is left. False when WM_QUIT was met.
+bool PumpUntilIdle(HWND window, HACCEL table);
+// Number of timers that are set at this moment with this id.
+bool TimerIsSet(HWND window, UINT_PTR id);
+
+// Input, as the toolkit delivers it; the message follows at the next pump. `keys` holds MK_SHIFT and
+// MK_CONTROL, and kAlt for the Alt key.
+inline constexpr int kAlt = 0x1000;
+void PressKey(HWND window, int virtualKey, int keys);
+void TypeCharacter(HWND window, char character, int keys);  // a letter or digit key
+void Wheel(HWND window, int delta, bool horizontal, int keys);
+void Mouse(HWND window, UINT message, int x, int y, int keys);
+void ResizeClient(HWND window, int width, int height);  // device pixels
+// Moves the thumb of a bar as a finished drag does.
+void DragThumb(HWND window, int bar, std::int64_t position);
+void ClickMenu(HWND window, UINT id);  // opens the pull-down that holds the item, and chooses it
+
+// Boxes and dialogs. The answers are used up in order; without one, a box is closed with its default.
+struct Box {
+  std::string text, caption;
+  UINT style = 0;
+};
+const std::vector<Box>& Boxes();
+void AnswerNextBox(int id);
+// The next open-file dialog returns this path (through the real dialog), or is cancelled. Without an answer
+// a dialog is cancelled.
+void AnswerNextFileDialog(std::optional<std::string> path);
+struct FileDialog {
+  std::vector<std::string> filters;
+  int filterIndex = 0;
+  std::string name, directory;
+};
+const std::vector<FileDialog>& FileDialogs();
+// The next font dialog chooses this, or is cancelled.
+struct FontAnswer {
+  std::string face;
+  int points = 10;
+  int weight = 400;
+  bool italic = false;
+};
+void AnswerNextFontDialog(std::optional<FontAnswer> answer);
+
+const std::vector<UINT>& Beeps();
+// How often FileOpenShared opened something since the start.
+std::int64_t FilesOpened();
+// Bytes that FileRead delivered since the start.
+std::int64_t BytesRead();
+// Forgets boxes, beeps, dialogs, answers and the drawing log.
+void ForgetRecords();
+
+// The drawing log: each call that draws or moves pixels, in order, while it is on.
+struct DrawCall {
+  enum class Kind { text, fillText, line, rectangle, invert, scroll } kind{};
+  int x = 0, y = 0;         // text origin; start of a line
+  RECT rect{};              // opaque rectangle, rectangle, inverted or scrolled rectangle; end of a line
+  std::string text;         // Windows-1252 bytes
+  COLORREF color = 0;       // text, pen
+  COLORREF background = 0;  // text background, brush
+  int penStyle = PS_SOLID;
+};
+void LogDrawing(bool on);
+const std::vector<DrawCall>& DrawingLog();
+
+// Pixels of the client area, as 0x00BBGGRR, row by row.
+struct Pixels {
+  int width = 0, height = 0;
+  std::vector<COLORREF> at;
+  [[nodiscard]] COLORREF Get(int x, int y) const {
+    return at[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x)];
+  }
+  bool operator==(const Pixels&) const = default;
+};
+Pixels ClientPixels(HWND window);
+// The whole window with frame-less menu bar and scroll bars as a PNG file. False when it cannot be written.
+bool SavePicture(HWND window, const std::string& path);
+
+struct Bar {
+  bool visible = false;
+  std::int64_t top = 0, position = 0;
+};
+Bar ScrollBarOf(HWND window, int bar);
+std::string Caption(HWND window);
+bool WaitCursorShown(HWND window);
+struct MenuItem {
+  std::string text;
+  UINT id = 0;
+  bool enabled = false, checked = false, separator = false;
+};
+// The items of a pull-down as they stand after it was opened (WM_INITMENUPOPUP was sent).
+std::vector<MenuItem> OpenMenu(HWND window, int position);
+
+}  // namespace platform_testing

@@ -1,0 +1,499 @@
+// The Win32 operations that the program uses: the small exact subset that `platform/qt` and
+// `platform/posix` provide, with Win32's own arguments, values, structures and meaning. On Windows this is
+// the system's own header. There is no operation here without a caller; each comment says what the program
+// relies on, and where the layer differs. A flag or message that the layer does not know is an assertion in
+// a debug build and a line on stderr in release.
+//
+// Pixels are device pixels. Text of the view and of printed pages is bytes of the Windows-1252 set; every
+// other text (captions, menus, boxes, paths) is UTF-8.
+#pragma once
+
+#ifdef _WIN32
+
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
+#include <commdlg.h>
+#include <shellapi.h>
+
+#else
+
+#include <cstdint>
+
+// --- Types -----------------------------------------------------------------------------------------------
+
+#define CALLBACK
+#define WINAPI
+
+using BYTE = std::uint8_t;
+using WORD = std::uint16_t;
+using DWORD = std::uint32_t;
+using UINT = unsigned int;
+using INT = int;
+using LONG = std::int32_t;
+using BOOL = int;
+using ATOM = WORD;
+using LPSTR = char*;
+using LPCSTR = const char*;
+using LPVOID = void*;
+using UINT_PTR = std::uintptr_t;
+using LONG_PTR = std::intptr_t;
+using ULONG_PTR = std::uintptr_t;
+using WPARAM = UINT_PTR;
+using LPARAM = LONG_PTR;
+using LRESULT = LONG_PTR;
+using INT_PTR = std::intptr_t;
+using COLORREF = DWORD;  // 0x00BBGGRR
+
+#define FALSE 0
+#define TRUE 1
+
+#define QUORL_DECLARE_HANDLE(name) \
+  struct name##__;                 \
+  using name = name##__*
+using HANDLE = void*;
+using HGDIOBJ = void*;
+QUORL_DECLARE_HANDLE(HINSTANCE);
+QUORL_DECLARE_HANDLE(HWND);
+QUORL_DECLARE_HANDLE(HDC);
+QUORL_DECLARE_HANDLE(HMENU);
+QUORL_DECLARE_HANDLE(HACCEL);
+QUORL_DECLARE_HANDLE(HICON);
+QUORL_DECLARE_HANDLE(HFONT);
+QUORL_DECLARE_HANDLE(HBRUSH);
+QUORL_DECLARE_HANDLE(HPEN);
+#undef QUORL_DECLARE_HANDLE
+using HCURSOR = HICON;
+using HMODULE = HINSTANCE;
+
+struct POINT {
+  LONG x, y;
+};
+struct SIZE {
+  LONG cx, cy;
+};
+struct RECT {
+  LONG left, top, right, bottom;
+};
+struct MSG {
+  HWND hwnd;
+  UINT message;
+  WPARAM wParam;
+  LPARAM lParam;
+  DWORD time;
+  POINT pt;
+};
+struct PAINTSTRUCT {
+  HDC hdc;
+  BOOL fErase;
+  RECT rcPaint;
+  BOOL fRestore;
+  BOOL fIncUpdate;
+  BYTE rgbReserved[32];
+};
+using WNDPROC = LRESULT(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
+using TIMERPROC = void(CALLBACK*)(HWND, UINT, UINT_PTR, DWORD);
+struct WNDCLASSA {
+  UINT style;
+  WNDPROC lpfnWndProc;
+  int cbClsExtra;
+  int cbWndExtra;
+  HINSTANCE hInstance;
+  HICON hIcon;
+  HCURSOR hCursor;
+  HBRUSH hbrBackground;
+  LPCSTR lpszMenuName;
+  LPCSTR lpszClassName;
+};
+inline constexpr int LF_FACESIZE = 32;
+struct LOGFONTA {
+  LONG lfHeight;  // below 0: character height in pixels, without internal leading
+  LONG lfWidth;
+  LONG lfEscapement;
+  LONG lfOrientation;
+  LONG lfWeight;
+  BYTE lfItalic;
+  BYTE lfUnderline;
+  BYTE lfStrikeOut;
+  BYTE lfCharSet;
+  BYTE lfOutPrecision;
+  BYTE lfClipPrecision;
+  BYTE lfQuality;
+  BYTE lfPitchAndFamily;
+  char lfFaceName[LF_FACESIZE];
+};
+struct TEXTMETRICA {
+  LONG tmHeight;
+  LONG tmAscent;
+  LONG tmDescent;
+  LONG tmInternalLeading;
+  LONG tmExternalLeading;
+  LONG tmAveCharWidth;
+  LONG tmMaxCharWidth;
+  LONG tmWeight;
+  LONG tmOverhang;
+  LONG tmDigitizedAspectX;
+  LONG tmDigitizedAspectY;
+  BYTE tmFirstChar;
+  BYTE tmLastChar;
+  BYTE tmDefaultChar;
+  BYTE tmBreakChar;
+  BYTE tmItalic;
+  BYTE tmUnderlined;
+  BYTE tmStruckOut;
+  BYTE tmPitchAndFamily;
+  BYTE tmCharSet;
+};
+struct ACCEL {
+  BYTE fVirt;
+  WORD key;
+  WORD cmd;
+};
+
+constexpr WORD LOWORD(ULONG_PTR value) {
+  return static_cast<WORD>(value & 0xFFFF);
+}
+constexpr WORD HIWORD(ULONG_PTR value) {
+  return static_cast<WORD>((value >> 16) & 0xFFFF);
+}
+constexpr WPARAM MAKEWPARAM(UINT low, UINT high) {
+  return static_cast<WPARAM>((low & 0xFFFF) | ((high & 0xFFFF) << 16));
+}
+constexpr LPARAM MAKELPARAM(UINT low, UINT high) {
+  return static_cast<LPARAM>((low & 0xFFFF) | ((high & 0xFFFF) << 16));
+}
+constexpr COLORREF RGB(BYTE red, BYTE green, BYTE blue) {
+  return static_cast<COLORREF>(red) | (static_cast<COLORREF>(green) << 8) |
+         (static_cast<COLORREF>(blue) << 16);
+}
+
+// --- Messages that the layer delivers --------------------------------------------------------------------
+
+inline constexpr UINT WM_CREATE = 0x0001;
+inline constexpr UINT WM_DESTROY = 0x0002;
+inline constexpr UINT WM_SIZE = 0x0005;  // also when a scroll bar or the menu appears and takes room
+inline constexpr UINT WM_PAINT = 0x000F;
+inline constexpr UINT WM_CLOSE = 0x0010;
+inline constexpr UINT WM_QUIT = 0x0012;
+inline constexpr UINT WM_ERASEBKGND = 0x0014;
+inline constexpr UINT WM_KEYDOWN = 0x0100;
+inline constexpr UINT WM_CHAR = 0x0102;  // control characters only: what accelerators of the ASCII kind need
+inline constexpr UINT WM_COMMAND = 0x0111;
+inline constexpr UINT WM_TIMER = 0x0113;
+inline constexpr UINT WM_HSCROLL = 0x0114;
+inline constexpr UINT WM_VSCROLL = 0x0115;
+inline constexpr UINT WM_INITMENUPOPUP = 0x0117;
+inline constexpr UINT WM_MOUSEMOVE = 0x0200;  // while a button is down; moves that follow each other become one
+inline constexpr UINT WM_LBUTTONDOWN = 0x0201;
+inline constexpr UINT WM_LBUTTONUP = 0x0202;
+inline constexpr UINT WM_LBUTTONDBLCLK = 0x0203;
+inline constexpr UINT WM_RBUTTONDOWN = 0x0204;
+inline constexpr UINT WM_MOUSEWHEEL = 0x020A;  // touchpads deliver parts of WHEEL_DELTA
+inline constexpr UINT WM_MOUSEHWHEEL = 0x020E;
+inline constexpr UINT WM_USER = 0x0400;
+
+inline constexpr int WHEEL_DELTA = 120;
+inline constexpr int MK_SHIFT = 0x0004;
+inline constexpr int MK_CONTROL = 0x0008;
+
+inline constexpr WPARAM SIZE_RESTORED = 0;
+inline constexpr WPARAM SIZE_MINIMIZED = 1;
+inline constexpr WPARAM SIZE_MAXIMIZED = 2;
+
+inline constexpr int SB_HORZ = 0;
+inline constexpr int SB_VERT = 1;
+inline constexpr int SB_LINEUP = 0;
+inline constexpr int SB_LINEDOWN = 1;
+inline constexpr int SB_PAGEUP = 2;
+inline constexpr int SB_PAGEDOWN = 3;
+inline constexpr int SB_THUMBPOSITION = 4;
+inline constexpr int SB_THUMBTRACK = 5;
+inline constexpr int SB_TOP = 6;
+inline constexpr int SB_BOTTOM = 7;
+inline constexpr int SB_ENDSCROLL = 8;
+
+inline constexpr int VK_BACK = 0x08;
+inline constexpr int VK_SHIFT = 0x10;
+inline constexpr int VK_CONTROL = 0x11;
+inline constexpr int VK_MENU = 0x12;
+inline constexpr int VK_ESCAPE = 0x1B;
+inline constexpr int VK_PRIOR = 0x21;
+inline constexpr int VK_NEXT = 0x22;
+inline constexpr int VK_END = 0x23;
+inline constexpr int VK_HOME = 0x24;
+inline constexpr int VK_LEFT = 0x25;
+inline constexpr int VK_UP = 0x26;
+inline constexpr int VK_RIGHT = 0x27;
+inline constexpr int VK_DOWN = 0x28;
+inline constexpr int VK_INSERT = 0x2D;
+inline constexpr int VK_F1 = 0x70;
+inline constexpr int VK_F2 = 0x71;
+inline constexpr int VK_F3 = 0x72;
+inline constexpr int VK_F5 = 0x74;
+inline constexpr int VK_F11 = 0x7A;
+inline constexpr int VK_F12 = 0x7B;
+
+// --- Windows ---------------------------------------------------------------------------------------------
+
+inline constexpr UINT CS_DBLCLKS = 0x0008;
+inline constexpr DWORD WS_OVERLAPPED = 0x00000000;
+inline constexpr DWORD WS_HSCROLL = 0x00100000;
+inline constexpr DWORD WS_VSCROLL = 0x00200000;
+inline constexpr DWORD WS_OVERLAPPEDWINDOW = 0x00CF0000;
+inline constexpr DWORD WS_CLIPCHILDREN = 0x02000000;
+inline constexpr int CW_USEDEFAULT = static_cast<int>(0x80000000U);
+inline constexpr int COLOR_BACKGROUND = 1;
+inline constexpr int SW_SHOWNORMAL = 1;
+inline constexpr int SW_SHOWMINIMIZED = 2;
+inline constexpr int SW_MAXIMIZE = 3;
+inline constexpr int SW_MINIMIZE = 6;
+inline constexpr int SW_RESTORE = 9;
+inline constexpr int SW_SHOWDEFAULT = 10;
+inline constexpr int GCLP_HCURSOR = -12;
+inline constexpr UINT SWP_NOSIZE = 0x0001;
+inline constexpr UINT SWP_NOMOVE = 0x0002;
+#define HWND_TOP (static_cast<HWND>(nullptr))
+#define HWND_TOPMOST (reinterpret_cast<HWND>(static_cast<LONG_PTR>(-1)))
+#define HWND_NOTOPMOST (reinterpret_cast<HWND>(static_cast<LONG_PTR>(-2)))
+#define IDC_ARROW (reinterpret_cast<LPCSTR>(static_cast<ULONG_PTR>(32512)))
+#define IDC_WAIT (reinterpret_cast<LPCSTR>(static_cast<ULONG_PTR>(32514)))
+
+// Registers a window class. Relied on: the procedure, the icon, the cursor, the background brush given as a
+// system color plus 1, CS_DBLCLKS. 0 on failure, and when the name is registered already.
+ATOM RegisterClassA(const WNDCLASSA* windowClass);
+BOOL UnregisterClassA(LPCSTR className, HINSTANCE instance);
+
+// Creates a top-level window; WM_CREATE runs inside the call (its lParam is not used), and -1 from it fails
+// the call. Sizes are outer sizes. `menu` becomes the window's menu bar.
+HWND CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR caption, DWORD style, int x, int y, int width,
+                     int height, HWND parent, HMENU menu, HINSTANCE instance, LPVOID param);
+BOOL DestroyWindow(HWND window);
+// The first ShowWindow sends WM_SIZE before it returns.
+BOOL ShowWindow(HWND window, int show);
+BOOL UpdateWindow(HWND window);  // sends WM_PAINT at once if an update region is pending
+BOOL IsIconic(HWND window);
+BOOL SetWindowTextA(HWND window, LPCSTR text);
+int GetWindowTextA(HWND window, LPSTR text, int size);
+// Relied on: raising with HWND_TOP, HWND_TOPMOST and HWND_NOTOPMOST, always with SWP_NOMOVE | SWP_NOSIZE.
+BOOL SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
+HWND SetFocus(HWND window);
+BOOL GetClientRect(HWND window, RECT* rect);
+ULONG_PTR SetClassLongPtrA(HWND window, int index, LONG_PTR value);  // GCLP_HCURSOR only
+LRESULT CALLBACK DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+DWORD GetModuleFileNameA(HMODULE module, LPSTR path, DWORD size);  // module null: the program itself
+
+// --- Messages, timers, keys ------------------------------------------------------------------------------
+
+// Posted messages come first in, first out; then input; then WM_PAINT while an update region is pending;
+// then timers, each at most once however late. 0 at WM_QUIT.
+BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last);
+BOOL TranslateMessage(const MSG* message);
+LRESULT DispatchMessageA(const MSG* message);
+LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+BOOL PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+void PostQuitMessage(int exitCode);
+UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure);  // procedure: null
+BOOL KillTimer(HWND window, UINT_PTR id);
+short GetKeyState(int virtualKey);  // VK_SHIFT, VK_CONTROL, VK_MENU as of the message being handled
+inline constexpr UINT SPI_GETWHEELSCROLLLINES = 0x0068;
+BOOL SystemParametersInfoA(UINT action, UINT param, void* result, UINT flags);
+
+// Accelerators. An entry without FVIRTKEY matches WM_CHAR by character; one with it matches WM_KEYDOWN by
+// key and by the exact set of FSHIFT, FCONTROL and FALT.
+inline constexpr BYTE FVIRTKEY = 0x01;
+inline constexpr BYTE FNOINVERT = 0x02;
+inline constexpr BYTE FSHIFT = 0x04;
+inline constexpr BYTE FCONTROL = 0x08;
+inline constexpr BYTE FALT = 0x10;
+HACCEL CreateAcceleratorTableA(ACCEL* entries, int count);
+BOOL DestroyAcceleratorTable(HACCEL table);
+int TranslateAcceleratorA(HWND window, HACCEL table, MSG* message);
+
+// --- Menus -----------------------------------------------------------------------------------------------
+
+inline constexpr UINT MF_STRING = 0x0000;
+inline constexpr UINT MF_ENABLED = 0x0000;
+inline constexpr UINT MF_GRAYED = 0x0001;
+inline constexpr UINT MF_CHECKED = 0x0008;
+inline constexpr UINT MF_UNCHECKED = 0x0000;
+inline constexpr UINT MF_POPUP = 0x0010;
+inline constexpr UINT MF_BYCOMMAND = 0x0000;
+inline constexpr UINT MF_BYPOSITION = 0x0400;
+inline constexpr UINT MF_SEPARATOR = 0x0800;
+
+HMENU CreateMenu();
+HMENU CreatePopupMenu();
+// In the text, & marks the mnemonic and a tab parts the label from the key text.
+BOOL AppendMenuA(HMENU menu, UINT flags, UINT_PTR idOrPopup, LPCSTR text);
+BOOL DeleteMenu(HMENU menu, UINT item, UINT flags);
+// Result: the former state, or -1 (as DWORD) when there is no such item.
+DWORD CheckMenuItem(HMENU menu, UINT id, UINT flags);
+BOOL EnableMenuItem(HMENU menu, UINT id, UINT flags);
+HMENU GetMenu(HWND window);
+HMENU GetSubMenu(HMENU menu, int position);
+int GetMenuItemCount(HMENU menu);
+
+// --- Painting --------------------------------------------------------------------------------------------
+
+// Each window has a picture of its client area. BeginPaint gives a device context clipped to the update
+// region and empties that region (and erases first, with WM_ERASEBKGND, if any part asked for it); GetDC
+// draws at once. ScrollWindow moves pixels and adds the strip that it uncovers to the update region.
+HDC BeginPaint(HWND window, PAINTSTRUCT* paint);
+BOOL EndPaint(HWND window, const PAINTSTRUCT* paint);
+HDC GetDC(HWND window);
+int ReleaseDC(HWND window, HDC dc);
+BOOL InvalidateRect(HWND window, const RECT* rect, BOOL erase);  // rect null: the whole client area
+BOOL GetUpdateRect(HWND window, RECT* rect, BOOL erase);         // rect may be null; FALSE: nothing pending
+BOOL ScrollWindow(HWND window, int dx, int dy, const RECT* scroll, const RECT* clip);
+
+inline constexpr UINT ETO_OPAQUE = 0x0002;
+inline constexpr UINT ETO_CLIPPED = 0x0004;
+inline constexpr int PS_SOLID = 0;
+inline constexpr int PS_DOT = 2;
+inline constexpr int NULL_PEN = 8;
+inline constexpr int ANSI_FIXED_FONT = 11;
+inline constexpr int LOGPIXELSY = 90;
+inline constexpr int COLOR_MENU = 4;
+inline constexpr int COLOR_WINDOW = 5;
+inline constexpr int COLOR_MENUTEXT = 7;
+inline constexpr int COLOR_WINDOWTEXT = 8;
+inline constexpr int COLOR_APPWORKSPACE = 12;
+inline constexpr int COLOR_HIGHLIGHT = 13;
+inline constexpr int COLOR_HIGHLIGHTTEXT = 14;
+
+HGDIOBJ SelectObject(HDC dc, HGDIOBJ object);  // fonts, pens, brushes; the former object of that kind
+BOOL DeleteObject(HGDIOBJ object);
+HGDIOBJ GetStockObject(int index);
+HBRUSH CreateSolidBrush(COLORREF color);
+HPEN CreatePen(int style, int width, COLORREF color);
+COLORREF SetBkColor(HDC dc, COLORREF color);    // the former color
+COLORREF SetTextColor(HDC dc, COLORREF color);  // the former color
+// Text of a font made by CreateFontIndirectA, and of ANSI_FIXED_FONT, stands on a grid: each byte advances
+// by tmAveCharWidth, also in a proportional font.
+BOOL ExtTextOutA(HDC dc, int x, int y, UINT options, const RECT* rect, LPCSTR text, UINT count,
+                 const INT* advances);
+BOOL TextOutA(HDC dc, int x, int y, LPCSTR text, int count);
+BOOL GetTextExtentPointA(HDC dc, LPCSTR text, int count, SIZE* size);
+BOOL MoveToEx(HDC dc, int x, int y, POINT* former);
+BOOL LineTo(HDC dc, int x, int y);  // the end point itself is not drawn
+// Outlined with the pen, filled with the brush; the right and bottom edges are excluded, and one pixel more
+// of each with NULL_PEN.
+BOOL Rectangle(HDC dc, int left, int top, int right, int bottom);
+BOOL InvertRect(HDC dc, const RECT* rect);
+DWORD GetSysColor(int index);  // from the desktop's palette
+
+// --- Fonts and cursors -----------------------------------------------------------------------------------
+
+// The face resolves through the system's font service, so that "Courier New" finds a metric-compatible
+// face. Null when no font can be made.
+HFONT CreateFontIndirectA(const LOGFONTA* font);
+int GetDeviceCaps(HDC dc, int index);  // LOGPIXELSY only
+BOOL GetTextMetricsA(HDC dc, TEXTMETRICA* metrics);
+HCURSOR LoadCursorA(HINSTANCE instance, LPCSTR name);  // IDC_ARROW, IDC_WAIT
+HCURSOR SetCursor(HCURSOR cursor);
+// Relied on: 32 bits a pixel, one plane; `xorBits` are blue, green, red, alpha from the top row down, and
+// `andBits` are ignored since the alpha decides.
+HICON CreateIcon(HINSTANCE instance, int width, int height, BYTE planes, BYTE bitsPixel, const BYTE* andBits,
+                 const BYTE* xorBits);
+BOOL DestroyIcon(HICON icon);
+
+inline constexpr DWORD CF_SCREENFONTS = 0x00000001;
+inline constexpr DWORD CF_INITTOLOGFONTSTRUCT = 0x00000040;
+inline constexpr DWORD CF_FORCEFONTEXIST = 0x00010000;
+struct CHOOSEFONTA {
+  DWORD lStructSize;
+  HWND hwndOwner;
+  HDC hDC;
+  LOGFONTA* lpLogFont;
+  INT iPointSize;  // tenths of a point
+  DWORD Flags;
+  COLORREF rgbColors;
+  LPARAM lCustData;
+  void* lpfnHook;
+  LPCSTR lpTemplateName;
+  HINSTANCE hInstance;
+  LPSTR lpszStyle;
+  WORD nFontType;
+  WORD ___MISSING_ALIGNMENT__;
+  INT nSizeMin;
+  INT nSizeMax;
+};
+// The toolkit's font dialog, modal to the owner; the layer's message loop runs behind it. On OK fills
+// lpLogFont (lfHeight below 0, in pixels) and iPointSize. 0 when the user cancels; nothing has changed then.
+BOOL ChooseFontA(CHOOSEFONTA* choose);
+
+// --- Boxes, beeps, files ---------------------------------------------------------------------------------
+
+inline constexpr UINT MB_OK = 0x0000;
+inline constexpr UINT MB_ICONHAND = 0x0010;
+inline constexpr UINT MB_ICONEXCLAMATION = 0x0030;
+inline constexpr UINT MB_ICONASTERISK = 0x0040;
+inline constexpr int IDOK = 1;
+inline constexpr int IDCANCEL = 2;
+int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT style);  // caption null: "Error"
+BOOL MessageBeep(UINT type);
+
+inline constexpr DWORD OFN_HIDEREADONLY = 0x00000004;
+inline constexpr DWORD OFN_FILEMUSTEXIST = 0x00001000;
+struct OPENFILENAMEA {
+  DWORD lStructSize;
+  HWND hwndOwner;
+  HINSTANCE hInstance;
+  LPCSTR lpstrFilter;
+  LPSTR lpstrCustomFilter;
+  DWORD nMaxCustFilter;
+  DWORD nFilterIndex;
+  LPSTR lpstrFile;
+  DWORD nMaxFile;
+  LPSTR lpstrFileTitle;
+  DWORD nMaxFileTitle;
+  LPCSTR lpstrInitialDir;
+  LPCSTR lpstrTitle;
+  DWORD Flags;
+  WORD nFileOffset;
+  WORD nFileExtension;
+  LPCSTR lpstrDefExt;
+  LPARAM lCustData;
+  void* lpfnHook;
+  LPCSTR lpTemplateName;
+  void* pvReserved;
+  DWORD dwReserved;
+  DWORD FlagsEx;
+};
+// The toolkit's dialog for an existing file. Relied on: pairs of filter name and pattern, the filter shown
+// first, the name to begin with (a pattern fills nothing in), the initial directory. The absolute path
+// chosen stands in lpstrFile; 0 when the user cancels.
+BOOL GetOpenFileNameA(OPENFILENAMEA* open);
+
+// Turns bytes of the OEM code page into the Windows-1252 set, one to one; `target` may be `source`. The code
+// page is the one of the locale where that is known, else 437.
+BOOL OemToCharBuffA(LPCSTR source, LPSTR target, DWORD count);
+
+// --- Profile ---------------------------------------------------------------------------------------------
+//
+// A profile file holds sections of keys. Sections and keys are found without regard to ASCII case and to
+// blanks around them; blanks around a value, and then one pair of like quotes around it, are not part of it.
+// Of names that stand twice the first counts. Section and key are never null in a read. A file that is
+// missing, unreadable, no regular file, UTF-16 or longer than 16 MB reads as empty, and is never written over
+// unless it is missing. Text is bytes; a value is read up to a NUL. A name without a directory lies in the
+// user's settings folder (see SettingsPath), which is created by the first save.
+
+// The decimal number of a key: a sign, then digits up to the first other character; 0 when there is none,
+// and modulo 2^32. The default when the key is absent.
+UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, INT fallback, LPCSTR file);
+
+// The text of a key, cut to `size` - 1 bytes and ended by a NUL; the default (null: empty) when the key is
+// absent. Result: the length copied. A size of 0 copies nothing.
+DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer, DWORD size,
+                               LPCSTR file);
+
+// Writes a key; file and section come into being as needed. A null value deletes the key, a null key the
+// section. All else in the file stays byte for byte; the file is replaced in one step, and keeps its mode
+// and a link that leads to it. 0 when that failed, and the old file stands. Differs: a value with blanks or
+// quotes at its ends is written in quotes, so that it reads back as it is; a value with a line feed, which
+// no profile can hold, is refused.
+BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPCSTR file);
+
+#endif

@@ -1,0 +1,44 @@
+#include "tests/platform/child_program.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include "platform/program.h"
+
+namespace {
+
+LRESULT CALLBACK ChildProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_CLOSE: std::puts("close"); break;
+    case WM_DESTROY: PostQuitMessage(7); return 0;
+    default: break;
+  }
+  return DefWindowProcA(window, message, wParam, lParam);
+}
+
+int ChildEntry(HINSTANCE, HINSTANCE, char* commandLine, int show) {
+  std::printf("[%s]\n", commandLine);
+  for (int i = 0; i < CommandWordCount(); ++i) {
+    std::puts(CommandWord(i));
+  }
+  WNDCLASSA windowClass{};
+  windowClass.lpfnWndProc = ChildProcedure;
+  windowClass.lpszClassName = "CHILD";
+  RegisterClassA(&windowClass);
+  const HWND window = CreateWindowExA(0, "CHILD", "Child", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, 0, CW_USEDEFAULT, 0,
+                                      nullptr, nullptr, nullptr, nullptr);
+  ShowWindow(window, show);
+  std::puts("ready");
+  std::fflush(stdout);
+  MSG message{};
+  while (GetMessageA(&message, nullptr, 0, 0) != 0) {
+    DispatchMessageA(&message);
+  }
+  return static_cast<int>(message.wParam);
+}
+
+}  // namespace
+
+int RunChildProgram(int argc, char** argv) {
+  return RunProgram(argc, argv, ChildEntry);
+}

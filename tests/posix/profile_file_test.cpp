@@ -1,0 +1,307 @@
+#include "platform/posix/profile_file.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstring>
+#include <filesystem>
+#include <random>
+#include <thread>
+
+#include "platform/paths.h"
+#include "platform/profile_batch.h"
+#include "platform/win32.h"
+#include "tests/posix/scratch_folder.h"
+
+namespace {
+
+std::string Text(const char* section, const char* key, const std::string& file, const char* fallback = "-") {
+  char buffer[200];
+  const DWORD length = GetPrivateProfileStringA(section, key, fallback, buffer, sizeof buffer, file.c_str());
+  EXPECT_EQ(length, std::strlen(buffer));
+  return buffer;
+}
+
+mode_t ModeOf(const std::string& path) {
+  struct stat status {};
+  EXPECT_EQ(stat(path.c_str(), &status), 0);
+  return status.st_mode & 0777;
+}
+
+// Acts as an ordinary user where the tests run as root, whom no mode bits stop.
+class OrdinaryUser {
+ public:
+  OrdinaryUser() : wasRoot_(geteuid() == 0) {
+    if (wasRoot_ && seteuid(65534) != 0) std::abort();
+  }
+  ~OrdinaryUser() {
+    if (wasRoot_ && seteuid(0) != 0) std::abort();
+  }
+  OrdinaryUser(const OrdinaryUser&) = delete;
+  OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+
+ private:
+  bool wasRoot_;
+};
+
+TEST(ProfileFile, ReadsNumbers) {
+  const ScratchFolder folder;
+  const struct {
+    const char* value;
+    INT number;
+  } cases[] = {{"5", 5},           {"-5", -5},        {"+5", 5},  {"12ab", 12}, {"1.5", 1},
+               {"abc", 0},         {"", 0},           {"-", 0},   {"0x10", 0},  {"\" 7\"", 7},
+               {"4294967295", -1}, {"  8 ; note", 8}, {"'9'", 9}, {"- 5", 0},   {"00010", 10}};
+  for (const auto& it : cases) {
+    const std::string file = folder.Write("p.ini", std::string("[S]\nK=") + it.value + "\n");
+    EXPECT_EQ(static_cast<INT>(GetPrivateProfileIntA("S", "K", 77, file.c_str())), it.number) << it.value;
+    EXPECT_EQ(static_cast<INT>(GetPrivateProfileIntA("S", "L", -77, file.c_str())), -77);
+  }
+}
+
+TEST(ProfileFile, CutsTextsToTheBuffer) {
+  const ScratchFolder folder;
+  const std::string file = folder.Write("p.ini", "[S]\nK=abcdef\n");
+  char buffer[8] = "#######";
+  EXPECT_EQ(GetPrivateProfileStringA("S", "K", "", buffer, 4, file.c_str()), 3U);
+  EXPECT_EQ(std::string(buffer, 8), std::string("abc\0###\0", 8));
+  EXPECT_EQ(GetPrivateProfileStringA("S", "L", "default", buffer, 3, file.c_str()), 2U);
+  EXPECT_STREQ(buffer, "de");
+  EXPECT_EQ(GetPrivateProfileStringA("S", "L", nullptr, buffer, 3, file.c_str()), 0U);
+  EXPECT_STREQ(buffer, "");
+  EXPECT_EQ(GetPrivateProfileStringA("S", "K", "", buffer, 0, file.c_str()), 0U);
+}
+
+TEST(ProfileFile, KeepsEveryByteThatIsNotItsOwn) {
+  const ScratchFolder folder;
+  const std::string file = folder.Write("p.ini",
+                                        "\xEF\xBB\xBF; my settings, do not touch!\r\n"
+                                        "\r\n"
+                                        "[OTHER program]\r\n"
+                                        "  Path = C:\\x ; keep\r\n"
+                                        "FORMAT=9\r\n"
+                                        "\r\n"
+                                        "[quorl]\t; the viewer\r\n"
+                                        "   format   =   0   \r\n"
+                                        "LINELENGTH\t=\t127\r\n"
+                                        "Mine=caf\xC3\xA9\r\n"
+                                        "# TabLength=4\r\n"
+                                        "\r\n"
+                                        "; colors I like\r\n"
+                                        "[Quorl Colors]\r\n"
+                                        "TagBgnd=255\r\n"
+                                        "TagText=1\r\n"
+                                        "not a key line\r\n"
+                                        "last=line");
+  const char* const name = file.c_str();
+  EXPECT_TRUE(WritePrivateProfileStringA("Quorl", "Format", "2", name));
+  EXPECT_TRUE(WritePrivateProfileStringA("Quorl", "LineLength", "127", name));
+  EXPECT_TRUE(WritePrivateProfileStringA("Quorl", "TabLength", "8", name));
+  EXPECT_TRUE(WritePrivateProfileStringA("Quorl Colors", "TagBgnd", nullptr, name));
+  EXPECT_TRUE(WritePrivateProfileStringA("Quorl Colors", "WindowText", nullptr, name));
+  EXPECT_TRUE(WritePrivateProfileStringA("Titles", "Title1", "  Name", name));
+  EXPECT_TRUE(WritePrivateProfileStringA("Print Setup", nullptr, nullptr, name));
+  EXPECT_EQ(ContentOf(file),
+            "\xEF\xBB\xBF; my settings, do not touch!\r\n"
+            "\r\n"
+            "[OTHER program]\r\n"
+            "  Path = C:\\x ; keep\r\n"
+            "FORMAT=9\r\n"
+            "\r\n"
+            "[quorl]\t; the viewer\r\n"
+            "   format   =   2   \r\n"
+            "LINELENGTH\t=\t127\r\n"
+            "Mine=caf\xC3\xA9\r\n"
+            "TabLength=8\r\n"
+            "# TabLength=4\r\n"
+            "\r\n"
+            "; colors I like\r\n"
+            "[Quorl Colors]\r\n"
+            "TagText=1\r\n"
+            "not a key line\r\n"
+            "last=line\r\n"
+            "\r\n"
+            "[Titles]\r\n"
+            "Title1=\"  Name\"\r\n");
+  EXPECT_EQ(Text("titles", "TITLE1", file), "  Name");
+}
+
+TEST(ProfileFile, RefusesWhatNoLineCanHold) {
+  const ScratchFolder folder;
+  const std::string content = "[S]\nK=1\n";
+  const std::string file = folder.Write("p.ini", content);
+  const struct {
+    const char *section, *key, *value;
+  } cases[] = {{"S", "K", "a\n[Quorl Setup]\nMasterProfile=1"},
+               {"S\nT", "K", "1"},
+               {"S", "K\n", "1"},
+               {"S", "K=", "1"},
+               {"S", "", "1"},
+               {"", "K", "1"},
+               {"S", ";K", "1"},
+               {"S", "[K]", "1"}};
+  for (const auto& it : cases) {
+    EXPECT_FALSE(WritePrivateProfileStringA(it.section, it.key, it.value, file.c_str())) << it.value;
+  }
+  EXPECT_EQ(ContentOf(file), content);
+}
+
+TEST(ProfileFile, BareNameLiesInTheSettingsFolder) {
+  const ScratchFolder folder;
+  setenv("XDG_CONFIG_HOME", folder.Path("deep/config").c_str(), 1);
+  EXPECT_EQ(Text("S", "K", "QUORL.INI"), "-");
+  EXPECT_TRUE(WritePrivateProfileStringA("S", "K", nullptr, "QUORL.INI"));
+  EXPECT_FALSE(std::filesystem::exists(folder.Path("deep"))) << "nothing to save, nothing to create";
+
+  EXPECT_TRUE(WritePrivateProfileStringA("S", "K", "1", "QUORL.INI"));
+  EXPECT_EQ(ContentOf(folder.Path("deep/config/quorl/QUORL.INI")), "[S]\nK=1\n");
+  EXPECT_EQ(ModeOf(folder.Path("deep/config/quorl")), 0700U);
+  EXPECT_EQ(folder.Names("deep/config/quorl"), "QUORL.INI");
+  EXPECT_EQ(Text("S", "K", "QUORL.INI"), "1");
+  // Only the settings folder is created.
+  EXPECT_FALSE(WritePrivateProfileStringA("S", "K", "1", folder.Path("no/p.ini").c_str()));
+
+  char path[kPathBytes];
+  setenv("XDG_CONFIG_HOME", "relative", 1);
+  setenv("HOME", folder.Path("home").c_str(), 1);
+  ASSERT_TRUE(SettingsPath("a", path, sizeof path));
+  EXPECT_EQ(path, folder.Path("home/.config/quorl/a"));
+  EXPECT_FALSE(SettingsPath("a", path, std::strlen(path)));
+}
+
+TEST(ProfileFile, KeepsModeAndLinks) {
+  const ScratchFolder folder;
+  const std::string file = folder.Write("real/p.ini", "[S]\nK=1\n");
+  ASSERT_EQ(chmod(file.c_str(), 0640), 0);
+  std::filesystem::create_symlink("real/p.ini", folder.Path("one"));
+  std::filesystem::create_symlink(folder.Path("one"), folder.Path("two"));
+  std::filesystem::create_symlink("real/new.ini", folder.Path("dangling"));
+  std::filesystem::create_symlink("circle", folder.Path("circle"));
+
+  EXPECT_TRUE(WritePrivateProfileStringA("S", "K", "2", folder.Path("two").c_str()));
+  EXPECT_EQ(ContentOf(file), "[S]\nK=2\n");
+  EXPECT_EQ(ModeOf(file), 0640U);
+  EXPECT_EQ(Text("S", "K", folder.Path("two")), "2");
+  EXPECT_TRUE(WritePrivateProfileStringA("S", "K", "3", folder.Path("dangling").c_str()));
+  EXPECT_EQ(ContentOf(folder.Path("real/new.ini")), "[S]\nK=3\n");
+  for (const char* link : {"one", "two", "dangling"}) {
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.Path(link))) << link;
+  }
+  EXPECT_FALSE(WritePrivateProfileStringA("S", "K", "4", folder.Path("circle").c_str()));
+  EXPECT_EQ(folder.Names("real").find(".new"), std::string::npos);
+}
+
+TEST(ProfileFile, ReadOnlyFileAndFolder) {
+  const ScratchFolder folder;
+  const std::string content = "[S]\nK=1\n";
+  const std::string locked = folder.Write("open/locked.ini", content);
+  const std::string inside = folder.Write("shut/p.ini", content);
+  ASSERT_EQ(chmod(locked.c_str(), 0444), 0);
+  ASSERT_EQ(chmod(folder.Path("").c_str(), 0777), 0);
+  ASSERT_EQ(chmod(folder.Path("open").c_str(), 0777), 0);
+  ASSERT_EQ(chmod(inside.c_str(), 0666), 0);
+  ASSERT_EQ(chmod(folder.Path("shut").c_str(), 0555), 0);
+  // Root, too, respects a file that nobody may write.
+  EXPECT_FALSE(FileMayBeWritten(locked.c_str()));
+  EXPECT_FALSE(WritePrivateProfileStringA("S", "K", "2", locked.c_str()));
+  EXPECT_EQ(ContentOf(locked), content);
+  {
+    const OrdinaryUser user;
+    EXPECT_FALSE(FileMayBeWritten(inside.c_str()));
+    EXPECT_FALSE(WritePrivateProfileStringA("S", "K", "2", inside.c_str()));
+    EXPECT_FALSE(WritePrivateProfileStringA("S", "K", "2", folder.Path("shut/new.ini").c_str()));
+    EXPECT_EQ(Text("S", "K", inside), "1");
+  }
+  EXPECT_EQ(ContentOf(inside), content);
+  ASSERT_EQ(chmod(folder.Path("shut").c_str(), 0777), 0);
+  {
+    const OrdinaryUser user;
+    EXPECT_TRUE(FileMayBeWritten(inside.c_str()));
+    EXPECT_TRUE(WritePrivateProfileStringA("S", "K", "2", inside.c_str()));
+  }
+  EXPECT_EQ(Text("S", "K", inside), "2");
+  EXPECT_FALSE(FileMayBeWritten(folder.Path("absent").c_str()));
+}
+
+TEST(ProfileFile, WhatIsNoProfileReadsEmptyAndStays) {
+  const ScratchFolder folder;
+  const std::string huge = folder.Write("huge.ini", "[S]\nK=1\n");
+  ASSERT_EQ(truncate(huge.c_str(), 50'000'000), 0);
+  const std::string wide = folder.Write("wide.ini", std::string("\xFF\xFE[\0S\0]\0\n\0K\0=\0001\0\n\0", 18));
+  const std::string pipe = folder.Path("pipe.ini");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0666), 0);
+  std::filesystem::create_directory(folder.Path("folder.ini"));
+  for (const std::string& file : {huge, wide, pipe, folder.Path("folder.ini")}) {
+    EXPECT_EQ(Text("S", "K", file), "-") << file;
+    EXPECT_FALSE(WritePrivateProfileStringA("S", "K", "2", file.c_str())) << file;
+    const ProfileBatch batch(file.c_str());
+    EXPECT_FALSE(WritePrivateProfileStringA("S", "K", "2", file.c_str())) << file;
+  }
+  EXPECT_EQ(std::filesystem::file_size(huge), 50'000'000U);
+  EXPECT_EQ(std::filesystem::file_size(wide), 18U);
+  EXPECT_TRUE(std::filesystem::is_fifo(pipe));
+}
+
+TEST(ProfileFile, GarbageStaysInFrontOfWhatIsSaved) {
+  const ScratchFolder folder;
+  std::mt19937 random(7);
+  for (int round = 0; round < 20; ++round) {
+    std::string garbage(random() % 5000, '\0');
+    for (char& byte : garbage)
+      byte = static_cast<char>(random());
+    const std::string file = folder.Write("p.ini", garbage);
+    EXPECT_EQ(Text("Quorl", "Format", file), "-");
+    EXPECT_TRUE(WritePrivateProfileStringA("Quorl", "Format", "2", file.c_str()));
+    EXPECT_EQ(Text("Quorl", "Format", file), "2");
+    EXPECT_EQ(ContentOf(file).substr(0, garbage.size()), garbage);
+  }
+}
+
+TEST(ProfileFile, ReadsTheDiskOnceForManyKeys) {
+  const ScratchFolder folder;
+  const std::string file = folder.Write("p.ini", "[S]\nK=1\n[T]\nK=2\n");
+  // A file that is younger than a tick of the clock is read again each time.
+  std::this_thread::sleep_for(std::chrono::milliseconds(120));
+  const std::int64_t before = ProfileReadsFromDisk();
+  for (int i = 0; i < 30; ++i) {
+    EXPECT_EQ(Text("S", "K", file), "1");
+    EXPECT_EQ(Text("T", "K", file), "2");
+    EXPECT_EQ(Text("U", "K", folder.Path("absent.ini")), "-");
+  }
+  EXPECT_EQ(ProfileReadsFromDisk(), before + 1);
+}
+
+TEST(ProfileFile, SeesEveryChangeAtOnce) {
+  const ScratchFolder folder;
+  for (int i = 0; i < 300; ++i) {
+    const std::string value = std::to_string(100 + i);
+    const std::string file = folder.Write("p.ini", "[S]\nK=" + value + "\n");
+    ASSERT_EQ(Text("S", "K", file), value);
+  }
+}
+
+TEST(ProfileFile, BatchIsSavedAtItsEnd) {
+  const ScratchFolder folder;
+  const std::string content = "[S]\nK=1\nL=1\n";
+  const std::string file = folder.Write("p.ini", content);
+  const char* const name = file.c_str();
+  BeginProfileBatch(name);
+  EXPECT_TRUE(WritePrivateProfileStringA("S", "K", "2", name));
+  EXPECT_TRUE(WritePrivateProfileStringA("T", "K", "3", name));
+  BeginProfileBatch(name);
+  EXPECT_TRUE(WritePrivateProfileStringA("S", "L", nullptr, name));
+  EXPECT_TRUE(EndProfileBatch());
+  EXPECT_EQ(Text("S", "K", file), "2");
+  EXPECT_EQ(Text("T", "K", file), "3");
+  EXPECT_EQ(Text("S", "L", file), "-");
+  EXPECT_EQ(ContentOf(file), content);
+  // Another program saves meanwhile; its key is not lost.
+  folder.Write("p.ini", "; new\n[S]\nK=1\nL=1\nM=9\n");
+  EXPECT_TRUE(EndProfileBatch());
+  EXPECT_EQ(ContentOf(file), "; new\n[S]\nK=2\nM=9\n\n[T]\nK=3\n");
+}
+
+}  // namespace

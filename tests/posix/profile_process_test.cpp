@@ -1,0 +1,174 @@
+// What happens to a profile when a process dies in a save, when the disk is full, and when two viewers save
+// at once: each with real processes.
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/file.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <functional>
+#include <random>
+
+#include "platform/profile_batch.h"
+#include "platform/win32.h"
+#include "tests/posix/scratch_folder.h"
+
+namespace {
+
+pid_t Start(const std::function<int()>& work) {
+  const pid_t child = fork();
+  if (child == 0) _exit(work());
+  return child;
+}
+
+// Exit code, or 1000 and the signal.
+int Finish(pid_t child) {
+  int status = 0;
+  EXPECT_EQ(waitpid(child, &status, 0), child);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : 1000 + WTERMSIG(status);
+}
+
+constexpr const char* kHead = "; by hand\n[Other]\nkeep = this\n\n";
+constexpr const char* kTail = "\n; end\n[Last]\nx=1";
+
+TEST(ProfileProcess, KillLeavesTheOldFileOrTheNew) {
+  const ScratchFolder folder;
+  const auto whole = [](int number) {
+    const std::string value = std::to_string(number);
+    return kHead +
+           ("[S]\nA=" + value + "\nB=" + std::string(3000, static_cast<char>('a' + number % 26)) +
+            "\nC=" + value + "\n") +
+           kTail;
+  };
+  const std::string file = folder.Write("p.ini", whole(0));
+  const auto save = [&file](int number) {
+    const std::string value = std::to_string(number);
+    const std::string filler(3000, static_cast<char>('a' + number % 26));
+    BeginProfileBatch(file.c_str());
+    WritePrivateProfileStringA("S", "A", value.c_str(), file.c_str());
+    WritePrivateProfileStringA("S", "B", filler.c_str(), file.c_str());
+    WritePrivateProfileStringA("S", "C", value.c_str(), file.c_str());
+    return EndProfileBatch();
+  };
+  std::mt19937 random(11);
+  int lastSeen = 0;
+  int killed = 0;
+  for (int round = 0; round < 60; ++round) {
+    const pid_t child = Start([&save, lastSeen] {
+      for (int i = 1; i <= 200; ++i) {
+        if (!save(lastSeen + i)) return 1;
+      }
+      return 0;
+    });
+    usleep(static_cast<useconds_t>(random() % 30'000));
+    kill(child, SIGKILL);
+    const int end = Finish(child);
+    ASSERT_TRUE(end == 0 || end == 1000 + SIGKILL) << end;
+    killed += end == 0 ? 0 : 1;
+    const int now = static_cast<int>(GetPrivateProfileIntA("S", "A", -1, file.c_str()));
+    ASSERT_GE(now, lastSeen);
+    ASSERT_EQ(ContentOf(file), whole(now));
+    lastSeen = now;
+  }
+  EXPECT_GT(killed, 0);
+  // A killed save leaves no lock behind, and the next save clears away what it had written aside.
+  EXPECT_TRUE(save(lastSeen + 1));
+  EXPECT_EQ(folder.Names(), "p.ini");
+}
+
+TEST(ProfileProcess, TwoViewersKeepEachOthersKeys) {
+  const ScratchFolder folder;
+  const std::string file = folder.Write("p.ini", std::string(kHead) + "[S]\n" + kTail);
+  const auto writer = [&file](const std::string& name) {
+    for (int i = 0; i < 60; ++i) {
+      if (!WritePrivateProfileStringA("S", (name + std::to_string(i)).c_str(), "1", file.c_str())) return 1;
+    }
+    return 0;
+  };
+  const pid_t one = Start([&writer] { return writer("one"); });
+  const pid_t two = Start([&writer] { return writer("two"); });
+  EXPECT_EQ(Finish(one), 0);
+  EXPECT_EQ(Finish(two), 0);
+  for (int i = 0; i < 60; ++i) {
+    for (const char* name : {"one", "two"}) {
+      const std::string key = name + std::to_string(i);
+      EXPECT_EQ(GetPrivateProfileIntA("S", key.c_str(), 0, file.c_str()), 1U) << key;
+    }
+  }
+  const std::string content = ContentOf(file);
+  EXPECT_EQ(content.find(kHead), 0U);
+  EXPECT_EQ(content.substr(content.size() - std::string(kTail).size()), kTail);
+}
+
+TEST(ProfileProcess, FirstSavesOfTwoViewersMeet) {
+  for (int round = 0; round < 10; ++round) {
+    const ScratchFolder folder;
+    const auto writer = [](const char* key) {
+      return WritePrivateProfileStringA("S", key, "1", "QUORL.INI") ? 0 : 1;
+    };
+    const pid_t one = Start([&writer] { return writer("one"); });
+    const pid_t two = Start([&writer] { return writer("two"); });
+    EXPECT_EQ(Finish(one) + Finish(two), 0);
+    EXPECT_EQ(GetPrivateProfileIntA("S", "one", 0, "QUORL.INI"), 1U);
+    EXPECT_EQ(GetPrivateProfileIntA("S", "two", 0, "QUORL.INI"), 1U);
+  }
+}
+
+TEST(ProfileProcess, StuckSaveOfAnotherFailsOurs) {
+  const ScratchFolder folder;
+  const std::string file = folder.Write("p.ini", "[S]\nK=1\n");
+  const int lock = open(folder.Path("").c_str(), O_RDONLY | O_DIRECTORY);
+  ASSERT_EQ(flock(lock, LOCK_EX), 0);
+  EXPECT_FALSE(WritePrivateProfileStringA("S", "K", "2", file.c_str()));
+  EXPECT_EQ(ContentOf(file), "[S]\nK=1\n");
+  close(lock);
+  EXPECT_TRUE(WritePrivateProfileStringA("S", "K", "2", file.c_str()));
+}
+
+TEST(ProfileProcess, FileSizeLimitLeavesTheOldFile) {
+  const ScratchFolder folder;
+  const std::string content = "[S]\nK=" + std::string(3000, 'k') + "\n";
+  const std::string file = folder.Write("p.ini", content);
+  const pid_t child = Start([&file] {
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{3100, 3100};
+    if (setrlimit(RLIMIT_FSIZE, &limit) != 0) return 2;
+    const std::string value(500, 'l');
+    return WritePrivateProfileStringA("S", "L", value.c_str(), file.c_str()) ? 1 : 0;
+  });
+  EXPECT_EQ(Finish(child), 0);
+  EXPECT_EQ(ContentOf(file), content);
+  EXPECT_EQ(folder.Names(), "p.ini");
+}
+
+// On a small disk of its own, which only root can make.
+TEST(ProfileProcess, FullDiskLeavesTheOldFile) {
+  const ScratchFolder folder;
+  constexpr int kNoDisk = 99;
+  const pid_t child = Start([&folder] {
+    const std::string disk = folder.Path("");
+    if (unshare(CLONE_NEWNS) != 0 || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+        mount("tmpfs", disk.c_str(), "tmpfs", 0, "size=64k") != 0) {
+      return kNoDisk;
+    }
+    const std::string content = "[S]\nK=" + std::string(40'000, 'k') + "\n";
+    const std::string file = folder.Write("p.ini", content);
+    if (ContentOf(file) != content) return 2;
+    if (WritePrivateProfileStringA("S", "L", "1", file.c_str())) return 3;
+    if (ContentOf(file) != content || folder.Names() != "p.ini") return 4;
+    // With room again the same save goes through.
+    if (mount("tmpfs", disk.c_str(), "tmpfs", MS_REMOUNT, "size=256k") != 0) return 5;
+    if (!WritePrivateProfileStringA("S", "L", "1", file.c_str())) return 6;
+    return ContentOf(file) == content + "L=1\n" ? 0 : 7;
+  });
+  const int end = Finish(child);
+  if (end == kNoDisk) GTEST_SKIP() << "no right to mount a disk here";
+  EXPECT_EQ(end, 0);
+}
+
+}  // namespace
