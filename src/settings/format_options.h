@@ -1,0 +1,75 @@
+// How a file is shown: the format, the option word of each format, the character code, lengths, bars, font
+// and the window's rectangle. One record, which the main window's state includes; knows no window.
+#pragma once
+
+#include <cstdint>
+
+#include "engine/profile_place.h"
+#include "engine/view_records.h"
+#include "platform/win32.h"
+
+// Values of FormatIndex.
+inline constexpr std::int32_t kFormatText = 0;
+inline constexpr std::int32_t kFormatHex = 1;
+inline constexpr std::int32_t kFormatRaw = 2;
+inline constexpr std::int32_t kFormats = 3;
+
+// Values of CharCode.
+inline constexpr std::int32_t kCodeAnsi = 0;
+inline constexpr std::int32_t kCodeAscii = 1;
+inline constexpr std::int32_t kCodeEbcdic = 2;
+
+// Values of VertScroll and HorzScroll.
+inline constexpr std::int8_t kBarNever = 0;
+inline constexpr std::int8_t kBarAlways = 1;
+inline constexpr std::int8_t kBarWhenNeeded = 2;
+
+// A bit of the option word that is kept and loaded with it and read by nobody.
+inline constexpr ViewOptions kUnusedOption = 0x0002;
+
+// The description of the view font before anything was loaded: its height is still to be worked out.
+constexpr LOGFONTA DefaultLogFont() {
+  LOGFONTA font{};
+  font.lfCharSet = 1;  // the default character set
+  const char face[] = "Courier New";
+  for (std::size_t i = 0; i < sizeof face; ++i)
+    font.lfFaceName[i] = face[i];
+  return font;
+}
+
+struct FormatOptions {
+  std::int32_t FormatIndex = kFormatText;  // bounded to 0..2 before each use
+  ViewOptions StoredFlags[kFormats] = {0x60, 0x03, 0x41};
+  ViewOptions FormatFlags = 0x60;  // word of the format in use
+  std::int32_t CharCode = kCodeAnsi;
+  std::int32_t LineLength = 256;  // characters of a line with VO_FIXEDLEN
+  std::int8_t VertScroll = kBarWhenNeeded;
+  std::int8_t HorzScroll = kBarWhenNeeded;
+  std::int32_t EscExit = 0;  // Esc closes the program; else it minimizes the window
+  std::int32_t SavePos = 0;  // saving the options saves the window's rectangle too
+  char FontFace[LF_FACESIZE] = "Courier New";
+  std::int32_t FontPoints = 10;
+  // What fonts are made from. A height below 0 is in pixels; 0 or above: to be worked out from FontPoints.
+  LOGFONTA ViewLogFont = DefaultLogFont();
+  std::int32_t FrozenColumns = 0;  // characters at the left that stay in place
+  std::int32_t WindowX = CW_USEDEFAULT;
+  std::int32_t WindowY = 0;
+  std::int32_t WindowW = CW_USEDEFAULT;
+  std::int32_t WindowH = 0;
+};
+
+// Writes CharCode into all four option words: VO_ASCII and VO_EBCDIC go, and the one it names comes.
+void ApplyCharCode(FormatOptions& options);
+
+// Reads the format group from a section of the profile, bounded. Absent keys stand for values that are not
+// the initial ones of the record, which hold only until something is loaded; an absent option word alone
+// keeps what it holds. The text word gains VO_FORMFEED. Also sets the tab length of the text format.
+void LoadFormat(const char* profile, const char* section, FormatOptions& options);
+
+// Reads the window's rectangle; absent, the system places the window.
+void LoadWindowPos(const char* profile, const char* section, FormatOptions& options);
+
+// Writes the group. The rectangle of the window is written only when one is given and SavePos is set. Result
+// 1; 0, with nothing written, when the profile may not be written.
+int SaveFormat(const ProfilePlace& place, const char* section, const FormatOptions& options,
+               const RECT* window);

@@ -1,0 +1,46 @@
+#include "settings/profile_values.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "platform/win32.h"
+
+std::int32_t ReadProfileInt(const char* profile, const char* section, const char* key, std::int32_t absent) {
+  return static_cast<std::int32_t>(GetPrivateProfileIntA(section, key, absent, profile));
+}
+
+std::string ReadProfileText(const char* profile, const char* section, const char* key, const char* absent,
+                            std::size_t longest) {
+  std::string text(longest + 1, '\0');
+  text.resize(
+      GetPrivateProfileStringA(section, key, absent, text.data(), static_cast<DWORD>(text.size()), profile));
+  return text;
+}
+
+void WriteProfileInt(const char* profile, const char* section, const char* key, std::int64_t value) {
+  WriteProfileText(profile, section, key, std::to_string(value));
+}
+
+void WriteProfileText(const char* profile, const char* section, const char* key, const std::string& value) {
+  WritePrivateProfileStringA(section, key, value.c_str(), profile);
+}
+
+void DeleteProfileKey(const char* profile, const char* section, const char* key) {
+  WritePrivateProfileStringA(section, key, nullptr, profile);
+}
+
+std::int32_t LeadingNumber(const std::string& text, std::size_t* end) {
+  constexpr std::int64_t kFar = std::int64_t{1} << 40;
+  std::size_t at = std::min(text.find_first_not_of(" \t"), text.size());
+  const bool negative = at < text.size() && text[at] == '-';
+  if (negative || (at < text.size() && text[at] == '+')) ++at;
+  const std::size_t digits = at;
+  std::int64_t number = 0;
+  for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at) {
+    number = std::min(number * 10 + (text[at] - '0'), kFar);
+  }
+  if (end != nullptr) *end = at > digits ? at : 0;
+  using Limits = std::numeric_limits<std::int32_t>;
+  return static_cast<std::int32_t>(
+      std::clamp<std::int64_t>(negative ? -number : number, Limits::min(), Limits::max()));
+}

@@ -1,0 +1,51 @@
+// The recent lists: fixed lists of strings, the newest first, and the one rule by which an entry moves to
+// the front. Knows no window and no menu.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "engine/profile_place.h"
+#include "platform/paths.h"
+
+inline constexpr int kRecentFiles = 4;
+
+struct RecentFileList {
+  char RecentFiles[kRecentFiles][kPathBytes] = {};
+  std::int32_t RecentFileCount = 0;  // entries in use, from the front
+};
+
+inline constexpr int kRecentStrings = 10;
+inline constexpr std::size_t kRecentStringBytes = 33;
+
+// The search histories. A count of -1: the list has not been read from the profile yet, and is not written.
+struct RecentSearchLists {
+  char RecentTexts[kRecentStrings][kRecentStringBytes] = {};
+  char RecentHex[kRecentStrings][kRecentStringBytes] = {};
+  std::int32_t RecentTextCount = -1;
+  std::int32_t RecentHexCount = -1;
+};
+
+// Moves an entry to the front of `list`, a block of `capacity` slots of `width` bytes. With `index` 0 or
+// more it is that entry, and it is copied to `text`. With a negative index it is the first slot that equals
+// `text` (case counts; slots behind the count are looked at too), or, with no such slot, a new entry that
+// pushes the last one out. `text` is a buffer of at least `width` bytes, and is cut to width - 1 characters.
+// Result: the length of the string that now stands in front.
+std::size_t TouchRecentList(char* list, int capacity, std::size_t width, int index, char* text);
+
+// Moves `path` to the front of the recent files and counts them anew.
+void TouchRecentFile(RecentFileList& recent, const char* path);
+
+// Reads the recent files. Gaps between the keys close up. With `enabled` 0 the list is empty.
+void LoadRecentFiles(const char* profile, std::int32_t enabled, RecentFileList& recent);
+
+// Reads a search history, `capacity` slots of `width` bytes: the count stands in the key "<stem>s", the
+// entries in "<stem>1" and on. Result: the count, 0 to `capacity`.
+int LoadRecentStrings(const char* profile, const char* section, const char* stem, char* list, int capacity,
+                      std::size_t width);
+
+// Write the lists at the end of the program, unless `enabled` is 0 or the profile may not be written. Keys
+// above the count stay in the file. A path with a line feed, which no profile can hold, is left out. Result
+// 1; 0 when nothing was to be written.
+int SaveRecentSearches(const ProfilePlace& place, std::int32_t enabled, const RecentSearchLists& recent);
+int SaveRecentFiles(const ProfilePlace& place, std::int32_t enabled, const RecentFileList& recent);

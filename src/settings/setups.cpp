@@ -1,0 +1,32 @@
+#include "settings/setups.h"
+
+#include "settings/colors.h"
+#include "settings/profile_values.h"
+
+int LoadDefaults(Settings& settings) {
+  LoadOptions("Quorl", GROUP_ALL & ~(GROUP_PAGE | GROUP_PRINTER | GROUP_COLORS | GROUP_SHADES), settings);
+  LoadWindowColors(settings.ProfilePath, "Quorl Colors");
+  LoadPrintShades(settings.ProfilePath, "Quorl Colors");
+  return 1;
+}
+
+int LoadSetup(const char* section, TitleSet* titles, Settings& settings) {
+  const std::int32_t mask = ReadProfileInt(settings.ProfilePath, section, "SaveOptions", 0);
+  settings.SaveWhat = mask == 0 ? GROUP_ALL : mask;
+  return LoadGroups(section, titles, settings.SaveWhat, settings);
+}
+
+int LoadGroups(const char* section, TitleSet* titles, std::int32_t mask, Settings& settings) {
+  LoadOptions(section, mask, settings);
+  if ((mask & GROUP_COLORS) != 0) LoadWindowColors(settings.ProfilePath, section);
+  if ((mask & GROUP_SHADES) != 0) LoadPrintShades(settings.ProfilePath, section);
+  if ((mask & GROUP_TITLES) != 0 && titles != nullptr) LoadTitles(section, *titles);
+  return 1;
+}
+
+void LoadOptions(const char* section, std::int32_t mask, Settings& settings) {
+  const char* const profile = settings.ProfilePath;
+  if ((mask & GROUP_FORMAT) != 0) LoadFormat(profile, section, settings);
+  if ((mask & GROUP_WINDOW_POS) != 0) LoadWindowPos(profile, section, settings);
+  if ((mask & GROUP_RECENT_FILES) != 0) LoadRecentFiles(profile, settings.MruFiles, settings);
+}

@@ -1,0 +1,40 @@
+// The groups of options as they move between memory and the profile: the defaults at start-up, and named
+// setups, which are copies of chosen groups in a section of their own. A group that is loaded is read in
+// full: keys that the section lacks go to their defaults. Printing has no groups to load yet.
+#pragma once
+
+#include "engine/profile_place.h"
+#include "marks/titles.h"
+#include "settings/advanced_keys.h"
+#include "settings/format_options.h"
+#include "settings/recent_lists.h"
+
+// Bits of a mask of groups.
+inline constexpr std::int32_t GROUP_FORMAT = 0x0001;
+inline constexpr std::int32_t GROUP_TITLES = 0x0002;
+inline constexpr std::int32_t GROUP_PAGE = 0x0004;
+inline constexpr std::int32_t GROUP_PRINTER = 0x0008;
+inline constexpr std::int32_t GROUP_RECENT_FILES = 0x0010;  // load only
+inline constexpr std::int32_t GROUP_WINDOW_POS = 0x0020;    // load only
+inline constexpr std::int32_t GROUP_COLORS = 0x0100;
+inline constexpr std::int32_t GROUP_SHADES = 0x0200;
+inline constexpr std::int32_t GROUP_ALL = -1;
+
+// All settings of the program but the colors, which stand in ColorTable, and the tab length, which stands in
+// TextTabLength.
+struct Settings : ProfilePlace, AdvancedKeys, FormatOptions, RecentFileList, RecentSearchLists {
+  std::int32_t SaveWhat = 0;  // mask of the setup last saved or loaded
+};
+
+// Reads the default sections. Result 1.
+int LoadDefaults(Settings& settings);
+
+// Reads the setup of `section`; SaveWhat takes its mask. A setup without a mask of its own, and so also one
+// that does not exist, stands for every group. `titles` may be null: then the titles stay. Result 1.
+int LoadSetup(const char* section, TitleSet* titles, Settings& settings);
+
+// Reads the groups of `mask` from `section`; the recent files always come from their own. Result 1.
+int LoadGroups(const char* section, TitleSet* titles, std::int32_t mask, Settings& settings);
+
+// The part of it that is neither colors nor titles.
+void LoadOptions(const char* section, std::int32_t mask, Settings& settings);

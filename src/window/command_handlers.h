@@ -1,0 +1,26 @@
+// The routines behind the commands that no other unit of the window owns. Each takes the command's number
+// and returns the result of WM_COMMAND.
+#pragma once
+
+#include "platform/win32.h"
+#include "window/fonts.h"
+#include "window/opening.h"
+
+LRESULT ExitCommand(UINT id);
+
+// Gives up the frozen columns.
+LRESULT ClearColumnsCommand(UINT id);
+
+// Help cannot start, as long as there is no help book: a beep.
+LRESULT HelpCommand(UINT id);
+
+// Switches to the format of the command; each format keeps an option word of its own.
+LRESULT FormatCommand(UINT id);
+
+LRESULT WrapCommand(UINT id);
+
+// Toggles "always on top", or sets it.
+LRESULT OnTopCommand(UINT id);
+
+// Loads the setup that SetupSection names, without a dialog.
+LRESULT ReloadSetupCommand(UINT id);

@@ -1,0 +1,29 @@
+// The grammar of the command line: option words of letters, a setup word, and one file. Plain text in, a
+// record out; what the letters mean is told in options.h.
+#pragma once
+
+#include <string_view>
+
+#include "platform/paths.h"
+
+inline constexpr std::size_t kSetupSectionBytes = 64;
+
+struct CommandLineWords {
+  // One slot for each letter A to Z: 0 when it was not given, else the letter in the case last typed.
+  char OptionLetters[26] = {};
+  char SetupSection[kSetupSectionBytes] = {};  // "Setup: " and the name; empty: no setup was named
+  char CommandFile[kPathBytes] = {};           // "*.*" after a command line without a file
+
+  [[nodiscard]] char Letter(char upperCase) const { return OptionLetters[upperCase - 'A']; }
+};
+
+// Takes one word. A word that begins with - (or / where it cannot begin a path) is an option word, else the
+// first such word is the file. A word may hold any byte but NUL; a file word longer than a path can be is
+// cut.
+void TakeCommandWord(std::string_view word, CommandLineWords& line);
+
+// Takes the words of a text that stand between blanks and control characters.
+void ParseCommandLine(std::string_view text, CommandLineWords& line);
+
+// Ends the command line: without a file the file is "*.*", which no file bears, so that the user is asked.
+void FinishCommandLine(CommandLineWords& line);

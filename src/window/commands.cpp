@@ -1,0 +1,116 @@
+#include "window/commands.h"
+
+#include "resources/accelerators.h"
+#include "resources/menu.h"
+#include "settings/setups.h"
+#include "window/command_table.h"
+#include "window/main_window_state.h"
+#include "window/navigation.h"
+#include "window/private_messages.h"
+#include "window/title_storage.h"
+
+namespace {
+
+constexpr bool IdsAreUnique() {
+  for (const Command& command : kCommands) {
+    if (std::ranges::count(kCommands, command.id, &Command::id) != 1) return false;
+  }
+  return true;
+}
+static_assert(IdsAreUnique());
+
+constexpr bool SameKey(const ACCEL& a, const ACCEL& b) {
+  return a.fVirt == b.fVirt && a.key == b.key;
+}
+
+constexpr bool AcceleratorsAreSound() {
+  for (const ACCEL& key : kAccelerators) {
+    const auto same = [&key](const ACCEL& other) { return SameKey(key, other); };
+    if (std::ranges::count_if(kAccelerators, same) != 1 || FindCommand(key.cmd) == nullptr) return false;
+  }
+  return true;
+}
+static_assert(AcceleratorsAreSound());
+
+constexpr std::ptrdiff_t CountMenuItems(UINT id) {
+  std::ptrdiff_t count = 0;
+  for (const PullDown& menu : kMenuBar)
+    count += std::ranges::count(menu.items, id);
+  return count;
+}
+
+// Each labelled command stands in the menu once, and each item is such a command.
+constexpr bool MenuIsSound() {
+  for (const Command& command : kCommands) {
+    if (CountMenuItems(command.id) != (command.label != nullptr ? 1 : 0)) return false;
+  }
+  for (const PullDown& menu : kMenuBar) {
+    for (const UINT id : menu.items) {
+      if (id != kSeparator && FindCommand(id) == nullptr) return false;
+    }
+  }
+  return true;
+}
+static_assert(MenuIsSound());
+
+}  // namespace
+
+LRESULT RunCommand(UINT id) {
+  const Command* command = FindCommand(id);
+  if (command == nullptr || command->handler == nullptr) return 0;
+  if (command->needs == Needs::file && !FileIsOpen()) return 0;
+  return command->handler(id);
+}
+
+LRESULT ExitCommand(UINT /*id*/) {
+  SendMessageA(MainState.MainWindow, WM_CLOSE, 0, 0);
+  return 0;
+}
+
+LRESULT ClearColumnsCommand(UINT /*id*/) {
+  MainState.FrozenColumns = 0;
+  RepaintWindow();
+  return 0;
+}
+
+LRESULT HelpCommand(UINT /*id*/) {
+  MessageBeep(MB_ICONEXCLAMATION);
+  return 0;
+}
+
+LRESULT FormatCommand(UINT id) {
+  MainWindowState& state = MainState;
+  state.StoredFlags[state.FormatIndex] = state.FormatFlags;
+  state.FormatIndex = static_cast<std::int32_t>(id - IDM_TEXT);
+  state.FormatFlags = state.StoredFlags[state.FormatIndex];
+  ReformatView();
+  return 0;
+}
+
+LRESULT WrapCommand(UINT /*id*/) {
+  MainWindowState& state = MainState;
+  state.FormatFlags ^= VO_WRAP;
+  state.StoredFlags[state.FormatIndex] = state.FormatFlags;
+  ReformatView();
+  return 0;
+}
+
+LRESULT OnTopCommand(UINT id) {
+  MainState.AlwaysOnTop = id == IDM_ON_TOP_SET || MainState.AlwaysOnTop == 0 ? 1 : 0;
+  const HWND after = MainState.AlwaysOnTop != 0 ? HWND_TOPMOST : HWND_NOTOPMOST;
+  if (!SetWindowPos(MainState.MainWindow, after, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE)) {
+    MessageBeep(MB_ICONEXCLAMATION);
+  }
+  return 0;
+}
+
+LRESULT ReloadSetupCommand(UINT /*id*/) {
+  MainWindowState& state = MainState;
+  if (!TakeTitles(false)) return 0;
+  LoadSetup(state.SetupSection, &state.Titles, state);
+  UnlockTitles(state.Titles);
+  SendMessageA(state.MainWindow, WM_VIEW_FONT, 0, 0);
+  ReformatView();
+  RepaintWindow();
+  return 0;
+}

@@ -1,0 +1,24 @@
+// The view's one font. Its description is in points, and the zoom is a number of steps away from that size,
+// so that zooming never loses the size the user chose.
+#pragma once
+
+#include "platform/win32.h"
+
+// Pixel height of a font of `points` on a screen of `pixelsPerInch`, as LOGFONTA wants it: below 0, without
+// internal leading.
+[[nodiscard]] int FontHeight(int points, int pixelsPerInch);
+
+// Pixel height at a zoom level: the base height `height`, in equal steps of a fifth of it, at least 1 pixel,
+// with the sign of `height`.
+[[nodiscard]] int ZoomedHeight(int height, int zoomLevel);
+
+// Builds ViewFont and measures it. The sender repaints and lays out anew.
+void BuildViewFont();
+
+// Shows the font dialog. Result 1 if the user chose a font, which is then in ViewLogFont, FontFace and
+// FontPoints; else 0.
+int ChooseViewFont(HWND owner);
+
+// The commands of the font dialog and the zoom.
+LRESULT FontCommand(UINT id);
+LRESULT ZoomCommand(UINT id);

@@ -1,0 +1,174 @@
+#include "window/main_window.h"
+
+#include <new>
+
+#include "resources/command_ids.h"
+#include "settings/recent_lists.h"
+#include "window/commands.h"
+#include "window/fonts.h"
+#include "window/main_window_state.h"
+#include "window/menu.h"
+#include "window/navigation.h"
+#include "window/opening.h"
+#include "window/page_indexing.h"
+#include "window/painting.h"
+#include "window/private_messages.h"
+#include "window/scrolling.h"
+#include "window/title_storage.h"
+
+namespace {
+
+constexpr UINT_PTR kPageIndexTimerId = 3;
+
+// Gets the buffers of the view's records, those that do not exist yet. False when memory is lacking.
+bool AllocateView() {
+  MainWindowState& state = MainState;
+  if (state.Lines.Aline == nullptr) state.Lines.Aline = new (std::nothrow) LineEntry[kViewLines]();
+  if (state.Text.Tbuf == nullptr) state.Text.Tbuf = new (std::nothrow) char[kViewText]();
+  if (state.Tags.entries == nullptr) state.Tags.entries = new (std::nothrow) TagEntry[kTagSlots]();
+  if (state.Lines.Aline == nullptr || state.Text.Tbuf == nullptr || state.Tags.entries == nullptr) {
+    return false;
+  }
+  state.Lines.Acnt = kViewLines;
+  state.Lines.Acur = state.Lines.Afirst = state.Lines.Alast = 0;
+  state.Text.Tlen = kViewText;
+  state.Text.Tend = 0;
+  state.Tags.capacity = kTagSlots - 1;
+  state.Tags.count = 0;
+  return true;
+}
+
+void FreeView() {
+  MainWindowState& state = MainState;
+  delete[] state.Lines.Aline;
+  delete[] state.Text.Tbuf;
+  delete[] state.Tags.entries;
+  state.Lines = LineArray{};
+  state.Text = TextBuffer{};
+  state.Tags = TagList{};
+  FreeTitles(state.Titles);
+}
+
+void LoadFirstTitles() {
+  MainWindowState& state = MainState;
+  if (!TakeTitles(true)) return;
+  if (state.Letter('V') != 'V') LoadTitles("Titles", state.Titles);
+  if (state.SetupSection[0] != '\0') LoadTitles(state.SetupSection, state.Titles);
+  UnlockTitles(state.Titles);
+}
+
+LRESULT CreateView(HWND window) {
+  MainWindowState& state = MainState;
+  state.MainWindow = window;
+  LoadFirstTitles();
+  TrimMenus(window);
+  state.FontIsStock = 1;
+  SendMessageA(window, WM_VIEW_FONT, 0, 0);
+  if (!AllocateView()) {
+    MessageBeep(MB_ICONHAND);
+    MessageBoxA(nullptr, "Cannot allocate memory", kProgramName, MB_ICONHAND);
+    SendMessageA(window, WM_CLOSE, 0, 0);
+    return 0;
+  }
+  if (state.MruFiles != 0) AppendRecentSeparator(window);
+  if (state.SetupSection[0] != '\0') SendMessageA(window, WM_COMMAND, IDM_RELOAD_SETUP, 0);
+  return 0;
+}
+
+LRESULT RunPageIndex(UINT message) {
+  MainWindowState& state = MainState;
+  const bool active = state.PageIndex.phase == PageIndexPhase::PG_ACTIVE;
+  if (message != PG_CONT || active) {
+    PageIndexDispatch(message, state.MainWindow, state.PageIndex, state.File.Fname);
+  }
+  if (message == PG_START) {
+    state.PageIndexTimer =
+        SetTimer(state.MainWindow, kPageIndexTimerId, static_cast<UINT>(state.PageIndexingDelay), nullptr);
+  } else if (state.PageIndex.phase != PageIndexPhase::PG_ACTIVE && state.PageIndexTimer != 0) {
+    KillTimer(state.MainWindow, kPageIndexTimerId);
+    state.PageIndexTimer = 0;
+  }
+  return 0;
+}
+
+LRESULT DestroyView() {
+  MainWindowState& state = MainState;
+  RunPageIndex(PG_END);
+  SaveRecentSearches(state, state.MruSearch, state);
+  SaveRecentFiles(state, state.MruFiles, state);
+  FreeView();
+  if (state.FontIsStock == 0 && state.ViewFont != nullptr) DeleteObject(state.ViewFont);
+  state.ViewFont = nullptr;
+  PostQuitMessage(0);
+  return 0;
+}
+
+const char* PathOf(LPARAM lParam) {
+  return reinterpret_cast<const char*>(lParam);
+}
+
+}  // namespace
+
+LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_CREATE:
+      return CreateView(window);
+    case WM_DESTROY:
+      return DestroyView();
+    case WM_SIZE:
+      if (!ResizeView(wParam, lParam)) return 0;
+      break;
+    case WM_PAINT:
+      PaintWindow();
+      return 0;
+    case WM_ERASEBKGND:
+      if (FileIsOpen()) return 1;
+      break;
+    case WM_KEYDOWN:
+      if (KeyDown(wParam)) return 0;
+      break;
+    case WM_VSCROLL:
+      if (VerticalScroll(LOWORD(wParam))) return 0;
+      break;
+    case WM_HSCROLL:
+      return HorizontalScroll(LOWORD(wParam));
+    case WM_MOUSEWHEEL:
+    case WM_MOUSEHWHEEL:
+      return TurnWheel(message, wParam);
+    case WM_COMMAND:
+      return RunCommand(LOWORD(wParam));
+    case WM_INITMENUPOPUP:
+      if (HIWORD(static_cast<ULONG_PTR>(lParam)) == 0) {
+        UpdatePullDown(reinterpret_cast<HMENU>(wParam), LOWORD(static_cast<ULONG_PTR>(lParam)));
+      }
+      break;
+    case WM_TIMER:
+      if (wParam == kPageIndexTimerId) PostMessageA(window, PG_CONT, 0, 0);
+      return 0;
+    case WM_VIEW_LOAD:
+    case WM_VIEW_MOVE:
+    case WM_VIEW_GOTO:
+      return MoveView(message, wParam, lParam);
+    case WM_VIEW_LAYOUT:
+      return LayoutView(false);
+    case WM_VIEW_FONT:
+      BuildViewFont();
+      return 0;
+    case WM_VIEW_UNSELECT:
+      return Unselect();
+    case WM_FILE_START:
+      return StartWithFile(PathOf(lParam));
+    case WM_FILE_TRY:
+      return TryFile(PathOf(lParam), wParam != 0);
+    case WM_FILE_OPEN:
+      return OpenFileInView(PathOf(lParam));
+    case PG_START:
+    case PG_CONT:
+    case PG_STOP:
+    case PG_END:
+      return RunPageIndex(message);
+    default:
+      break;
+  }
+  return DefWindowProcA(window, message, wParam, lParam);
+}

@@ -1,0 +1,3 @@
+#include "window/main_window_state.h"
+
+MainWindowState MainState;

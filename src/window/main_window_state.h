@@ -1,0 +1,93 @@
+// The state of the program's one window, and through it of the whole program: the open file, its run of
+// lines, the geometry, the selection and every option. Plain data, zero unless an initial value is given;
+// written only on the one thread, by the units of the main window. Logic units do not read it: they take
+// what they need as arguments, or own one of the records that it is put together from.
+#pragma once
+
+#include "dde/service.h"
+#include "engine/hex_format.h"
+#include "engine/raw_format.h"
+#include "engine/text_format.h"
+#include "engine/view_records.h"
+#include "marks/titles.h"
+#include "pageindex/page_index.h"
+#include "platform/win32.h"
+#include "settings/colors.h"
+#include "settings/setups.h"
+#include "window/command_line.h"
+
+struct MainWindowState : Settings, CommandLineWords {
+  // Process.
+  HINSTANCE AppInstance = nullptr;
+  HCURSOR WaitCursor = nullptr;
+  HICON AppIcon = nullptr;
+  HWND MainWindow = nullptr;
+  HACCEL AccelTable = nullptr;
+  std::int32_t DdeState = kDdeIgnoring;
+
+  // The file and its view. An empty File.Fname means that no file is open.
+  ViewFile File;
+  LineArray Lines;
+  TextBuffer Text;
+  TagList Tags;
+  TitleSet Titles;
+  char DialogFile[kPathBytes] = {};  // the name on its way to WM_FILE_OPEN
+
+  // Geometry and position.
+  std::int32_t ClientWidth = 0;  // pixels
+  std::int32_t ClientHeight = 0;
+  std::int32_t CharHeight = 0;
+  std::int32_t CharWidth = 0;
+  std::int32_t LinesPerScreen = 0;  // rows below the titles, at least 1 after the first layout
+  std::int32_t FormatWidth = 255;   // characters of the longest line, as the formats are told
+  std::int32_t HorzOffset = 0;      // characters cut off at the left
+  std::int32_t HorzStepSmall = 1;
+  std::int32_t HorzStepLarge = 10;
+  FilePos PaintedTop = 0;                // top line at the last paint
+  std::int32_t MoveDelta = 0;            // lines of a move under way
+  FilePos MovePosition = kNoPosition;    // target of a move under way
+  FilePos PreviousTop = kNoPosition;     // top line before the move, if the image may be scrolled
+  FilePos TopBeforeError = kNoPosition;  // where a load from the error page goes back to
+
+  // Selection and timers.
+  FilePos SelStart = kNoPosition;  // below 0: no selection
+  FilePos SelEnd = kNoPosition;    // exclusive
+  FilePos SelAnchorStart = kNoPosition;
+  FilePos SelAnchorEnd = kNoPosition;
+  std::int32_t Selecting = 0;
+  WPARAM LastMouseKeys = 0;
+  LPARAM LastMousePoint = 0;
+  std::int32_t AutoScrollLines = 1;
+  UINT_PTR AutoScrollTimer = 0;
+  UINT_PTR PageIndexTimer = 0;
+  PageIndexState PageIndex;
+  std::int32_t WheelRest = 0;  // turn of the wheel, below one line, that is not yet spent
+  UINT WheelKind = 0;          // message and keys that WheelRest belongs to
+
+  // Format and font.
+  FormatProc FormatRoutines[kFormats] = {FormatText, FormatHex, FormatRaw};
+  std::int32_t ZoomLevel = 0;  // steps from the font's own size
+  std::int32_t PixelsPerInch = 96;
+  HFONT ViewFont = nullptr;
+  std::int32_t FontIsStock = 0;  // ViewFont must not be deleted
+  std::int32_t AlwaysOnTop = 0;
+};
+
+extern MainWindowState MainState;
+
+inline constexpr const char* kProgramName = "Quorl";
+inline constexpr const char* kClassName = "QUORL";
+
+[[nodiscard]] inline bool FileIsOpen() {
+  return MainState.File.Fname[0] != '\0';
+}
+
+// Rows that the frozen titles take.
+[[nodiscard]] inline std::int32_t TitleRows() {
+  return MainState.Titles.Lines.Alast;
+}
+
+// Repaints the whole client area at the next paint; nothing is erased, since painting is opaque.
+inline void RepaintWindow() {
+  InvalidateRect(MainState.MainWindow, nullptr, FALSE);
+}

@@ -1,0 +1,129 @@
+#include "window/opening.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include "engine/file_slice.h"
+#include "resources/command_ids.h"
+#include "window/main_window_state.h"
+#include "window/private_messages.h"
+
+namespace {
+
+// The directory in front of the base name of CommandFile serves once, as the first directory of the dialog;
+// from then on the dialog starts in the current directory.
+std::string TakeCommandDirectory() {
+  char* file = MainState.CommandFile;
+  const char* base = BaseName(file);
+  const std::string directory(file, static_cast<std::size_t>(base - file));
+  std::memmove(file, base, std::strlen(base) + 1);
+  return directory;
+}
+
+LPARAM PathParameter(const char* path) {
+  return reinterpret_cast<LPARAM>(path);
+}
+
+}  // namespace
+
+LRESULT StartWithFile(const char* name) {
+  const LRESULT opened = SendMessageA(MainState.MainWindow, WM_FILE_TRY, 1, PathParameter(name));
+  if (opened == 0) PostMessageA(MainState.MainWindow, WM_CLOSE, 0, 0);
+  return opened;
+}
+
+LRESULT TryFile(const char* name, bool ask) {
+  if (FindReadableFile(name, MainState.DialogFile, sizeof MainState.DialogFile)) {
+    SendMessageA(MainState.MainWindow, WM_FILE_OPEN, 0, PathParameter(MainState.DialogFile));
+    return 1;
+  }
+  return ask ? SendMessageA(MainState.MainWindow, WM_COMMAND, IDM_OPEN, 0) : 0;
+}
+
+LRESULT OpenFileInView(const char* name) {
+  MainWindowState& state = MainState;
+  const HWND window = state.MainWindow;
+  SendMessageA(window, PG_STOP, 0, 0);
+
+  char path[kPathBytes];
+  std::snprintf(path, sizeof path, "%s", name);
+  std::memset(state.File.Fname, 0, sizeof state.File.Fname);
+  std::strcpy(state.File.Fname, path);
+  state.HorzOffset = 0;
+  SendMessageA(window, WM_VIEW_UNSELECT, 0, 0);
+  TouchRecentFile(state, path);
+  state.File.Flen = FileLength(path);
+  state.Tags.count = 0;
+  PostMessageA(window, WM_VIEW_LOAD, 0, 0);
+
+  const std::string caption = std::string(kProgramName) + " - " + BaseName(path);
+  SetWindowTextA(window, caption.c_str());
+  if (IsIconic(window)) ShowWindow(window, SW_RESTORE);
+  RepaintWindow();
+  SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+  SetFocus(window);
+  PostMessageA(window, PG_START, 0, 0);
+  return 0;
+}
+
+LRESULT OpenDialogCommand(UINT /*id*/) {
+  MainWindowState& state = MainState;
+  const std::string directory = TakeCommandDirectory();
+  const char* base = state.CommandFile;
+  const std::string filters = OpenFilters(base);
+  std::snprintf(state.DialogFile, sizeof state.DialogFile, "%s", base);
+
+  OPENFILENAMEA open{};
+  open.lStructSize = sizeof open;
+  open.hwndOwner = state.MainWindow;
+  open.lpstrFilter = filters.c_str();
+  open.nFilterIndex = std::strpbrk(base, "*?") != nullptr ? 2 : 1;
+  open.lpstrFile = state.DialogFile;
+  open.nMaxFile = sizeof state.DialogFile;
+  open.lpstrInitialDir = directory.empty() ? nullptr : directory.c_str();
+  open.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY;
+  if (GetOpenFileNameA(&open) == 0) return 0;
+  PostMessageA(state.MainWindow, WM_FILE_OPEN, 0, PathParameter(state.DialogFile));
+  return 1;
+}
+
+LRESULT OpenRecentCommand(UINT id) {
+  const char* path = MainState.RecentFiles[id - IDM_RECENT1];
+  if (path[0] == '\0') return 0;
+  std::snprintf(MainState.DialogFile, sizeof MainState.DialogFile, "%s", path);
+  PostMessageA(MainState.MainWindow, WM_FILE_OPEN, 0, PathParameter(MainState.DialogFile));
+  return 1;
+}
+
+LRESULT CloseFileCommand(UINT /*id*/) {
+  MainWindowState& state = MainState;
+  state.HorzOffset = 0;
+  SendMessageA(state.MainWindow, PG_STOP, 0, 0);
+  SendMessageA(state.MainWindow, WM_VIEW_UNSELECT, 0, 0);
+  SetWindowTextA(state.MainWindow, kProgramName);
+  std::memset(state.File.Fname, 0, sizeof state.File.Fname);
+  state.Tags.count = 0;
+  state.File.Flen = 0;
+  InvalidateRect(state.MainWindow, nullptr, TRUE);
+  return 0;
+}
+
+LRESULT Unselect() {
+  MainState.SelStart = MainState.SelEnd = kNoPosition;
+  MainState.SelAnchorStart = MainState.SelAnchorEnd = kNoPosition;
+  return 0;
+}
+
+std::string OpenFilters(const char* base) {
+  const std::string end(1, '\0');
+  return "Any File (*.*)" + end + "*.*" + end + "Default (" + base + ")" + end + base + end;
+}
+
+std::string RecentItemText(int number, const char* path) {
+  std::string text = "&" + std::to_string(number) + " ";
+  for (const char* at = BaseName(path); *at != '\0'; ++at) {
+    text += *at;
+    if (*at == '&') text += '&';
+  }
+  return text;
+}

@@ -1,0 +1,10 @@
+// What the option letters of the command line do to the options.
+#pragma once
+
+#include "settings/advanced_keys.h"
+#include "settings/format_options.h"
+#include "window/command_line.h"
+
+// Applies the letters in a fixed order, whatever the order typed, so that R wins over H and H over T. They
+// change the format in use alone, not the stored words. The letters D, M, N, V and X take effect elsewhere.
+void ApplyOptionLetters(const CommandLineWords& line, FormatOptions& options, AdvancedKeys& keys);

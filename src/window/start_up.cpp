@@ -1,0 +1,141 @@
+#include "window/start_up.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include "platform/paths.h"
+#include "platform/program.h"
+#include "resources/command_ids.h"
+#include "resources/icon.h"
+#include "settings/profile.h"
+#include "settings/setups.h"
+#include "window/main_window.h"
+#include "window/main_window_state.h"
+#include "window/menu.h"
+#include "window/options.h"
+#include "window/private_messages.h"
+
+namespace {
+
+// Puts the profile's name in the place of the program's in the program's own path.
+void FindProfile() {
+  MainWindowState& state = MainState;
+  GetModuleFileNameA(nullptr, state.ProfilePath, sizeof state.ProfilePath);
+  char* name = state.ProfilePath + (BaseName(state.ProfilePath) - state.ProfilePath);
+  std::snprintf(name, sizeof state.ProfilePath - static_cast<std::size_t>(name - state.ProfilePath), "%s",
+                kProfileName);
+  state.ProfileReadOnly = LocateProfile(state.ProfilePath, sizeof state.ProfilePath);
+}
+
+void ReadCommandLine(const char* commandLine) {
+  const int words = CommandWordCount();
+  if (words == 0) ParseCommandLine(commandLine, MainState);
+  for (int i = 0; i < words; ++i)
+    TakeCommandWord(CommandWord(i), MainState);
+  FinishCommandLine(MainState);
+}
+
+// Each step overlays the ones before it, so that the command line wins.
+void SettleOptions(const char* commandLine) {
+  MainWindowState& state = MainState;
+  FindProfile();
+  ReadAdvancedKeys(state.ProfilePath, state);
+  ReadCommandLine(commandLine);
+  ResetColors(COLORS_WINDOW, ColorTable);
+  ResetColors(COLORS_PRINT, ColorTable);
+  if (state.Letter('V') != 'V') LoadDefaults(state);
+  if (state.SetupSection[0] != '\0') LoadSetup(state.SetupSection, nullptr, state);
+  ApplyOptionLetters(state, state, state);
+}
+
+std::optional<int> Refuse(const char* text, int exitCode) {
+  MessageBeep(MB_ICONHAND);
+  MessageBoxA(nullptr, text, nullptr, MB_ICONHAND);
+  return exitCode;
+}
+
+bool RegisterMainClass() {
+  MainWindowState& state = MainState;
+  state.AppIcon = MakeProgramIcon(state.AppInstance);
+  WNDCLASSA windowClass{};
+  windowClass.style = CS_DBLCLKS;
+  windowClass.lpfnWndProc = MainWindowProc;
+  windowClass.hInstance = state.AppInstance;
+  windowClass.hIcon = state.AppIcon;
+  windowClass.hCursor = LoadCursorA(nullptr, IDC_ARROW);
+  windowClass.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<ULONG_PTR>(COLOR_BACKGROUND + 1));
+  windowClass.lpszClassName = kClassName;
+  return RegisterClassA(&windowClass) != 0;
+}
+
+void StartService() {
+  MainWindowState& state = MainState;
+  if (DdeStart(state.AppInstance, state.MainWindow) != 0) {
+    state.DdeState = kDdeServing;
+    return;
+  }
+  MessageBeep(MB_ICONEXCLAMATION);
+  MessageBoxA(state.MainWindow, "DDE Initialize failed.\nServer functions disabled.", kProgramName,
+              MB_ICONEXCLAMATION);
+}
+
+int ShowState(int show) {
+  if (MainState.Letter('X') != '\0') show = SW_MAXIMIZE;
+  if (MainState.Letter('N') != '\0') show = SW_SHOWMINIMIZED;
+  return show;
+}
+
+}  // namespace
+
+std::optional<int> StartProgram(HINSTANCE instance, HINSTANCE previous, const char* commandLine, int show) {
+  MainWindowState& state = MainState;
+  state.AppInstance = instance;
+  state.WaitCursor = LoadCursorA(nullptr, IDC_WAIT);
+  SettleOptions(commandLine);
+  if (previous == nullptr && !RegisterMainClass()) return Refuse("Cannot register class", kExitNoClass);
+  constexpr DWORD style = WS_OVERLAPPEDWINDOW | WS_VSCROLL | WS_HSCROLL | WS_CLIPCHILDREN;
+  const HWND window =
+      CreateWindowExA(0, kClassName, kProgramName, style, state.WindowX, state.WindowY, state.WindowW,
+                      state.WindowH, nullptr, BuildMenuBar(), instance, nullptr);
+  if (window == nullptr) return Refuse("Cannot create window", kExitNoWindow);
+  ShowWindow(window, ShowState(show));
+  state.AccelTable = BuildAccelerators();
+
+  const bool serve = state.Letter('D') != '\0';
+  if (serve) StartService();
+  // A server without a plain file waits for its client, where a plain start asks for a file.
+  if (!serve || std::strpbrk(state.CommandFile, "*?") == nullptr) {
+    PostMessageA(window, WM_FILE_START, 0, reinterpret_cast<LPARAM>(state.CommandFile));
+  }
+  if (state.Letter('M') != '\0') PostMessageA(window, WM_COMMAND, IDM_ON_TOP_SET, 0);
+  return std::nullopt;
+}
+
+int RunMessageLoop() {
+  MSG message;
+  while (GetMessageA(&message, nullptr, 0, 0) > 0) {
+    if (TranslateAcceleratorA(MainState.MainWindow, MainState.AccelTable, &message) != 0) continue;
+    TranslateMessage(&message);
+    DispatchMessageA(&message);
+  }
+  return static_cast<int>(message.wParam);
+}
+
+void StopProgram() {
+  MainWindowState& state = MainState;
+  if (state.DdeState != kDdeIgnoring) DdeStop();
+  UnregisterClassA(kClassName, state.AppInstance);
+  if (state.AccelTable != nullptr) DestroyAcceleratorTable(state.AccelTable);
+  if (state.AppIcon != nullptr) DestroyIcon(state.AppIcon);
+  state.AccelTable = nullptr;
+  state.AppIcon = nullptr;
+}
+
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE previous, LPSTR commandLine, int show) {
+  if (const std::optional<int> refused = StartProgram(instance, previous, commandLine, show)) {
+    return *refused;
+  }
+  const int exitCode = RunMessageLoop();
+  StopProgram();
+  return exitCode;
+}

@@ -1,0 +1,83 @@
+#include "settings/profile.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cstdio>
+#include <filesystem>
+
+#include "platform/paths.h"
+#include "tests/posix/scratch_folder.h"
+
+namespace {
+
+TEST(LocateProfile, TakesTheFirstThatCounts) {
+  const char* const kNone = nullptr;
+  const char* const kMaster = "[quorl setup]\nMASTERPROFILE = 1\n";
+  const char* const kPlain = "[Quorl Setup]\nMasterProfile=2\n";
+  struct Case {
+    const char* what;
+    const char *beside, *own;  // contents of the file beside the program and of the user's own
+    mode_t besideMode, ownMode;
+    const char* found;
+    int result;
+  };
+  const Case cases[] = {
+      {"no file anywhere", kNone, kNone, 0644, 0644, "QUORL.INI", 0},
+      {"the user's own alone", kNone, kPlain, 0644, 0644, "quorl/QUORL.INI", 0},
+      {"the one beside alone", kPlain, kNone, 0644, 0644, "program/QUORL.INI", 0},
+      {"the user's own wins", kPlain, kPlain, 0644, 0644, "quorl/QUORL.INI", 0},
+      {"but not over a master", kMaster, kPlain, 0644, 0644, "program/QUORL.INI", 0},
+      {"even one that is read-only", kMaster, kPlain, 0444, 0644, "program/QUORL.INI", -1},
+      {"own read-only", kNone, kPlain, 0644, 0444, "quorl/QUORL.INI", -1},
+      {"a master in the own one means nothing", kPlain, kMaster, 0444, 0644, "quorl/QUORL.INI", 0},
+  };
+  for (const Case& c : cases) {
+    const ScratchFolder folder;
+    if (c.beside != nullptr) chmod(folder.Write("program/QUORL.INI", c.beside).c_str(), c.besideMode);
+    if (c.own != nullptr) chmod(folder.Write("quorl/QUORL.INI", c.own).c_str(), c.ownMode);
+    // A file in the current directory does not steer the program.
+    folder.Write("here/QUORL.INI", kMaster);
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path("here"));
+    char path[kPathBytes];
+    std::snprintf(path, sizeof path, "%s", folder.Path("program/QUORL.INI").c_str());
+    EXPECT_EQ(LocateProfile(path, sizeof path), c.result) << c.what;
+    EXPECT_EQ(path, std::string(c.found) == "QUORL.INI" ? c.found : folder.Path(c.found)) << c.what;
+    std::filesystem::current_path(before);
+  }
+}
+
+TEST(ReadAdvancedKeys, ReadsAndBounds) {
+  const ScratchFolder folder;
+  AdvancedKeys keys;
+  ReadAdvancedKeys(folder.Path("absent").c_str(), keys);
+  EXPECT_EQ(keys.MruFiles, 1);
+  EXPECT_EQ(keys.FastMouseLines, 10);
+  EXPECT_EQ(keys.PageIndexingBuffer, 8192);
+  EXPECT_STREQ(keys.DebugFileName, "");
+
+  const std::string file =
+      folder.Write("p.ini",
+                   "[Quorl Setup]\nDiagMode=1\nMruFiles=0\nMruSearch=7\nFastMouseDelay=0\n"
+                   "FastMouseLines=-1\nSlowMouseDelay=-9\nSlowMouseLines=-5\n"
+                   "PageIndexingDelay=-1\nPadPageLength=60\nShowPageGap=1\nPadLineLength=132\n"
+                   "DebugFileName=" +
+                       std::string(300, 'd') + "\n[Quorl]\nCuaKeyboard=1\n");
+  ReadAdvancedKeys(file.c_str(), keys);
+  EXPECT_EQ(keys.DiagMode, 1);
+  EXPECT_EQ(keys.MruFiles, 0);
+  EXPECT_EQ(keys.MruSearch, 7);
+  EXPECT_EQ(keys.CuaKeyboard, 0);
+  EXPECT_EQ(keys.FastMouseDelay, 1);
+  EXPECT_EQ(keys.FastMouseLines, 0);
+  EXPECT_EQ(keys.SlowMouseDelay, 1);
+  EXPECT_EQ(keys.SlowMouseLines, 0);
+  EXPECT_EQ(keys.PageIndexingDelay, -1);
+  EXPECT_EQ(keys.PadPageLength, 60);
+  EXPECT_EQ(keys.ShowPageGap, 1);
+  EXPECT_EQ(keys.PadLineLength, 132);
+  EXPECT_EQ(keys.DebugFileName, std::string(256, 'd'));
+}
+
+}  // namespace

@@ -1,0 +1,62 @@
+#include "settings/setups.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <memory>
+
+#include "engine/text_format.h"
+#include "settings/colors.h"
+#include "tests/posix/scratch_folder.h"
+
+namespace {
+
+constexpr const char* kProfile =
+    "[Quorl]\nFormat=1\nLineLength=80\nWindowPos=10,20,300,400\n"
+    "[Quorl Colors]\nTagText=11\nPrintTag=12\n"
+    "[MRU Files]\nFile1=/a\n"
+    "[Setup: Format]\nSaveOptions=3\nFormat=2\nWindowPos=1,1,1,1\nTagText=21\n"
+    "[Setup: Colors]\nSaveOptions=256\nFormat=2\nTagText=31\nPrintTag=32\n"
+    "[Setup: All]\nFormat=2\nWindowPos=1,2,3,4\nTagText=41\nPrintTag=42\n";
+
+struct Result {
+  std::int32_t format, lineLength, windowX, recentFiles;
+  COLORREF tagText, printTag;
+  std::int32_t saveWhat;
+  bool operator==(const Result&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Result& result) {
+  return out << result.format << ' ' << result.lineLength << ' ' << result.windowX << ' '
+             << result.recentFiles << ' ' << result.tagText << ' ' << result.printTag << ' '
+             << result.saveWhat;
+}
+
+TEST(Setups, LoadTheirGroupsAndNoOthers) {
+  const ScratchFolder folder;
+  const std::string file = folder.Write("p.ini", kProfile);
+  COLORREF defaults[kColorSlots] = {};
+  ResetColors(COLORS_WINDOW, defaults);
+  ResetColors(COLORS_PRINT, defaults);
+  const auto settings = std::make_unique<Settings>();
+  std::snprintf(settings->ProfilePath, sizeof settings->ProfilePath, "%s", file.c_str());
+  const auto result = [&settings] {
+    return Result{settings->FormatIndex, settings->LineLength, settings->WindowX, settings->RecentFileCount,
+                  ColorTable[TagText],   ColorTable[PrintTag], settings->SaveWhat};
+  };
+  LoadDefaults(*settings);
+  EXPECT_EQ(result(), (Result{1, 80, 20, 1, 11, 12, 0}));
+  LoadSetup("setup: format", nullptr, *settings);
+  EXPECT_EQ(result(), (Result{2, 127, 20, 1, 11, 12, 3})) << "the length is absent and takes its default";
+  settings->RecentFileCount = 0;
+  settings->LineLength = 99;
+  LoadSetup("Setup: Colors", nullptr, *settings);
+  EXPECT_EQ(result(), (Result{2, 99, 20, 0, 31, 12, 256}));
+  LoadSetup("Setup: All", nullptr, *settings);
+  EXPECT_EQ(result(), (Result{2, 127, 2, 1, 41, 42, -1}));
+  settings->MruFiles = 0;
+  LoadSetup("Setup: unknown", nullptr, *settings);
+  EXPECT_EQ(result(), (Result{0, 127, CW_USEDEFAULT, 0, defaults[TagText], defaults[PrintTag], -1}));
+}
+
+}  // namespace

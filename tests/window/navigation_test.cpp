@@ -1,0 +1,330 @@
+// Moves of the view on real files: where the top line ends up, what is loaded for it, and the laws that
+// hold for every file and format.
+#include <algorithm>
+#include <random>
+
+#include "tests/window/viewer.h"
+#include "window/navigation.h"
+
+namespace {
+
+struct LawCase {
+  const char* name;
+  std::vector<std::string> words;
+  std::string content;
+  std::int32_t lineLength;  // with the letter L
+};
+
+std::string LongLines(int count, std::size_t length) {
+  std::string text;
+  for (int i = 0; i < count; ++i)
+    text += std::to_string(i) + std::string(length + static_cast<std::size_t>(i % 7) * 10, 'm') + "\n";
+  return text;
+}
+
+std::string RandomBytes(std::size_t count) {
+  std::mt19937 random(11);
+  std::string bytes(count, '\0');
+  for (char& byte : bytes)
+    byte = static_cast<char>(random());
+  return bytes;
+}
+
+const LawCase kLawCases[] = {
+    {"short lines", {}, NumberedLines(5000), 0},
+    {"wrapped", {"-W"}, NumberedLines(300) + LongLines(200, 900), 0},
+    {"hex", {"-H"}, RandomBytes(90001), 0},
+    {"raw", {"-R"}, RandomBytes(90001), 0},
+    {"random bytes as text", {}, RandomBytes(200000), 0},
+    {"empty lines", {}, std::string(3000, '\n'), 0},
+    {"three or four lines a run", {"-L"}, LongLines(120, 9000), 9100},
+    {"one line a run", {"-L"}, LongLines(120, 26000), 32000},
+    {"lines cut by the slice", {}, LongLines(60, 20000), 0},
+    {"a line longer than a slice",
+     {},
+     LongLines(3, 100) + std::string(400000, 'q') + "\n" + NumberedLines(99),
+     0},
+    {"the same, wrapped", {"-W"}, LongLines(3, 100) + std::string(400000, 'q') + "\n" + NumberedLines(99), 0},
+};
+
+class NavigationLaws : public testing::TestWithParam<LawCase> {
+ protected:
+  NavigationLaws() : file_(GetParam().content) {
+    std::vector<std::string> words = GetParam().words;
+    words.push_back(file_.Path());
+    viewer_ = std::make_unique<Viewer>(words);
+    if (GetParam().lineLength == 0) return;
+    MainState.LineLength = GetParam().lineLength;
+    ReformatView();
+    viewer_->Pump();
+  }
+  // Key presses until the top line stays, at most `most`; the tops on the way.
+  std::vector<FilePos> Walk(int key, int most) {
+    std::vector<FilePos> tops{Viewer::Top()};
+    for (int i = 0; i < most; ++i) {
+      viewer_->Key(key);
+      EXPECT_FALSE(Viewer::ErrorPage());
+      if (Viewer::Top() == tops.back()) break;
+      tops.push_back(Viewer::Top());
+    }
+    return tops;
+  }
+  void ExpectReturn(int there, int back, int most) {
+    const std::vector<FilePos> down = Walk(there, most);
+    ASSERT_GT(down.size(), 3U);
+    EXPECT_TRUE(std::ranges::is_sorted(down));
+    // The last step may have been shortened by the end of the file; from where it began all are whole.
+    viewer_->MoveTo(down[down.size() - 2]);
+    std::vector<FilePos> up{Viewer::Top()};
+    for (std::size_t i = 0; i + 2 < down.size(); ++i) {
+      viewer_->Key(back);
+      up.push_back(Viewer::Top());
+    }
+    std::ranges::reverse(up);
+    EXPECT_EQ(up, std::vector<FilePos>(down.begin(), down.end() - 1));
+  }
+
+  ScratchFile file_;
+  std::unique_ptr<Viewer> viewer_;
+};
+
+TEST_P(NavigationLaws, LinesDownAndUpReturn) {
+  ExpectReturn(VK_DOWN, VK_UP, 260);
+}
+
+TEST_P(NavigationLaws, PagesDownAndUpReturn) {
+  ExpectReturn(VK_NEXT, VK_PRIOR, 60);
+}
+
+TEST_P(NavigationLaws, APageIsAsManyLinesAsItHasRows) {
+  viewer_->Key(VK_NEXT);
+  const FilePos page = Viewer::Top();
+  viewer_->Key(VK_HOME);
+  viewer_->Key(VK_DOWN, 0, MainState.LinesPerScreen);
+  EXPECT_EQ(Viewer::Top(), page);
+}
+
+TEST_P(NavigationLaws, BottomIsTheLastLineAndTopTheFirst) {
+  viewer_->Key(VK_END);
+  EXPECT_EQ(MainState.Lines.Aline[MainState.Lines.Acur + 1].Lpos, MainState.File.Flen);
+  const FilePos bottom = Viewer::Top();
+  viewer_->Key(VK_NEXT);
+  EXPECT_EQ(Viewer::Top(), bottom);
+  viewer_->Key(VK_UP);
+  EXPECT_LT(Viewer::Top(), bottom);
+  viewer_->Key(VK_HOME);
+  EXPECT_EQ(Viewer::Top(), 0);
+  viewer_->Key(VK_PRIOR);
+  EXPECT_EQ(Viewer::Top(), 0);
+}
+
+TEST_P(NavigationLaws, AJumpShowsItsTargetOnTheTopLine) {
+  std::mt19937_64 random(3);
+  for (int i = 0; i < 60; ++i) {
+    const auto target = static_cast<FilePos>(random() % static_cast<std::uint64_t>(MainState.File.Flen));
+    viewer_->MoveTo(target);
+    ASSERT_FALSE(Viewer::ErrorPage());
+    EXPECT_LE(Viewer::Top(), target);
+    EXPECT_GT(Viewer::Entry(1).Lpos, target);
+    if (i % 3 == 0) viewer_->MoveLines(static_cast<int>(random() % 61) - 30);
+  }
+}
+
+TEST_P(NavigationLaws, RowsAreNeighboursInTheFile) {
+  std::mt19937_64 random(5);
+  for (int i = 0; i < 25; ++i) {
+    viewer_->MoveTo(static_cast<FilePos>(random() % static_cast<std::uint64_t>(MainState.File.Flen)));
+    for (int line = MainState.Lines.Afirst; line < MainState.Lines.Alast; ++line) {
+      const LineEntry& entry = MainState.Lines.Aline[line];
+      ASSERT_LT(entry.Lpos, MainState.Lines.Aline[line + 1].Lpos) << line;
+    }
+  }
+}
+
+// The window's image after each move must be what a full repaint would give.
+TEST_P(NavigationLaws, ScrollingTheImageIsRepaintingIt) {
+  std::mt19937 random(17);
+  for (int i = 0; i < 40; ++i) {
+    const int lines[] = {1, 1, 1, -1, -1, MainState.LinesPerScreen, -MainState.LinesPerScreen};
+    if (i % 13 == 12) {
+      viewer_->MoveTo(static_cast<FilePos>(random()) % MainState.File.Flen);
+    } else {
+      viewer_->MoveLines(lines[random() % std::size(lines)]);
+    }
+    const platform_testing::Pixels scrolled = platform_testing::ClientPixels(viewer_->Window());
+    InvalidateRect(viewer_->Window(), nullptr, FALSE);
+    viewer_->Pump();
+    ASSERT_EQ(scrolled, platform_testing::ClientPixels(viewer_->Window())) << "move " << i;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, NavigationLaws, testing::ValuesIn(kLawCases), [](const auto& law) {
+  std::string name = law.param.name;
+  std::ranges::replace_if(
+      name, [](char c) { return c == ' ' || c == ','; }, '_');
+  return name;
+});
+
+TEST(Navigation, AStepInsideTheRunOpensNoFile) {
+  const ScratchFile file(NumberedLines(5000));
+  Viewer viewer({file.Path()});
+  viewer.Key(VK_NEXT, 0, 3);
+  const std::int64_t opened = platform_testing::FilesOpened();
+  platform_testing::LogDrawing(true);
+  for (const int key : {VK_DOWN, VK_DOWN, VK_UP, VK_DOWN, VK_NEXT, VK_PRIOR})
+    viewer.Key(key);
+  EXPECT_EQ(platform_testing::FilesOpened(), opened);
+}
+
+TEST(Navigation, AOneLineStepPaintsOneRow) {
+  const ScratchFile file(NumberedLines(500));
+  Viewer viewer({file.Path()});
+  viewer.Key(VK_DOWN);
+  platform_testing::ForgetRecords();
+  platform_testing::LogDrawing(true);
+  viewer.Key(VK_DOWN);
+  int scrolls = 0;
+  int rows = 0;
+  for (const platform_testing::DrawCall& call : platform_testing::DrawingLog()) {
+    scrolls += call.kind == platform_testing::DrawCall::Kind::scroll ? 1 : 0;
+    rows += call.kind == platform_testing::DrawCall::Kind::fillText ? 1 : 0;
+  }
+  EXPECT_EQ(scrolls, 1);
+  EXPECT_EQ(rows, 1);
+}
+
+TEST(Navigation, GoToLoadsAtTheVeryByte) {
+  const ScratchFile file(NumberedLines(2000));
+  for (const char* letter : {"-H", "-R"}) {
+    Viewer viewer({letter, file.Path()});
+    viewer.MoveTo(1003);
+    EXPECT_LT(Viewer::Top(), 1003) << "the line that holds the byte";
+    viewer.GoTo(1003);
+    EXPECT_EQ(Viewer::Top(), 1003);
+  }
+  Viewer viewer({file.Path()});
+  const std::int64_t opened = platform_testing::FilesOpened();
+  viewer.GoTo(1003);
+  EXPECT_GT(platform_testing::FilesOpened(), opened);
+  EXPECT_LT(Viewer::Top(), 1003) << "text lines begin at their start";
+}
+
+TEST(Navigation, AGrownFileIsFollowed) {
+  ScratchFile file(NumberedLines(50));
+  Viewer viewer({file.Path()});
+  viewer.Key(VK_END);
+  EXPECT_EQ(Viewer::Text().substr(0, 7), "line 49");
+  file.Append("and more\nand the last\n");
+  viewer.Send(WM_VIEW_LOAD, 0, kNoPosition);
+  viewer.Key(VK_END);
+  EXPECT_EQ(Viewer::Text(), "and the last");
+}
+
+TEST(Navigation, EndsStopTheMove) {
+  const ScratchFile file("a\nb\nc\n");
+  Viewer viewer({file.Path()});
+  for (const int lines : {-1, -1000, -30000}) {
+    viewer.MoveLines(lines);
+    EXPECT_EQ(Viewer::Text(), "a");
+  }
+  for (const int lines : {1000, 30000, 1}) {
+    viewer.MoveLines(lines);
+    EXPECT_EQ(Viewer::Text(), "c");
+  }
+  viewer.MoveLines(-2);
+  EXPECT_EQ(Viewer::Text(), "a");
+}
+
+TEST(Navigation, VeryLongMovesGoOnFromTheNearestLine) {
+  const ScratchFile file(NumberedLines(20000));
+  Viewer viewer({file.Path()});
+  viewer.MoveLines(12345);
+  EXPECT_EQ(Viewer::Text().substr(0, 10), "line 12345");
+  viewer.MoveLines(-12000);
+  EXPECT_EQ(Viewer::Text().substr(0, 8), "line 345");
+}
+
+TEST(Layout, DecidesWhenToReformat) {
+  struct Case {
+    const char* what;
+    ViewOptions flags;
+    std::int32_t former;  // FormatWidth
+    int columns;
+    bool resized;
+    std::int32_t width;  // FormatWidth afterwards
+    bool load;
+  };
+  constexpr std::int32_t kLineLength = 100;
+  const Case cases[] = {
+      {"three screens and a character each", 0, 1, 80, true, 243, true},
+      {"wrapped: the screen", VO_WRAP, 1, 80, true, 80, true},
+      {"the same width", 0, 243, 80, true, 243, false},
+      {"the same width, wrapped", VO_WRAP, 80, 80, true, 80, false},
+      {"the same width, not by size", VO_WRAP, 80, 80, false, 80, true},
+      {"a little narrower", 0, 250, 80, true, 250, false},
+      {"twice as long as needed", 0, 487, 80, true, 487, false},
+      {"more than twice", 0, 488, 80, true, 243, true},
+      {"narrower, wrapped", VO_WRAP, 81, 80, true, 80, true},
+      {"fixed", VO_FIXEDLEN, 50, 80, true, kLineLength, true},
+      {"fixed, longer than asked", VO_FIXEDLEN, 200, 80, true, 200, false},
+      {"forced", 0, -1, 80, false, 243, true},
+  };
+  const ScratchFile file("text\n");
+  Viewer viewer({file.Path()});
+  MainState.LineLength = kLineLength;
+  for (const Case& c : cases) {
+    viewer.Resize(c.columns, 20);
+    MainState.FormatFlags = c.flags;
+    MainState.FormatWidth = c.former;
+    EXPECT_EQ(LayoutView(c.resized), c.load ? 1 : 0) << c.what;
+    EXPECT_EQ(MainState.FormatWidth, c.width) << c.what;
+    viewer.Pump();
+  }
+  EXPECT_EQ(MainState.HorzStepLarge, 26);
+  EXPECT_EQ(MainState.LinesPerScreen, 20);
+}
+
+TEST(Layout, WrapGivesUpTheSidewaysOffset) {
+  const ScratchFile file(NumberedLines(20));
+  Viewer viewer({file.Path()});
+  viewer.Key(VK_RIGHT, MK_CONTROL);
+  EXPECT_EQ(MainState.HorzOffset, 26);
+  viewer.Type('W', MK_CONTROL);
+  EXPECT_EQ(MainState.HorzOffset, 0);
+  EXPECT_EQ(MainState.FormatWidth, 80);
+}
+
+TEST(PagePadding, EveryPageOfTheViewHasItsRows) {
+  std::string text;
+  for (int page = 0; page < 300; ++page) {
+    text += "\fpage " + std::to_string(page) + "\n";
+    for (int i = 0; i < page % 9; ++i)
+      text += "row\n";
+  }
+  const ScratchFile file(text + "\n\n");
+  Viewer viewer({file.Path()});
+  MainState.PadPageLength = 12;
+  viewer.Send(WM_VIEW_LOAD, 0, 0);
+  for (int page = 0; page < 4; ++page) {
+    EXPECT_EQ(Viewer::Text(), "page " + std::to_string(page));
+    viewer.MoveLines(12);
+  }
+  std::mt19937 random(23);
+  for (int i = 0; i < 60; ++i) {
+    viewer.MoveTo(static_cast<FilePos>(random()) % MainState.File.Flen);
+    viewer.MoveLines(static_cast<int>(random() % 81) - 40);
+    if (i % 10 == 9) viewer.Key(VK_END);
+    ASSERT_FALSE(Viewer::ErrorPage());
+    const LineArray& lines = MainState.Lines;
+    int last = -1;
+    for (int line = lines.Afirst; line < lines.Alast; ++line) {
+      if ((lines.Aline[line].Lflags & LF_PAGEMARK) == 0) continue;
+      if (last >= 0) {
+        ASSERT_EQ(line - last, 12);
+      }
+      last = line;
+    }
+  }
+}
+
+}  // namespace

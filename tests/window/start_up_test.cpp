@@ -1,0 +1,117 @@
+// Start-up as a whole: command words in, the state of the running program out.
+#include <algorithm>
+#include <filesystem>
+
+#include "tests/window/viewer.h"
+#include "window/main_window.h"
+
+namespace {
+
+TEST(StartUp, CommandWordsBecomeState) {
+  struct Case {
+    std::vector<std::string> words;
+    std::int32_t format;
+    ViewOptions flags;
+    std::int32_t code;
+    const char* section;
+  };
+  const Case cases[] = {
+      {{}, 0, 0x220, 0, ""},
+      {{"-H"}, 1, 0x220, 0, ""},
+      {{"-WB", "-r"}, 2, 0x229, 0, ""},
+      {{"-C"}, 0, 0x2A0, 2, ""},
+      // Without the defaults the built-in values are in force, which are others.
+      {{"-WV"}, 0, 0x61, 0, ""},
+      // The setup is loaded once more at the window's creation, behind the letters.
+      {{"-vmine", "-W"}, 0, 0x220, 0, "Setup: mine"},
+  };
+  const ScratchFile file("one\ntwo\n");
+  for (Case c : cases) {
+    c.words.push_back(file.Path());
+    Viewer viewer(c.words);
+    EXPECT_EQ(MainState.FormatIndex, c.format) << c.words[0];
+    EXPECT_EQ(MainState.FormatFlags, c.flags) << c.words[0];
+    EXPECT_EQ(MainState.CharCode, c.code) << c.words[0];
+    EXPECT_STREQ(MainState.SetupSection, c.section) << c.words[0];
+    EXPECT_EQ(MainState.File.Fname, file.Path()) << c.words[0];
+    EXPECT_TRUE(platform_testing::Boxes().empty()) << c.words[0];
+    EXPECT_STREQ(MainState.ProfilePath, "QUORL.INI");
+  }
+}
+
+TEST(StartUp, WithoutAFileTheUserIsAskedAndMayGiveUp) {
+  Viewer viewer({});
+  ASSERT_EQ(platform_testing::FileDialogs().size(), 1U);
+  EXPECT_EQ(platform_testing::FileDialogs()[0].filterIndex, 2);
+  EXPECT_FALSE(viewer.Running());
+}
+
+TEST(StartUp, AFileThatIsNotThereIsAskedForByItsName) {
+  const ScratchFile file("found\n");
+  platform_testing::AnswerNextFileDialog(file.Path());
+  const std::filesystem::path folder = std::filesystem::temp_directory_path();
+  Viewer viewer({(folder / "no such file.txt").string()});
+  ASSERT_EQ(platform_testing::FileDialogs().size(), 1U);
+  const platform_testing::FileDialog& dialog = platform_testing::FileDialogs()[0];
+  EXPECT_EQ(dialog.filterIndex, 1);
+  EXPECT_EQ(std::filesystem::path(dialog.name).filename(), "no such file.txt");
+  EXPECT_TRUE(std::filesystem::equivalent(dialog.directory, folder)) << dialog.directory;
+  EXPECT_TRUE(viewer.Running());
+  EXPECT_EQ(Viewer::Text(), "found");
+}
+
+TEST(StartUp, AServerWithoutAFileWaits) {
+  Viewer viewer({"-D"});
+  EXPECT_TRUE(viewer.Running());
+  EXPECT_TRUE(platform_testing::FileDialogs().empty());
+  EXPECT_FALSE(FileIsOpen());
+  // There is no service yet, and the user is told.
+  ASSERT_EQ(platform_testing::Boxes().size(), 1U);
+  EXPECT_EQ(platform_testing::Boxes()[0].text, "DDE Initialize failed.\nServer functions disabled.");
+  EXPECT_EQ(MainState.DdeState, 2);
+}
+
+TEST(StartUp, ShowStates) {
+  const ScratchFile file("text\n");
+  {
+    Viewer viewer({"-N", "-D"});
+    EXPECT_TRUE(IsIconic(viewer.Window())) << "-N without a file stays minimized";
+  }
+  {
+    Viewer viewer({"-N", "-X", file.Path()});
+    EXPECT_FALSE(IsIconic(viewer.Window())) << "opening a file restores the window";
+    EXPECT_EQ(Viewer::Text(), "text");
+  }
+  Viewer viewer({"-M", file.Path()});
+  EXPECT_EQ(MainState.AlwaysOnTop, 1);
+}
+
+TEST(StartUp, ASecondClassIsRefused) {
+  WNDCLASSA other{};
+  other.lpfnWndProc = MainWindowProc;
+  other.lpszClassName = kClassName;
+  ASSERT_NE(RegisterClassA(&other), 0);
+  EXPECT_EQ(StartProgram(nullptr, nullptr, "", SW_SHOWNORMAL), kExitNoClass);
+  ASSERT_EQ(platform_testing::Boxes().size(), 1U);
+  EXPECT_EQ(platform_testing::Boxes()[0].text, "Cannot register class");
+  EXPECT_EQ(platform_testing::Beeps(), std::vector<UINT>{16});
+  UnregisterClassA(kClassName, nullptr);
+  DestroyIcon(MainState.AppIcon);
+  MainState = MainWindowState{};
+  platform_testing::ForgetRecords();
+}
+
+TEST(StartUp, EscClosesOrMinimizes) {
+  const ScratchFile file("text\n");
+  {
+    Viewer viewer({file.Path()});
+    viewer.Key(VK_ESCAPE);
+    EXPECT_TRUE(viewer.Running());
+    EXPECT_TRUE(IsIconic(viewer.Window()));
+  }
+  Viewer viewer({"-Y", file.Path()});
+  viewer.Key(VK_ESCAPE);
+  EXPECT_FALSE(viewer.Running());
+}
+
+}  // namespace
