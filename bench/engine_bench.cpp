@@ -1,0 +1,201 @@
+// How fast the three formats turn bytes into lines, and what a load costs in a file that is too large to be
+// held. Bytes per second count the bytes of the file that the lines cover, not the characters made; each
+// format stands beside a memcpy of the same bytes in the same run.
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "engine/hex_format.h"
+#include "engine/raw_format.h"
+#include "engine/text_format.h"
+#include "engine/view_loader.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::int32_t kLineLen = 120;
+
+// Lines as a busy server's log has them: a time, a level, a source and a message of very mixed length.
+std::string LogText(std::size_t size) {
+  static constexpr const char* kLevels[] = {"INFO ", "WARN ", "DEBUG", "ERROR"};
+  static constexpr const char* kWords[] = {
+      "request", "accepted", "from",    "10.1.20.7", "worker",     "queue", "timeout", "retry", "flushed",
+      "bytes",   "to",       "segment", "index",     "checkpoint", "done",  "in",      "ms",    "status=200"};
+  std::mt19937 random(1);
+  std::string text;
+  for (int line = 0; text.size() < size; ++line) {
+    char head[80];
+    std::snprintf(head, sizeof head, "2024-03-%02d %02d:%02d:%02d.%03u %s [thread-%u]", 1 + line / 86400 % 28,
+                  line / 3600 % 24, line / 60 % 60, line % 60, static_cast<unsigned>(random() % 1000),
+                  kLevels[random() % std::size(kLevels)], static_cast<unsigned>(random() % 16));
+    text += head;
+    const std::size_t words = 1 + random() % (random() % 20 == 0 ? 40 : 10);
+    for (std::size_t i = 0; i < words; ++i) {
+      text += i % 6 == 3 ? '\t' : ' ';
+      text += kWords[random() % std::size(kWords)];
+    }
+    text += "\r\n";
+  }
+  text.resize(size);
+  return text;
+}
+
+// Records as large as the view's own.
+struct View {
+  View() : entries(kViewLines), characters(kViewText) {
+    lines.Aline = entries.data();
+    lines.Acnt = kViewLines;
+    text.Tbuf = characters.data();
+    text.Tlen = kViewText;
+  }
+  std::vector<LineEntry> entries;
+  std::vector<char> characters;
+  LineArray lines;
+  TextBuffer text;
+};
+
+// One pass over as much of a slice of 64 KB as a view holds; the bytes that its lines cover.
+std::int64_t OnePass(FormatProc format, View& view, std::string& bytes, std::int32_t direction,
+                     ViewOptions options) {
+  const bool forward = direction == FILL_FORWARD;
+  const auto size = static_cast<std::int32_t>(bytes.size());
+  const FileSlice slice = {reinterpret_cast<std::uint8_t*>(bytes.data()), size, forward ? 0 : size};
+  LineCursor cursor{view.lines.Aline, view.lines.Acnt, forward ? 0 : view.lines.Acnt - 1};
+  view.text.Tend = 0;
+  const FilePos pos = slice.Soff;
+  benchmark::DoNotOptimize(format(slice, cursor, view.text, pos, direction, options, kLineLen));
+  benchmark::ClobberMemory();
+  return forward ? cursor.Cend : pos - view.lines.Aline[cursor.Ccur].Lpos;
+}
+
+void BM_Format(benchmark::State& state, FormatProc format, std::int32_t direction, ViewOptions options) {
+  View view;
+  std::string bytes = LogText(kSliceBytes);
+  std::int64_t covered = 0;
+  for (auto _ : state)
+    covered += OnePass(format, view, bytes, direction, options);
+  state.SetBytesProcessed(covered);
+  state.counters["bytes/pass"] =
+      benchmark::Counter(static_cast<double>(covered), benchmark::Counter::kAvgIterations);
+}
+
+// memcpy of what one pass covers.
+void BM_Memcpy(benchmark::State& state, FormatProc format, std::int32_t direction, ViewOptions options) {
+  View view;
+  std::string bytes = LogText(kSliceBytes);
+  const std::int64_t covered = OnePass(format, view, bytes, direction, options);
+  std::vector<char> target(bytes.size());
+  for (auto _ : state) {
+    std::memcpy(target.data(), bytes.data(), static_cast<std::size_t>(covered));
+    benchmark::ClobberMemory();
+  }
+  state.SetBytesProcessed(state.iterations() * covered);
+  state.counters["bytes/pass"] = static_cast<double>(covered);
+}
+
+constexpr ViewOptions kText = VO_EXPANDTABS | VO_FORMFEED;
+
+#define QUORL_BENCH_FORMAT(name, ...)              \
+  BENCHMARK_CAPTURE(BM_Format, name, __VA_ARGS__); \
+  BENCHMARK_CAPTURE(BM_Memcpy, name, __VA_ARGS__)
+
+QUORL_BENCH_FORMAT(text_forward, FormatText, FILL_FORWARD, kText);
+QUORL_BENCH_FORMAT(text_forward_wrap, FormatText, FILL_FORWARD, kText | VO_WRAP);
+QUORL_BENCH_FORMAT(text_backward, FormatText, FILL_BACKWARD, kText);
+QUORL_BENCH_FORMAT(text_backward_wrap, FormatText, FILL_BACKWARD, kText | VO_WRAP);
+QUORL_BENCH_FORMAT(hex_forward, FormatHex, FILL_FORWARD, 0);
+QUORL_BENCH_FORMAT(hex_backward, FormatHex, FILL_BACKWARD, 0);
+QUORL_BENCH_FORMAT(raw_forward, FormatRaw, FILL_FORWARD, 0);
+QUORL_BENCH_FORMAT(raw_backward, FormatRaw, FILL_BACKWARD, 0);
+
+// A file of 8 GB, all hole but for a megabyte of text at each of 64 places. It takes 64 MB of disk.
+class LargeFile {
+ public:
+  static constexpr FilePos kLength = FilePos{8} << 30;
+  static constexpr FilePos kStretches = 64;
+  static constexpr FilePos kStretchBytes = 1 << 20;
+
+  LargeFile() {
+    std::string name = (fs::temp_directory_path() / "quorl-bench-XXXXXX").string();
+    folder_ = mkdtemp(name.data()) != nullptr ? name : std::string();
+    if (folder_.empty()) return;
+    path_ = folder_ / "large.log";
+    const std::string text = LogText(kStretchBytes);
+    std::ofstream out(path_, std::ios::binary);
+    for (FilePos i = 0; i < kStretches; ++i) {
+      out.seekp(StretchStart(i));
+      out.write(text.data(), kStretchBytes);
+    }
+    out.close();
+    std::error_code error;
+    fs::resize_file(path_, static_cast<std::uintmax_t>(kLength), error);
+    ready_ = out.good() && !error;
+  }
+  ~LargeFile() {
+    std::error_code ignored;
+    if (!folder_.empty()) fs::remove_all(folder_, ignored);
+  }
+  LargeFile(const LargeFile&) = delete;
+  LargeFile& operator=(const LargeFile&) = delete;
+
+  static FilePos StretchStart(FilePos i) { return kLength / kStretches * i; }
+  [[nodiscard]] bool Ready() const { return ready_; }
+  [[nodiscard]] std::string Path() const { return path_.string(); }
+
+ private:
+  fs::path folder_;
+  fs::path path_;
+  bool ready_ = false;
+};
+
+enum class Place { text, hole };
+
+void BM_LoadView(benchmark::State& state, FormatProc format, ViewOptions options, Place place) {
+  static const LargeFile large;
+  if (!large.Ready()) {
+    state.SkipWithError("no room for the large file");
+    return;
+  }
+  const auto file = std::make_unique<ViewFile>();
+  std::snprintf(file->Fname, sizeof file->Fname, "%s", large.Path().c_str());
+  View view;
+  std::array<TagEntry, 2> tagEntries{};
+  TagList tags = {tagEntries.data(), 1, 0};
+  std::mt19937_64 random(3);
+  for (auto _ : state) {
+    const auto stretch = static_cast<FilePos>(random() % LargeFile::kStretches);
+    const auto within = static_cast<FilePos>(random() % LargeFile::kStretchBytes);
+    const FilePos pos =
+        LargeFile::StretchStart(stretch) + within + (place == Place::hole ? LargeFile::kLength / 128 : 0);
+    const ViewStatus status =
+        LoadView(pos, 0, 50, kLineLen, *file, view.lines, view.text, tags, format, options);
+    if ((status & VS_FAILED) != 0) {
+      state.SkipWithError("a load failed");
+      break;
+    }
+  }
+}
+BENCHMARK_CAPTURE(BM_LoadView, text, FormatText, kText, Place::text)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(BM_LoadView, text_wrap, FormatText, kText | VO_WRAP, Place::text)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(BM_LoadView, hex, FormatHex, 0, Place::text)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(BM_LoadView, raw, FormatRaw, 0, Place::text)->Unit(benchmark::kMicrosecond);
+// A hole reads as zeros: one line of 127 MB, the worst that the text format can meet.
+BENCHMARK_CAPTURE(BM_LoadView, text_in_a_hole, FormatText, kText, Place::hole)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(BM_LoadView, text_wrap_in_a_hole, FormatText, kText | VO_WRAP, Place::hole)
+    ->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+
+BENCHMARK_MAIN();

@@ -1,0 +1,178 @@
+// How fast a search runs through a file that the system has in memory, beside a bare read of the same file in
+// slices as large as the search's. The two take turns within each iteration, so that whatever else the
+// machine does meets both. `of_bare_read` is the search's best pass by the bare read's best: 1 would be a
+// search for nothing. Below that, the scan alone, wide and plain, on one slice.
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "platform/file.h"
+#include "search/byte_scan.h"
+#include "search/search_engine.h"
+
+namespace {
+
+constexpr std::size_t kFileBytes = std::size_t{256} << 20;
+constexpr const char* kLastWords = "the last words of the log: Xylophone";
+
+// Lines as a busy server's log has them.
+std::string LogText(std::size_t size) {
+  static constexpr const char* kWords[] = {
+      "request", "accepted", "from",    "10.1.20.7", "worker",     "queue", "timeout", "retry", "flushed",
+      "bytes",   "to",       "segment", "index",     "checkpoint", "done",  "in",      "ms",    "status=200"};
+  std::mt19937 random(1);
+  std::string text;
+  text.reserve(size + 1024);
+  for (int line = 0; text.size() < size; ++line) {
+    char head[80];
+    std::snprintf(head, sizeof head, "2024-03-%02d %02d:%02d:%02d.%03u INFO [thread-%u]",
+                  1 + line / 86400 % 28, line / 3600 % 24, line / 60 % 60, line % 60,
+                  static_cast<unsigned>(random() % 1000), static_cast<unsigned>(random() % 16));
+    text += head;
+    for (std::size_t words = 1 + random() % 10; words > 0; --words) {
+      text += ' ';
+      text += kWords[random() % std::size(kWords)];
+    }
+    text += '\n';
+  }
+  text.resize(size);
+  return text;
+}
+
+// The file is made once, warm from being written, and gone with the process.
+class LogFile {
+ public:
+  LogFile() {
+    std::string name = (std::filesystem::temp_directory_path() / "quorl_search_bench_XXXXXX").string();
+    const int made = mkstemp(name.data());
+    if (made < 0) std::abort();
+    FileClose(made);
+    std::string text = LogText(kFileBytes);
+    text.replace(text.size() - std::strlen(kLastWords), std::string::npos, kLastWords);
+    std::ofstream(name, std::ios::binary) << text;
+    std::strncpy(file_.Fname, name.c_str(), kPathBytes - 1);
+    file_.Flen = kFileBytes;
+  }
+  ~LogFile() { std::remove(file_.Fname); }
+  LogFile(const LogFile&) = delete;
+  LogFile& operator=(const LogFile&) = delete;
+  [[nodiscard]] ViewFile& Get() { return file_; }
+
+ private:
+  ViewFile file_;
+};
+
+ViewFile& TheFile() {
+  static LogFile file;
+  return file.Get();
+}
+
+double SecondsOf(std::chrono::steady_clock::time_point begin) {
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+}
+
+double BareRead(const ViewFile& file) {
+  static std::array<std::uint8_t, kSearchSliceBytes> slice;
+  const auto begin = std::chrono::steady_clock::now();
+  const FileHandle source = FileOpenShared(file.Fname);
+  std::int64_t read = 0;
+  do {
+    read = FileRead(source, slice.data(), slice.size());
+    benchmark::DoNotOptimize(slice.data());
+  } while (read == kSearchSliceBytes);
+  FileClose(source);
+  return SecondsOf(begin);
+}
+
+// Runs `search` and a bare read in turn.
+template <typename Search>
+void BesideABareRead(benchmark::State& state, Search search) {
+  ViewFile& file = TheFile();
+  double bestSearch = 1e9;
+  double bestRead = BareRead(file);
+  for (auto _ : state) {
+    const auto begin = std::chrono::steady_clock::now();
+    search(file);
+    const double seconds = SecondsOf(begin);
+    state.SetIterationTime(seconds);
+    bestSearch = std::min(bestSearch, seconds);
+    bestRead = std::min(bestRead, BareRead(file));
+  }
+  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) *
+                          static_cast<std::int64_t>(kFileBytes));
+  state.counters["best_GB/s"] = kFileBytes / bestSearch / 1e9;
+  state.counters["bare_GB/s"] = kFileBytes / bestRead / 1e9;
+  state.counters["of_bare_read"] = bestRead / bestSearch;
+}
+
+void SearchFor(benchmark::State& state, const char* keyText, bool exact, bool isThere) {
+  const std::string key = keyText;
+  const auto* const bytes = reinterpret_cast<const std::uint8_t*>(key.data());
+  BesideABareRead(state, [&](ViewFile& file) {
+    file.Fcur = 0;
+    const FilePos hit =
+        SearchFile(file, static_cast<std::int32_t>(key.size()), bytes, exact ? SEARCH_CASE : SEARCH_TEXT);
+    if ((hit >= 0) != isThere) state.SkipWithError("the search is wrong");
+  });
+}
+
+void MarkAllOf(benchmark::State& state, const char* key) {
+  SearchState search;
+  std::copy_n(key, std::strlen(key), search.SearchKey);
+  search.SearchKeyLen = static_cast<std::int32_t>(std::strlen(key));
+  search.SearchFlags = SEARCH_TEXT;
+  std::array<TagEntry, kTagSlots> entries{};
+  BesideABareRead(state, [&](ViewFile& file) {
+    TagList tags{entries.data(), kTagSlots - 1, 0};
+    benchmark::DoNotOptimize(MarkAll(file, search, tags));
+  });
+}
+
+void ScanOnly(benchmark::State& state, const char* keyText, bool folds, bool wide) {
+  static const std::string text = LogText(kSearchSliceBytes);
+  const std::string keyString = keyText;
+  const auto* const bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+  ByteKey key = MakeByteKey(reinterpret_cast<const std::uint8_t*>(keyString.data()),
+                            static_cast<std::int32_t>(keyString.size()), folds);
+  ChooseFilter(key, bytes, kSearchSliceBytes);
+  std::int32_t refused = 0;
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(wide ? FindBytesWide(key, bytes, kSearchSliceBytes, 0, refused)
+                                  : FindBytesPlain(key, bytes, kSearchSliceBytes, 0, refused));
+  }
+  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations()) * kSearchSliceBytes);
+}
+
+// The rare key's bytes are rare in the log, those of the common key are its most common letters; neither key
+// stands in it. The last key stands once, at the very end.
+constexpr const char* kRareKey = "ZQ%Jx";
+constexpr const char* kCommonKey = "tested";
+constexpr const char* kLastKey = "Xylophone";
+
+BENCHMARK_CAPTURE(SearchFor, rare_exact, kRareKey, true, false)->UseManualTime();
+BENCHMARK_CAPTURE(SearchFor, rare_folded, kRareKey, false, false)->UseManualTime();
+BENCHMARK_CAPTURE(SearchFor, common_exact, kCommonKey, true, false)->UseManualTime();
+BENCHMARK_CAPTURE(SearchFor, common_folded, kCommonKey, false, false)->UseManualTime();
+BENCHMARK_CAPTURE(SearchFor, at_the_end_exact, kLastKey, true, true)->UseManualTime();
+BENCHMARK_CAPTURE(SearchFor, at_the_end_folded, "xYLOPHONE", false, true)->UseManualTime();
+BENCHMARK_CAPTURE(MarkAllOf, no_hit, kCommonKey)->UseManualTime();
+BENCHMARK_CAPTURE(MarkAllOf, letter_e, "e")->UseManualTime();
+BENCHMARK_CAPTURE(ScanOnly, wide_exact, kCommonKey, false, true);
+BENCHMARK_CAPTURE(ScanOnly, wide_folded, kCommonKey, true, true);
+BENCHMARK_CAPTURE(ScanOnly, plain_exact, kCommonKey, false, false);
+BENCHMARK_CAPTURE(ScanOnly, plain_folded, kCommonKey, true, false);
+
+}  // namespace
+
+BENCHMARK_MAIN();
