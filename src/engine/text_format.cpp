@@ -314,7 +314,7 @@ bool TextPass::SingleRowBackward(LineCursor& lines, std::int32_t lineStart, std:
   bool more = true;
   if (textEnd_ >= textLimit_) {
     more = false;
-    if (!done && !mayCut) {
+    if (!mayCut) {
       textEnd_ = textStart;
       return false;
     }

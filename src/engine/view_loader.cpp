@@ -10,6 +10,9 @@
 
 namespace {
 
+// Bytes of a row beyond its characters: the line break, and tabs that write nothing.
+constexpr std::int32_t kRowSlack = 64;
+
 // One run of LoadView: its arguments, and the one work buffer.
 class Loader {
  public:
@@ -110,8 +113,11 @@ ViewStatus Loader::FillForward(FilePos pos, std::int32_t from, LongLine isLong, 
 ViewStatus Loader::FillBackward(FilePos pos, std::int32_t from, LongLine isLong, std::int32_t wanted,
                                 std::int32_t& first) {
   first = from;
+  // A wrapped row that begins in front of `pos` may end behind it: the slice must hold its end.
+  const bool wraps = KnowsLongLines() && (options_ & VO_WRAP) != 0;
+  const std::int32_t ahead = wraps ? std::min(lineLen_ + kRowSlack, kSliceBytes / 4) : 0;
   for (;;) {
-    ViewStatus status = ReadAround(pos, kSliceBytes);
+    ViewStatus status = ReadAround(pos, kSliceBytes - ahead);
     if ((status & VS_FAILED) != 0) return status;
     LineCursor cursor{lines_.Aline, lines_.Acnt, first, isLong};
     status = format_(slice_, cursor, working_, pos, FILL_BACKWARD, options_, lineLen_);
@@ -156,6 +162,7 @@ ViewStatus Loader::Run(FilePos pos, bool forward, std::int32_t below) {
   LongLine isLong = LongLine::no;
   ViewStatus status = SettleStart(pos, isLong, forward);
   if ((status & VS_FAILED) != 0) return status;
+  if (!forward && pos == 0) return Run(0, true, 0);  // the first row of the file is the one to go up to
   std::int32_t first = top;
   std::int32_t last = top;
   if (forward) {
@@ -177,7 +184,9 @@ ViewStatus Loader::Run(FilePos pos, bool forward, std::int32_t below) {
     if ((status & VS_FAILED) != 0) return status;
     if (asked > file_.Flen) return VS_SHORT;
     top = std::max(top, first);
-    if (pos < file_.Flen && first < from) pos = lines_.Aline[--from].Lpos;
+    const FilePos topmost = lines_.Aline[first].Lpos;
+    const bool remade = pos < file_.Flen && first < from;
+    if (remade) pos = lines_.Aline[--from].Lpos;
     working_.Tlen = text_.Tlen;
     if (first == from) {  // nothing above: the line below may begin another kind of line
       status = SettleStart(pos, isLong, true);
@@ -185,6 +194,8 @@ ViewStatus Loader::Run(FilePos pos, bool forward, std::int32_t below) {
     }
     status = FillForward(pos, from, isLong, rows_ + 1, last);
     if ((status & VS_FAILED) != 0) return status;
+    // Very long lines: the line to be made anew found no room behind those above it.
+    if (remade && last == from) return Run(topmost, true, 0);
     last = std::max(last, top);
     first = std::min(first, top);
   }

@@ -151,6 +151,16 @@ TEST(ViewLoader, MeetsTwoGridsInALineThatFits) {
   EXPECT_EQ(view.lines.Aline[view.lines.Afirst].Lpos, 0);
 }
 
+// The same far from the file's ends: the row at the top is whole.
+TEST(ViewLoader, ShowsWholeRowsAtTheTopOfAWrappedView) {
+  const ScratchFile file(Numbered(100, 3000));
+  View view(file.Path(), FormatText, kWrapped);
+  for (FilePos target = 150000; target < 153001; target += 37) {
+    ASSERT_EQ(view.Load(target), 0);
+    ASSERT_EQ(view.lines.Aline[view.lines.Acur].Lflags & LF_INCOMPLETE, 0U) << target;
+  }
+}
+
 // Pages down and up again by the loader: the way back meets the same top lines, in every format, whatever
 // the lengths of the lines.
 struct Shape {
