@@ -60,6 +60,9 @@ struct FontAnswer {
 };
 void AnswerNextFontDialog(std::optional<FontAnswer> answer);
 
+// What is on the clipboard, as UTF-8.
+std::string ClipboardText();
+
 const std::vector<UINT>& Beeps();
 // How often FileOpenShared opened something since the start.
 std::int64_t FilesOpened();

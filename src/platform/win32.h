@@ -20,6 +20,7 @@
 
 #else
 
+#include <cstddef>
 #include <cstdint>
 
 // --- Types -----------------------------------------------------------------------------------------------
@@ -185,7 +186,8 @@ inline constexpr UINT WM_TIMER = 0x0113;
 inline constexpr UINT WM_HSCROLL = 0x0114;
 inline constexpr UINT WM_VSCROLL = 0x0115;
 inline constexpr UINT WM_INITMENUPOPUP = 0x0117;
-inline constexpr UINT WM_MOUSEMOVE = 0x0200;  // while a button is down; moves that follow each other become one
+inline constexpr UINT WM_MOUSEMOVE =
+    0x0200;  // while a button is down; moves that follow each other become one
 inline constexpr UINT WM_LBUTTONDOWN = 0x0201;
 inline constexpr UINT WM_LBUTTONUP = 0x0202;
 inline constexpr UINT WM_LBUTTONDBLCLK = 0x0203;
@@ -297,6 +299,9 @@ void PostQuitMessage(int exitCode);
 UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure);  // procedure: null
 BOOL KillTimer(HWND window, UINT_PTR id);
 short GetKeyState(int virtualKey);  // VK_SHIFT, VK_CONTROL, VK_MENU as of the message being handled
+// The mouse with its button down: moves outside the window arrive too, with negative or large coordinates.
+HWND SetCapture(HWND window);
+BOOL ReleaseCapture();
 inline constexpr UINT SPI_GETWHEELSCROLLLINES = 0x0068;
 BOOL SystemParametersInfoA(UINT action, UINT param, void* result, UINT flags);
 
@@ -495,5 +500,25 @@ DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPST
 // quotes at its ends is written in quotes, so that it reads back as it is; a value with a line feed, which
 // no profile can hold, is refused.
 BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPCSTR file);
+
+// --- Clipboard ---------------------------------------------------------------------------------------------
+
+using HGLOBAL = HANDLE;
+inline constexpr UINT GMEM_MOVEABLE = 0x0002;
+inline constexpr UINT GMEM_ZEROINIT = 0x0040;
+inline constexpr UINT CF_TEXT = 1;
+
+// Blocks of memory that are handed over to the clipboard; nothing else in the program uses them.
+HGLOBAL GlobalAlloc(UINT flags, std::size_t bytes);  // null when there is no memory
+void* GlobalLock(HGLOBAL block);
+BOOL GlobalUnlock(HGLOBAL block);
+HGLOBAL GlobalFree(HGLOBAL block);  // null: freed
+
+// Relied on: CF_TEXT, zero-terminated bytes of the Windows-1252 set. The block belongs to the clipboard once
+// SetClipboardData has succeeded.
+BOOL OpenClipboard(HWND owner);
+BOOL EmptyClipboard();
+HANDLE SetClipboardData(UINT format, HANDLE block);
+BOOL CloseClipboard();
 
 #endif

@@ -3,7 +3,9 @@
 #pragma once
 
 #include "platform/win32.h"
+#include "window/clipboard.h"
 #include "window/fonts.h"
+#include "window/marking.h"
 #include "window/opening.h"
 
 LRESULT ExitCommand(UINT id);

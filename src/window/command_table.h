@@ -34,11 +34,11 @@ inline constexpr Command kCommands[] = {
     {IDM_PRINT_TAGS, "Print T&ags...", nullptr, Needs::file, nullptr},
     {IDM_PRINT_TAGS_NOW, nullptr, nullptr, Needs::file, nullptr},
     {IDM_CLOSE, "&Close", nullptr, Needs::file, CloseFileCommand},
-    {IDM_MARK_TOGGLE, "&Toggle", "Ctrl+F2", Needs::file, nullptr},
-    {IDM_MARK_NEXT, "&Next", "F2", Needs::file, nullptr},
-    {IDM_UNMARK_ALL, "&Unmark All", "Ctrl+Sh+F2", Needs::file, nullptr},
-    {IDM_MARK_SET, "&Set", nullptr, Needs::file, nullptr},
-    {IDM_MARK_RESET, "&Reset", nullptr, Needs::file, nullptr},
+    {IDM_MARK_TOGGLE, "&Toggle", "Ctrl+F2", Needs::file, MarkToggleCommand},
+    {IDM_MARK_NEXT, "&Next", "F2", Needs::file, MarkNextCommand},
+    {IDM_UNMARK_ALL, "&Unmark All", "Ctrl+Sh+F2", Needs::file, UnmarkAllCommand},
+    {IDM_MARK_SET, "&Set", nullptr, Needs::file, MarkSetCommand},
+    {IDM_MARK_RESET, "&Reset", nullptr, Needs::file, MarkResetCommand},
     {IDM_FREEZE_TITLE, "&Freeze Title", nullptr, Needs::file, nullptr},
     {IDM_CLEAR_TITLE, "&Clear Title", nullptr, Needs::file, nullptr},
     {IDM_FREEZE_COLUMNS, "Fre&eze Columns...", nullptr, Needs::nothing, nullptr},
@@ -59,9 +59,9 @@ inline constexpr Command kCommands[] = {
     {IDM_SAVE_SETUP, "Sa&ve Setup...", nullptr, Needs::nothing, nullptr},
     {IDM_LOAD_SETUP, "Loa&d Setup...", nullptr, Needs::nothing, nullptr},
     {IDM_RELOAD_SETUP, nullptr, nullptr, Needs::nothing, ReloadSetupCommand},
-    {IDM_COPY, "&Copy", "Ctrl+C", Needs::file, nullptr},
-    {IDM_SELECT_ALL, "&Select All", nullptr, Needs::file, nullptr},
-    {IDM_UNSELECT, "&Unselect", nullptr, Needs::file, nullptr},
+    {IDM_COPY, "&Copy", "Ctrl+C", Needs::file, CopyCommand},
+    {IDM_SELECT_ALL, "&Select All", nullptr, Needs::file, SelectAllCommand},
+    {IDM_UNSELECT, "&Unselect", nullptr, Needs::file, UnselectCommand},
     {IDM_RECENT1, nullptr, nullptr, Needs::nothing, OpenRecentCommand},
     {IDM_RECENT2, nullptr, nullptr, Needs::nothing, OpenRecentCommand},
     {IDM_RECENT3, nullptr, nullptr, Needs::nothing, OpenRecentCommand},
@@ -76,6 +76,10 @@ inline constexpr Command kCommands[] = {
     {IDM_ZOOM_OUT, "Zoom &Out", "Ctrl+Z", Needs::nothing, ZoomCommand},
     {IDM_ZOOM_RESET, "&Reset Zoom", "Ctrl+Alt+Z", Needs::nothing, ZoomCommand},
 };
+
+[[nodiscard]] constexpr bool IsCommand(UINT id) {
+  return std::ranges::count(kCommands, id, &Command::id) > 0;
+}
 
 // The row of a command; null for a number that is no command.
 [[nodiscard]] constexpr const Command* FindCommand(UINT id) {

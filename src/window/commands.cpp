@@ -26,7 +26,7 @@ constexpr bool SameKey(const ACCEL& a, const ACCEL& b) {
 constexpr bool AcceleratorsAreSound() {
   for (const ACCEL& key : kAccelerators) {
     const auto same = [&key](const ACCEL& other) { return SameKey(key, other); };
-    if (std::ranges::count_if(kAccelerators, same) != 1 || FindCommand(key.cmd) == nullptr) return false;
+    if (std::ranges::count_if(kAccelerators, same) != 1 || !IsCommand(key.cmd)) return false;
   }
   return true;
 }
@@ -46,7 +46,7 @@ constexpr bool MenuIsSound() {
   }
   for (const PullDown& menu : kMenuBar) {
     for (const UINT id : menu.items) {
-      if (id != kSeparator && FindCommand(id) == nullptr) return false;
+      if (id != kSeparator && !IsCommand(id)) return false;
     }
   }
   return true;

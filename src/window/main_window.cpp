@@ -14,6 +14,7 @@
 #include "window/painting.h"
 #include "window/private_messages.h"
 #include "window/scrolling.h"
+#include "window/selection.h"
 #include "window/title_storage.h"
 
 namespace {
@@ -103,6 +104,14 @@ LRESULT DestroyView() {
   return 0;
 }
 
+void TimerTick(UINT_PTR timer) {
+  if (timer == kPageIndexTimerId) {
+    PostMessageA(MainState.MainWindow, PG_CONT, 0, 0);
+  } else {
+    AutoScroll(timer);
+  }
+}
+
 const char* PathOf(LPARAM lParam) {
   return reinterpret_cast<const char*>(lParam);
 }
@@ -142,8 +151,23 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
         UpdatePullDown(reinterpret_cast<HMENU>(wParam), LOWORD(static_cast<ULONG_PTR>(lParam)));
       }
       break;
+    case WM_LBUTTONDOWN:
+      if (LeftButtonDown(wParam, lParam)) return 0;
+      break;
+    case WM_MOUSEMOVE:
+      if (MouseMoved(wParam, lParam)) return 0;
+      break;
+    case WM_LBUTTONDBLCLK:
+      if (DoubleClick(lParam)) return 0;
+      break;
+    case WM_LBUTTONUP:
+      LeftButtonUp();
+      return 0;
+    case WM_RBUTTONDOWN:
+      RightButtonDown();
+      return 0;
     case WM_TIMER:
-      if (wParam == kPageIndexTimerId) PostMessageA(window, PG_CONT, 0, 0);
+      TimerTick(wParam);
       return 0;
     case WM_VIEW_LOAD:
     case WM_VIEW_MOVE:
@@ -154,6 +178,10 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
     case WM_VIEW_FONT:
       BuildViewFont();
       return 0;
+    case WM_VIEW_SELECT:
+      return SelectFrom(lParam);
+    case WM_VIEW_EXTEND:
+      return ExtendSelection(lParam);
     case WM_VIEW_UNSELECT:
       return Unselect();
     case WM_FILE_START:

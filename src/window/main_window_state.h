@@ -48,6 +48,7 @@ struct MainWindowState : Settings, CommandLineWords {
   FilePos MovePosition = kNoPosition;    // target of a move under way
   FilePos PreviousTop = kNoPosition;     // top line before the move, if the image may be scrolled
   FilePos TopBeforeError = kNoPosition;  // where a load from the error page goes back to
+  FilePos HeldPosition = kNoPosition;    // byte of the top line that stays on it when lines are made anew
 
   // Selection and timers.
   FilePos SelStart = kNoPosition;  // below 0: no selection

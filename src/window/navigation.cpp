@@ -71,7 +71,7 @@ int LineOf(FilePos position) {
 
 bool TopLineHolds(FilePos position) {
   const LineArray& lines = MainState.Lines;
-  if (lines.Acur >= lines.Alast) return true;
+  if (lines.Acur >= lines.Alast) return true;  // an empty view has no other line to show
   if (position >= MainState.File.Flen) return RunReachesEnd() && lines.Acur == lines.Alast - 1;
   return Line(lines.Acur).Lpos <= position && position < Line(lines.Acur + 1).Lpos;
 }
@@ -249,7 +249,12 @@ void Position(UINT message, std::optional<Loading>& loading) {
     LoadAt(std::max<FilePos>(state.TopBeforeError, 0), loading.emplace());
     return;
   }
-  WalkTo(Walk{target}, kNoPosition, message != WM_VIEW_MOVE, loading);
+  // Wrapped rows begin elsewhere when the width has changed: what the top line held stays on it, so that
+  // resizing a window back and forth does not move the view.
+  const bool rebuilt = message == WM_VIEW_LOAD && state.MoveDelta == 0;
+  const FilePos top = Line(state.Lines.Acur).Lpos;
+  const FilePos held = !rebuilt ? kNoPosition : TopLineHolds(state.HeldPosition) ? state.HeldPosition : top;
+  WalkTo(Walk{target}, held, message != WM_VIEW_MOVE, loading);
 }
 
 // By how many rows the image may be scrolled to show the view as it is after the move: 1 or -1, else 0.
@@ -301,6 +306,7 @@ LRESULT MoveView(UINT message, WPARAM delta, LPARAM position) {
     Position(message, loading);
     step = ScrollStep(formerTop, loading);
   }
+  if (message != WM_VIEW_LOAD || position >= 0) state.HeldPosition = Line(state.Lines.Acur).Lpos;
   Redraw(step);
   state.MovePosition = kNoPosition;
   state.MoveDelta = 0;

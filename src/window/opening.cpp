@@ -108,12 +108,6 @@ LRESULT CloseFileCommand(UINT /*id*/) {
   return 0;
 }
 
-LRESULT Unselect() {
-  MainState.SelStart = MainState.SelEnd = kNoPosition;
-  MainState.SelAnchorStart = MainState.SelAnchorEnd = kNoPosition;
-  return 0;
-}
-
 std::string OpenFilters(const char* base) {
   const std::string end(1, '\0');
   return "Any File (*.*)" + end + "*.*" + end + "Default (" + base + ")" + end + base + end;

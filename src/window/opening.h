@@ -23,9 +23,6 @@ LRESULT OpenDialogCommand(UINT id);
 LRESULT OpenRecentCommand(UINT id);
 LRESULT CloseFileCommand(UINT id);
 
-// WM_VIEW_UNSELECT: forgets the selection; who had one on the screen repaints.
-LRESULT Unselect();
-
 // The filters of the Open dialog: every file, and the pattern `base`; pairs of name and pattern, each ended
 // by a NUL, and one more NUL.
 [[nodiscard]] std::string OpenFilters(const char* base);

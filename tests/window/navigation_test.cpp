@@ -294,6 +294,24 @@ TEST(Layout, WrapGivesUpTheSidewaysOffset) {
   EXPECT_EQ(MainState.FormatWidth, 80);
 }
 
+TEST(Layout, ResizingBackAndForthDoesNotMoveTheView) {
+  std::string text;
+  for (int i = 0; i < 400; ++i)
+    text += std::to_string(i) + std::string(static_cast<std::size_t>(200 + i % 300), 'w') + "\n";
+  const ScratchFile file(text);
+  for (const char* letter : {"-W", "-R", "-H", "-T"}) {
+    Viewer viewer({letter, "-W", file.Path()});
+    for (const FilePos target : {FilePos{30000}, FilePos{61234}, FilePos{100}}) {
+      viewer.MoveTo(target);
+      viewer.MoveLines(3);
+      const FilePos top = Viewer::Top();
+      for (const int columns : {79, 120, 61, 33, 200, 44, 80})
+        viewer.Resize(columns, Viewer::kRows);
+      EXPECT_EQ(Viewer::Top(), top) << letter;
+    }
+  }
+}
+
 TEST(PagePadding, EveryPageOfTheViewHasItsRows) {
   std::string text;
   for (int page = 0; page < 300; ++page) {

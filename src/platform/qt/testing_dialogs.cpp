@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QClipboard>
 #include <QDialogButtonBox>
 #include <QFile>
 #include <QFileDialog>
@@ -139,6 +140,10 @@ const std::vector<FileDialog>& FileDialogs() {
 
 void AnswerNextFontDialog(std::optional<FontAnswer> answer) {
   records.fontAnswers.push_back(std::move(answer));
+}
+
+std::string ClipboardText() {
+  return QApplication::clipboard()->text().toStdString();
 }
 
 const std::vector<UINT>& Beeps() {
