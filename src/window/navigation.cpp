@@ -149,20 +149,11 @@ bool Loading::KeepsRows(int step) const {
     const bool has = lines.Acur + row < lines.Alast;
     if (had != has) return false;
     if (!has) return true;
-    const LineEntry& before = rows_[static_cast<std::size_t>(row + step)];
+    const LineEntry& before = *(rows_.begin() + row + step);
     const LineEntry& now = Line(lines.Acur + row);
     if (before.Lpos != now.Lpos || before.Llen != now.Llen || before.Lflags != now.Lflags) return false;
   }
   return true;
-}
-
-// The index in the new run of the line that begins at `position`, from which the run was made. Lines of
-// nearly the size of the text leave no room to make the line above it once more: then the run ends with
-// that line's place, one in front of the one asked for.
-int IndexOf(FilePos position) {
-  const int line = LineOf(position);
-  const bool lost = line == MainState.Lines.Alast && Line(line).Lpos < position;
-  return lost ? line + 1 : line;
 }
 
 // Where a move stands on its way to a target line.
@@ -200,7 +191,7 @@ bool LoadTowards(Walk& walk, Loading& loading) {
   if (!loading.Run(kNoPosition, up ? anchor - rows : anchor)) return false;
   const bool wasStuck = walk.stuck;
   walk.stuck = up ? FirstPosition() >= first : LastPosition() <= last;
-  walk.target = rest + IndexOf(position);
+  walk.target = rest + LineOf(position);
   walk.done = walk.stuck && wasStuck;
   return true;
 }

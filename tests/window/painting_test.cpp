@@ -272,23 +272,29 @@ TEST_F(Painting, TitlesAndColumnsCross) {
 TEST_F(Painting, APartialPaintDrawsTheRowsItMeets) {
   struct Case {
     int top, bottom;
-    std::vector<std::string> rows;
+    std::vector<std::string> rows, withTitles;
   };
-  const Case cases[] = {{0, ch_, {"first"}},
-                        {ch_, ch_ + 1, {"second line"}},
-                        {ch_ - 1, ch_ + 1, {"first", "second line"}},
-                        {4 * ch_, 5 * ch_, {}}};
-  for (const auto& [top, bottom, rows] : cases) {
-    platform_testing::ForgetRecords();
-    platform_testing::LogDrawing(true);
-    const RECT rect{0, top, width_, bottom};
-    InvalidateRect(viewer_.Window(), &rect, FALSE);
-    UpdateWindow(viewer_.Window());
-    std::vector<std::string> texts;
-    for (const DrawCall& call : platform_testing::DrawingLog()) {
-      if (call.kind == DrawCall::Kind::fillText) texts.push_back(call.text);
+  const Case cases[] = {
+      {0, ch_, {"first"}, {"Title", "Second"}},
+      {ch_, ch_ + 1, {"second line"}, {"Title", "Second"}},
+      {ch_ - 1, ch_ + 1, {"first", "second line"}, {"Title", "Second"}},
+      {2 * ch_, 3 * ch_, {"third"}, {"first"}},
+      {3 * ch_, 5 * ch_, {}, {"second line", "third"}},
+  };
+  for (const bool titles : {false, true}) {
+    if (titles) FreezeTitles();
+    for (const Case& c : cases) {
+      platform_testing::ForgetRecords();
+      platform_testing::LogDrawing(true);
+      const RECT rect{0, c.top, width_, c.bottom};
+      InvalidateRect(viewer_.Window(), &rect, FALSE);
+      UpdateWindow(viewer_.Window());
+      std::vector<std::string> texts;
+      for (const DrawCall& call : platform_testing::DrawingLog()) {
+        if (call.kind == DrawCall::Kind::fillText) texts.push_back(call.text);
+      }
+      EXPECT_EQ(texts, titles ? c.withTitles : c.rows) << c.top;
     }
-    EXPECT_EQ(texts, rows) << top;
   }
 }
 
