@@ -51,9 +51,11 @@ using COLORREF = DWORD;  // 0x00BBGGRR
 #define FALSE 0
 #define TRUE 1
 
+// NOLINTBEGIN(bugprone-macro-parentheses): a name that is declared takes none.
 #define QUORL_DECLARE_HANDLE(name) \
   struct name##__;                 \
   using name = name##__*
+// NOLINTEND(bugprone-macro-parentheses)
 using HANDLE = void*;
 using HGDIOBJ = void*;
 QUORL_DECLARE_HANDLE(HINSTANCE);

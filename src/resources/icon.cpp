@@ -6,7 +6,8 @@
 namespace {
 
 // Pixels from the top row down, as blue, green, red, alpha.
-using IconPixels = std::array<std::uint8_t, kIconSize * kIconSize * 4>;
+constexpr std::size_t kIconPixels = std::size_t{kIconSize} * kIconSize;
+using IconPixels = std::array<std::uint8_t, kIconPixels * 4>;
 
 struct Paint {
   std::uint8_t blue, green, red, alpha;
@@ -55,7 +56,7 @@ constexpr IconPixels DrawIcon() {
 }
 
 constexpr IconPixels kPixels = DrawIcon();
-constexpr std::array<std::uint8_t, kIconSize * kIconSize / 8> kMask{};
+constexpr std::array<std::uint8_t, kIconPixels / 8> kMask{};
 
 }  // namespace
 

@@ -9,9 +9,14 @@ namespace {
 
 LRESULT CALLBACK ChildProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
-    case WM_CLOSE: std::puts("close"); break;
-    case WM_DESTROY: PostQuitMessage(7); return 0;
-    default: break;
+    case WM_CLOSE:
+      std::puts("close");
+      break;
+    case WM_DESTROY:
+      PostQuitMessage(7);
+      return 0;
+    default:
+      break;
   }
   return DefWindowProcA(window, message, wParam, lParam);
 }
@@ -25,8 +30,8 @@ int ChildEntry(HINSTANCE, HINSTANCE, char* commandLine, int show) {
   windowClass.lpfnWndProc = ChildProcedure;
   windowClass.lpszClassName = "CHILD";
   RegisterClassA(&windowClass);
-  const HWND window = CreateWindowExA(0, "CHILD", "Child", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, 0, CW_USEDEFAULT, 0,
-                                      nullptr, nullptr, nullptr, nullptr);
+  const HWND window = CreateWindowExA(0, "CHILD", "Child", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, 0,
+                                      CW_USEDEFAULT, 0, nullptr, nullptr, nullptr, nullptr);
   ShowWindow(window, show);
   std::puts("ready");
   std::fflush(stdout);

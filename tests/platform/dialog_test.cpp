@@ -67,9 +67,7 @@ class FileDialogs : public testing::Test {
     std::ofstream(folder_ + "/two words (1).dat") << "x";
     std::ofstream(folder_ + "/\xC3\xBC.log") << "x";
   }
-  ~FileDialogs() override {
-    static_cast<void>(std::system(("rm -rf '" + folder_ + "'").c_str()));
-  }
+  ~FileDialogs() override { static_cast<void>(std::system(("rm -rf '" + folder_ + "'").c_str())); }
 
   BOOL Run(const char* name, const char* directory) {
     std::strcpy(file_, name);

@@ -47,10 +47,11 @@ TEST(Keys, OnlyControlCharactersAreTyped) {
     int key, keys;
     WPARAM character;  // 0: none
   };
-  const Case cases[] = {{'T', MK_CONTROL, 0x14},  {'H', MK_CONTROL, 0x08}, {'T', 0, 0},
-                        {'T', MK_SHIFT, 0},       {'5', MK_CONTROL, 0},    {VK_BACK, 0, 0x08},
-                        {VK_ESCAPE, 0, 0x1B},     {VK_DOWN, MK_CONTROL, 0}, {'T', MK_CONTROL | MK_SHIFT, 0x14},
-                        {'T', MK_CONTROL | kAlt, 0}};
+  const Case cases[] = {
+      {'T', MK_CONTROL, 0x14},    {'H', MK_CONTROL, 0x08},  {'T', 0, 0},
+      {'T', MK_SHIFT, 0},         {'5', MK_CONTROL, 0},     {VK_BACK, 0, 0x08},
+      {VK_ESCAPE, 0, 0x1B},       {VK_DOWN, MK_CONTROL, 0}, {'T', MK_CONTROL | MK_SHIFT, 0x14},
+      {'T', MK_CONTROL | kAlt, 0}};
   TestWindow window;
   for (const Case& test : cases) {
     SCOPED_TRACE(test.key);
@@ -171,7 +172,8 @@ TEST(MouseInput, TheWheelTellsItsTurnAndItsKeys) {
 TEST(Cursors, ClassAndCurrentCursorComeBack) {
   TestWindow window;
   const HCURSOR wait = LoadCursorA(nullptr, IDC_WAIT);
-  const ULONG_PTR formerClass = SetClassLongPtrA(window.Handle(), GCLP_HCURSOR, reinterpret_cast<LONG_PTR>(wait));
+  const ULONG_PTR formerClass =
+      SetClassLongPtrA(window.Handle(), GCLP_HCURSOR, reinterpret_cast<LONG_PTR>(wait));
   const HCURSOR former = SetCursor(wait);
   EXPECT_TRUE(WaitCursorShown(window.Handle()));
   EXPECT_EQ(reinterpret_cast<HCURSOR>(formerClass), LoadCursorA(nullptr, IDC_ARROW));

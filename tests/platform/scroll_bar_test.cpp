@@ -11,7 +11,8 @@ constexpr std::int64_t kHuge = INT64_MAX;
 
 TEST(ScrollBars, KeepExactPositionsOfAnySize) {
   TestWindow window;
-  const std::int64_t tops[] = {1, 1000, (1 << 30) - 1, 1 << 30, (1LL << 30) + 1, 5'000'000'000, 1LL << 46, kHuge};
+  const std::int64_t tops[] = {1,         1000, (1 << 30) - 1, 1 << 30, (1LL << 30) + 1, 5'000'000'000,
+                               1LL << 46, kHuge};
   for (const std::int64_t top : tops) {
     for (const std::int64_t position : {std::int64_t{0}, top / 3, top / 2 + 1, top - 1, top}) {
       SetScrollBar(window.Handle(), SB_VERT, top, position, top / 100);

@@ -72,9 +72,8 @@ std::vector<UINT> TestWindow::Messages() const {
 }
 
 int TestWindow::Count(UINT message) const {
-  return static_cast<int>(std::count_if(log.begin(), log.end(), [message](const Received& received) {
-    return received.message == message;
-  }));
+  return static_cast<int>(std::count_if(
+      log.begin(), log.end(), [message](const Received& received) { return received.message == message; }));
 }
 
 void TestWindow::Draw(const std::function<void(HDC)>& draw) {
@@ -90,13 +89,27 @@ std::vector<std::string> TestWindow::Art(int x, int y, int width, int height) co
     std::string line;
     for (int column = x; column < x + width; ++column) {
       switch (pixels.Get(column, row)) {
-        case kWhite: line += '.'; break;
-        case kBlack: line += '#'; break;
-        case kRed: line += 'r'; break;
-        case kGreen: line += 'g'; break;
-        case kBlue: line += 'b'; break;
-        case kYellow: line += 'y'; break;
-        default: line += '?'; break;
+        case kWhite:
+          line += '.';
+          break;
+        case kBlack:
+          line += '#';
+          break;
+        case kRed:
+          line += 'r';
+          break;
+        case kGreen:
+          line += 'g';
+          break;
+        case kBlue:
+          line += 'b';
+          break;
+        case kYellow:
+          line += 'y';
+          break;
+        default:
+          line += '?';
+          break;
       }
     }
     art.push_back(line);

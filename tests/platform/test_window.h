@@ -1,4 +1,5 @@
-// A window for tests: it keeps what its procedure received, paints what it is told to, and goes with the test.
+// A window for tests: it keeps what its procedure received, paints what it is told to, and goes with the
+// test.
 #pragma once
 
 #include <functional>
@@ -39,7 +40,8 @@ class TestWindow {
 
   // Draws at once.
   void Draw(const std::function<void(HDC)>& draw);
-  // The pixels of a part, a letter for each color: '.' white, '#' black, 'r' 'g' 'b' the pure ones, 'y' yellow,
+  // The pixels of a part, a letter for each color: '.' white, '#' black, 'r' 'g' 'b' the pure ones, 'y'
+  // yellow,
   // '?' any other.
   [[nodiscard]] std::vector<std::string> Art(int x, int y, int width, int height) const;
 

@@ -116,7 +116,8 @@ TEST_F(TextTest, APartPaintedAloneLooksAsInTheWhole) {
     const HFONT font = MakeFont(-15, "Courier New", italic);
     const auto draw = [&](HDC dc) {
       const RECT row{0, 5, 400, 40};
-      ExtTextOutA(dc, 3, 5, ETO_OPAQUE | ETO_CLIPPED, &row, text.data(), static_cast<UINT>(text.size()), nullptr);
+      ExtTextOutA(dc, 3, 5, ETO_OPAQUE | ETO_CLIPPED, &row, text.data(), static_cast<UINT>(text.size()),
+                  nullptr);
     };
     With(font, [&](HDC dc, const TEXTMETRICA&) { draw(dc); });
     const Pixels whole = Picture();

@@ -29,8 +29,10 @@ TEST(Windows, AFailedCreationLeavesNothing) {
   };
   EXPECT_NE(RegisterClassA(&windowClass), 0);
   EXPECT_EQ(RegisterClassA(&windowClass), 0);
-  EXPECT_EQ(CreateWindowExA(0, "REFUSES", "", 0, 0, 0, 100, 100, nullptr, nullptr, nullptr, nullptr), nullptr);
-  EXPECT_EQ(CreateWindowExA(0, "UNKNOWN", "", 0, 0, 0, 100, 100, nullptr, nullptr, nullptr, nullptr), nullptr);
+  EXPECT_EQ(CreateWindowExA(0, "REFUSES", "", 0, 0, 0, 100, 100, nullptr, nullptr, nullptr, nullptr),
+            nullptr);
+  EXPECT_EQ(CreateWindowExA(0, "UNKNOWN", "", 0, 0, 0, 100, 100, nullptr, nullptr, nullptr, nullptr),
+            nullptr);
   EXPECT_TRUE(UnregisterClassA("REFUSES", nullptr));
   EXPECT_FALSE(UnregisterClassA("REFUSES", nullptr));
 }
@@ -94,7 +96,8 @@ TEST(Windows, StayingOnTopChangesNothingElse) {
 
 TEST(Windows, CaptionsPassThroughUntouched) {
   TestWindow window;
-  for (const char* caption : {"Quorl - a[*].txt", "Quorl - \xC3\xA4\xE2\x82\xAC", "broken \xFF\xC3 bytes", ""}) {
+  for (const char* caption :
+       {"Quorl - a[*].txt", "Quorl - \xC3\xA4\xE2\x82\xAC", "broken \xFF\xC3 bytes", ""}) {
     EXPECT_TRUE(SetWindowTextA(window.Handle(), caption));
     char text[100];
     EXPECT_EQ(GetWindowTextA(window.Handle(), text, sizeof text), static_cast<int>(std::strlen(caption)));

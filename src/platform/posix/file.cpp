@@ -41,8 +41,7 @@ FileHandle FileOpenShared(const char* path) {
   if (stat(path, &status) != 0 || !IsReadableKind(status)) {
     return kNoFile;
   }
-  const int file =
-      Uninterrupted([path] { return open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); });
+  const int file = Uninterrupted([path] { return open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); });
   if (file < 0) {
     return kNoFile;
   }
@@ -73,7 +72,7 @@ std::int64_t FileSize(FileHandle file) {
 }
 
 bool FileSeek(FileHandle file, std::int64_t offset) {
-  return lseek(static_cast<int>(file), offset, SEEK_SET) == offset;
+  return offset >= 0 && lseek(static_cast<int>(file), offset, SEEK_SET) == offset;
 }
 
 std::int64_t FileRead(FileHandle file, void* buffer, std::size_t count) {
@@ -82,8 +81,7 @@ std::int64_t FileRead(FileHandle file, void* buffer, std::size_t count) {
   std::size_t have = 0;
   while (have < wanted) {
     char* const place = static_cast<char*>(buffer) + have;
-    const ssize_t got =
-        Uninterrupted([&] { return read(static_cast<int>(file), place, wanted - have); });
+    const ssize_t got = Uninterrupted([&] { return read(static_cast<int>(file), place, wanted - have); });
     if (got < 0) {
       return -1;
     }

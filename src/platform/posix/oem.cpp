@@ -2,6 +2,7 @@
 
 #include <iconv.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
@@ -41,12 +42,14 @@ struct StandInRun {
 
 constexpr StandInRun kStandInRuns[] = {
     {0x0100,
-     "AaAaAaCcCcCcCcDdDdEeEeEeEeEeGgGgGgGgHhHhIiIiIiIiIiIiJjKkkLlLlLlLlLlNnNnNnnNnOoOoOoOoRrRrRrSsSsSsSsTtTtTt"
+     "AaAaAaCcCcCcCcDdDdEeEeEeEeEeGgGgGgGgHhHhIiIiIiIiIiIiJjKkkLlLlLlLlLlNnNnNnnNnOoOoOoOoRrRrRrSsSsSsSsTtTtT"
+     "t"
      "UuUuUuUuUuUuWwYyYZzZzZzs"},
     {0x0388, "EHI?O?YO"},
     {0x0390, "iABGDEZHTIKLMNXOPR?STYFXPOIYaehiyabgdezhtiklmnxoprsstyfxpoiyoyo"},
-    {0x0400, "EEDGESIIJLNCKIUDABVGDEZZIJKLMNOPRSTUFHCCSS\"Y'EUAabvgdezzijklmnoprstufhccss\"y'eua"
-             "eedgesiijlnckiud"},
+    {0x0400,
+     "EEDGESIIJLNCKIUDABVGDEZZIJKLMNOPRSTUFHCCSS\"Y'EUAabvgdezzijklmnoprstufhccss\"y'eua"
+     "eedgesiijlnckiud"},
 };
 
 struct StandIn {
@@ -105,8 +108,8 @@ const std::uint8_t* OemTable() {
 const char* OemCodePageOf(std::string_view locale) {
   const std::string_view name = locale.substr(0, locale.find_first_of(".@"));
   for (const LocalePage& entry : kLocalePages) {
-    const bool whole = name.size() == entry.locale.size() || name[entry.locale.size()] == '_';
-    if (name.substr(0, entry.locale.size()) == entry.locale && whole) {
+    const std::string_view rest = name.substr(std::min(name.size(), entry.locale.size()));
+    if (name.starts_with(entry.locale) && (rest.empty() || rest.front() == '_')) {
       return entry.page;
     }
   }
@@ -139,8 +142,8 @@ void FillOemTable(const char* codePage, std::uint8_t (&table)[256]) {
     char* to = reinterpret_cast<char*>(&character);
     std::size_t fromLeft = 1;
     std::size_t toLeft = sizeof character;
-    const bool converted = iconv(converter, &from, &fromLeft, &to, &toLeft) != static_cast<std::size_t>(-1) &&
-                           toLeft == 0;
+    const bool converted =
+        iconv(converter, &from, &fromLeft, &to, &toLeft) != static_cast<std::size_t>(-1) && toLeft == 0;
     table[byte] = converted ? Windows1252Of(character) : kNoStandIn;
     iconv(converter, nullptr, nullptr, nullptr, nullptr);
   }

@@ -70,7 +70,8 @@ BOOL DestroyAcceleratorTable(HACCEL table) {
 }
 
 int TranslateAcceleratorA(HWND window, HACCEL table, MSG* message) {
-  if (table == nullptr || !IsWindowAlive(window) || (message->message != WM_KEYDOWN && message->message != WM_CHAR)) {
+  if (table == nullptr || !IsWindowAlive(window) ||
+      (message->message != WM_KEYDOWN && message->message != WM_CHAR)) {
     return 0;
   }
   for (const ACCEL& entry : table->entries) {
@@ -91,10 +92,18 @@ BOOL TranslateMessage(const MSG* message) {
   const WPARAM key = message->wParam;
   WPARAM character = 0;
   switch (key) {
-    case VK_BACK: character = control ? 0x7F : 0x08; break;
-    case 0x09: character = 0x09; break;
-    case 0x0D: character = control ? 0x0A : 0x0D; break;
-    case VK_ESCAPE: character = 0x1B; break;
+    case VK_BACK:
+      character = control ? 0x7F : 0x08;
+      break;
+    case 0x09:
+      character = 0x09;
+      break;
+    case 0x0D:
+      character = control ? 0x0A : 0x0D;
+      break;
+    case VK_ESCAPE:
+      character = 0x1B;
+      break;
     default:
       if (control && key >= 'A' && key <= 'Z') {
         character = key - 'A' + 1;
@@ -110,10 +119,18 @@ BOOL TranslateMessage(const MSG* message) {
 short GetKeyState(int virtualKey) {
   int bit = 0;
   switch (virtualKey) {
-    case VK_SHIFT: bit = kShiftDown; break;
-    case VK_CONTROL: bit = kControlDown; break;
-    case VK_MENU: bit = kAltDown; break;
-    default: ReportUnknown("GetKeyState", static_cast<std::uint64_t>(virtualKey)); break;
+    case VK_SHIFT:
+      bit = kShiftDown;
+      break;
+    case VK_CONTROL:
+      bit = kControlDown;
+      break;
+    case VK_MENU:
+      bit = kAltDown;
+      break;
+    default:
+      ReportUnknown("GetKeyState", static_cast<std::uint64_t>(virtualKey));
+      break;
   }
   return (MessageModifiers() & bit) != 0 ? static_cast<short>(-0x8000) : short{0};
 }

@@ -13,11 +13,17 @@ constexpr UINT kIconBits = 0x00F0;
 
 QMessageBox::Icon IconOf(UINT style) {
   switch (style & kIconBits) {
-    case MB_ICONHAND: return QMessageBox::Critical;
-    case MB_ICONEXCLAMATION: return QMessageBox::Warning;
-    case MB_ICONASTERISK: return QMessageBox::Information;
-    case 0: return QMessageBox::NoIcon;
-    default: ReportUnknown("MessageBoxA", style); return QMessageBox::NoIcon;
+    case MB_ICONHAND:
+      return QMessageBox::Critical;
+    case MB_ICONEXCLAMATION:
+      return QMessageBox::Warning;
+    case MB_ICONASTERISK:
+      return QMessageBox::Information;
+    case 0:
+      return QMessageBox::NoIcon;
+    default:
+      ReportUnknown("MessageBoxA", style);
+      return QMessageBox::NoIcon;
   }
 }
 
@@ -46,14 +52,5 @@ BOOL MessageBeep(UINT type) {
     hooks.beeped(type);
   }
   QApplication::beep();
-  return TRUE;
-}
-
-BOOL SystemParametersInfoA(UINT action, UINT, void* result, UINT) {
-  if (action != SPI_GETWHEELSCROLLLINES) {
-    ReportUnknown("SystemParametersInfoA", action);
-    return FALSE;
-  }
-  *static_cast<UINT*>(result) = static_cast<UINT>(QApplication::wheelScrollLines());
   return TRUE;
 }

@@ -49,8 +49,8 @@ void ClientArea::paintEvent(QPaintEvent* event) {
   }
 }
 
-// Who sends keys and clicks to a window sees it: where no window manager acts on the wish to be minimized, the
-// window is not.
+// Who sends keys and clicks to a window sees it: where no window manager acts on the wish to be minimized,
+// the window is not.
 void ClientArea::NoteSeen() {
   if (window()->isMinimized()) {
     window()->setWindowState(window()->windowState() & ~Qt::WindowMinimized);

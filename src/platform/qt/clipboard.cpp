@@ -52,7 +52,7 @@ HANDLE SetClipboardData(UINT format, HANDLE block) {
   }
   QApplication::clipboard()->setText(FromWindows1252(static_cast<const char*>(block)));
   std::free(block);
-  return block;
+  return QApplication::clipboard();  // tells success; nobody may use the block any more
 }
 
 BOOL CloseClipboard() {

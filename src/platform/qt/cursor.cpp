@@ -27,14 +27,6 @@ void ShowCursor(HWND window, HCURSOR cursor) {
   }
 }
 
-bool IsWaitCursor(HCURSOR cursor) {
-  return cursor != nullptr && cursor->cursor.shape() == Qt::WaitCursor;
-}
-
-HCURSOR CurrentCursor() {
-  return currentCursor;
-}
-
 }  // namespace platform_qt
 
 using namespace platform_qt;
@@ -53,11 +45,12 @@ HCURSOR SetCursor(HCURSOR cursor) {
   return former;
 }
 
-HICON CreateIcon(HINSTANCE, int width, int height, BYTE planes, BYTE bitsPixel, const BYTE*, const BYTE* xorBits) {
+HICON CreateIcon(HINSTANCE, int width, int height, BYTE planes, BYTE bitsPixel, const BYTE*,
+                 const BYTE* xorBits) {
   assert(planes == 1 && bitsPixel == 32);
   static_cast<void>(planes);
   static_cast<void>(bitsPixel);
-  const QImage view(xorBits, width, height, width * 4, QImage::Format_ARGB32);
+  const QImage view(xorBits, width, height, qsizetype{4} * width, QImage::Format_ARGB32);
   return new HICON__{QCursor(), QIcon(QPixmap::fromImage(view.copy())), false};
 }
 

@@ -16,8 +16,5 @@ namespace platform_qt {
 
 // Shows the cursor over the client area; null is the arrow.
 void ShowCursor(HWND window, HCURSOR cursor);
-[[nodiscard]] bool IsWaitCursor(HCURSOR cursor);
-// The cursor that SetCursor set last.
-[[nodiscard]] HCURSOR CurrentCursor();
 
 }  // namespace platform_qt

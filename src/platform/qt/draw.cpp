@@ -89,8 +89,12 @@ void Dot(HDC dc, int x, int y, int step) {
 // A line along one axis: parts of `run` pixels, as long as the line.
 void StraightLine(HDC dc, QPoint from, QPoint to) {
   const int length = std::max(std::abs(to.x() - from.x()), std::abs(to.y() - from.y()));
-  const QPoint step(to.x() > from.x() ? 1 : to.x() < from.x() ? -1 : 0,
-                    to.y() > from.y() ? 1 : to.y() < from.y() ? -1 : 0);
+  const QPoint step(to.x() > from.x()   ? 1
+                    : to.x() < from.x() ? -1
+                                        : 0,
+                    to.y() > from.y()   ? 1
+                    : to.y() < from.y() ? -1
+                                        : 0);
   const int run = dc->pen->style == PS_DOT ? kDotLength : length;
   for (int at = 0; at < length; at += run) {
     const int here = std::min(run, length - at);
@@ -133,9 +137,12 @@ HGDIOBJ SelectObject(HDC dc, HGDIOBJ object) {
   }
   auto* const record = static_cast<GdiObject*>(object);
   switch (record->kind) {
-    case GdiObject::Kind::font: return Exchange(dc->font, static_cast<HFONT>(record));
-    case GdiObject::Kind::pen: return Exchange(dc->pen, static_cast<HPEN>(record));
-    case GdiObject::Kind::brush: return Exchange(dc->brush, static_cast<HBRUSH>(record));
+    case GdiObject::Kind::font:
+      return Exchange(dc->font, static_cast<HFONT>(record));
+    case GdiObject::Kind::pen:
+      return Exchange(dc->pen, static_cast<HPEN>(record));
+    case GdiObject::Kind::brush:
+      return Exchange(dc->brush, static_cast<HBRUSH>(record));
   }
   return nullptr;
 }
@@ -150,18 +157,28 @@ BOOL DeleteObject(HGDIOBJ object) {
   }
   assert(record->selections == 0 && "an object goes only when no device context holds it");
   switch (record->kind) {
-    case GdiObject::Kind::font: delete static_cast<HFONT>(record); break;
-    case GdiObject::Kind::pen: delete static_cast<HPEN>(record); break;
-    case GdiObject::Kind::brush: delete static_cast<HBRUSH>(record); break;
+    case GdiObject::Kind::font:
+      delete static_cast<HFONT>(record);
+      break;
+    case GdiObject::Kind::pen:
+      delete static_cast<HPEN>(record);
+      break;
+    case GdiObject::Kind::brush:
+      delete static_cast<HBRUSH>(record);
+      break;
   }
   return TRUE;
 }
 
 HGDIOBJ GetStockObject(int index) {
   switch (index) {
-    case NULL_PEN: return StockPen(NULL_PEN);
-    case ANSI_FIXED_FONT: return StockFont();
-    default: ReportUnknown("GetStockObject", static_cast<std::uint64_t>(index)); return nullptr;
+    case NULL_PEN:
+      return StockPen(NULL_PEN);
+    case ANSI_FIXED_FONT:
+      return StockFont();
+    default:
+      ReportUnknown("GetStockObject", static_cast<std::uint64_t>(index));
+      return nullptr;
   }
 }
 
@@ -198,7 +215,8 @@ BOOL LineTo(HDC dc, int x, int y) {
   const QPoint from(dc->position.x, dc->position.y);
   const QPoint to(x, y);
   dc->position = {x, y};
-  Log(DrawCall::Kind::line, dc, from.x(), from.y(), {from.x(), from.y(), x, y}, dc->pen->color, dc->background);
+  Log(DrawCall::Kind::line, dc, from.x(), from.y(), {from.x(), from.y(), x, y}, dc->pen->color,
+      dc->background);
   if (dc->pen->style == NULL_PEN) {
     return TRUE;
   }

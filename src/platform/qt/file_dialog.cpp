@@ -48,7 +48,8 @@ void SetUp(QFileDialog& dialog, const OPENFILENAMEA& open) {
   dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontUseCustomDirectoryIcons |
                     QFileDialog::ReadOnly);
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
-  dialog.setFileMode((open.Flags & OFN_FILEMUSTEXIST) != 0 ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+  dialog.setFileMode((open.Flags & OFN_FILEMUSTEXIST) != 0 ? QFileDialog::ExistingFile
+                                                           : QFileDialog::AnyFile);
   const QStringList filters = NameFilters(open.lpstrFilter);
   dialog.setNameFilters(filters);
   if (open.nFilterIndex >= 1 && open.nFilterIndex <= static_cast<DWORD>(filters.size())) {

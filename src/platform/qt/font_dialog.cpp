@@ -67,7 +67,8 @@ void StoreChoice(const QFont& font, const QString& initialFamily, int dots, CHOO
 using namespace platform_qt;
 
 BOOL ChooseFontA(CHOOSEFONTA* choose) {
-  ReportUnknownBits("ChooseFontA", choose->Flags, CF_SCREENFONTS | CF_INITTOLOGFONTSTRUCT | CF_FORCEFONTEXIST);
+  ReportUnknownBits("ChooseFontA", choose->Flags,
+                    CF_SCREENFONTS | CF_INITTOLOGFONTSTRUCT | CF_FORCEFONTEXIST);
   const int dots = IsWindowAlive(choose->hwndOwner) ? DotsPerInch(choose->hwndOwner) : kOrdinaryDots;
   QFontDialog dialog(ParentFor(choose->hwndOwner));
   dialog.setOption(QFontDialog::DontUseNativeDialog);

@@ -72,7 +72,9 @@ int AverageAdvance(const QRawFont& face, bool fixedPitch) {
   for (const QPointF& advance : advances) {
     sum += advance.x();
   }
-  return advances.isEmpty() ? 1 : std::max(static_cast<int>(std::lround(sum / static_cast<double>(advances.size()))), 1);
+  return advances.isEmpty()
+             ? 1
+             : std::max(static_cast<int>(std::lround(sum / static_cast<double>(advances.size()))), 1);
 }
 
 void LookUpGlyphs(HFONT__& font) {
@@ -126,7 +128,8 @@ ByteGlyph FindFallback(HFONT__& font, char16_t character) {
     const QList<quint32> indexes = run.glyphIndexes();
     if (indexes.size() == 1 && indexes.front() != 0 && font.fallbacks.size() < 256) {
       font.fallbacks.push_back(run.rawFont());
-      return {ByteGlyph::Source::fallback, static_cast<std::uint16_t>(font.fallbacks.size() - 1), indexes.front()};
+      return {ByteGlyph::Source::fallback, static_cast<std::uint16_t>(font.fallbacks.size() - 1),
+              indexes.front()};
     }
   }
   return {ByteGlyph::Source::box, 0, 0};
@@ -178,8 +181,7 @@ const ByteGlyph& GlyphOf(HFONT__& font, std::uint8_t byte) {
 }
 
 int DotsPerInch(HWND window) {
-  return static_cast<int>(
-      std::lround(window->client->logicalDpiY() * window->client->devicePixelRatioF()));
+  return static_cast<int>(std::lround(window->client->logicalDpiY() * window->client->devicePixelRatioF()));
 }
 
 }  // namespace platform_qt

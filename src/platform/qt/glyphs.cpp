@@ -16,8 +16,8 @@ namespace {
 constexpr int kLargestTile = 1024;
 // Columns beside a cell that are looked at for a glyph that reaches over it.
 constexpr int kMargin = 3;
-// A fringe of smoothing beside the cell that covers less than this (of 255) is no reaching over: fonts of fixed
-// pitch have it at underscores and wide letters, and nobody misses it.
+// A fringe of smoothing beside the cell that covers less than this (of 255) is no reaching over: fonts of
+// fixed pitch have it at underscores and wide letters, and nobody misses it.
 constexpr int kFaint = 64;
 
 // How much of the text color is in a pixel between ground and text, of 255: by the channel that tells best.
@@ -56,8 +56,9 @@ void DrawGlyphsOf(QPainter& painter, HFONT__& font, const GridText& text, int fa
   places.clear();
   for (int i = 0; i < text.count; ++i) {
     const ByteGlyph& glyph = GlyphOf(font, static_cast<std::uint8_t>(text.bytes[i]));
-    const bool mine = fallback < 0 ? glyph.source == ByteGlyph::Source::font
-                                   : glyph.source == ByteGlyph::Source::fallback && glyph.fallback == fallback;
+    const bool mine = fallback < 0
+                          ? glyph.source == ByteGlyph::Source::font
+                          : glyph.source == ByteGlyph::Source::fallback && glyph.fallback == fallback;
     if (mine && text.bytes[i] != ' ') {
       indexes.push_back(glyph.glyph);
       places.emplace_back(text.x + i * font.advance, text.y + font.ascent);

@@ -1,7 +1,7 @@
 // Draws the bytes of a text on the grid of its font: slowly and generally with a painter, or fast from tiles.
 //
-// A tile is the finished picture of one byte's cell in one pair of colors. Text of a viewer is mostly cells of
-// the same few pairs, so that a screen of it is a matter of copying. A tile has the very pixels that the
+// A tile is the finished picture of one byte's cell in one pair of colors. Text of a viewer is mostly cells
+// of the same few pairs, so that a screen of it is a matter of copying. A tile has the very pixels that the
 // painter gives within the cell; a glyph that reaches over its cell, and a font too large to keep, have none.
 #pragma once
 

@@ -52,7 +52,8 @@ int ModifiersOf(Qt::KeyboardModifiers modifiers) {
 }
 
 UINT MouseKeysOf(Qt::KeyboardModifiers modifiers, Qt::MouseButtons buttons) {
-  return (buttons.testFlag(Qt::LeftButton) ? 0x0001U : 0U) | (buttons.testFlag(Qt::RightButton) ? 0x0002U : 0U) |
+  return (buttons.testFlag(Qt::LeftButton) ? 0x0001U : 0U) |
+         (buttons.testFlag(Qt::RightButton) ? 0x0002U : 0U) |
          (modifiers.testFlag(Qt::ShiftModifier) ? static_cast<UINT>(MK_SHIFT) : 0U) |
          (modifiers.testFlag(Qt::ControlModifier) ? static_cast<UINT>(MK_CONTROL) : 0U);
 }

@@ -48,8 +48,7 @@ void BuildMenuBar(HWND window) {
     assert((entry.flags & MF_POPUP) != 0 && "a menu bar holds pull-downs");
     QMenu* const menu = window->menuBar->addMenu(QString::fromStdString(entry.text));
     const HMENU popup = entry.popup;
-    QObject::connect(menu, &QMenu::aboutToShow, menu,
-                     [=] { OpenPullDown(window, popup, position, *menu); });
+    QObject::connect(menu, &QMenu::aboutToShow, menu, [=] { OpenPullDown(window, popup, position, *menu); });
     ++position;
   }
 }

@@ -48,6 +48,10 @@ void FinishModal(QDialog& dialog) {
       DispatchMessageA(&message);
     }
   }
+  // Who ended the dialog goes on in its owner, also where no window manager hands the focus back.
+  if (finished && dialog.parentWidget() != nullptr && dialog.parentWidget()->isVisible()) {
+    dialog.parentWidget()->activateWindow();
+  }
   std::erase_if(Modals(), [&dialog](const Modal& modal) { return modal.dialog == &dialog; });
 }
 

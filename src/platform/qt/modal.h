@@ -11,14 +11,13 @@ namespace platform_qt {
 // The widget that a dialog of `owner` (may be null) belongs to.
 [[nodiscard]] QWidget* ParentFor(HWND owner);
 
-// Shows the dialog and runs the message loop until it has ended; the answer stands in its result(). A quit
-// message ends it as rejected and goes on to the loop outside. `shown` is called when it stands on the screen.
-template <typename Shown>
-void RunModal(QDialog& dialog, HWND owner, Shown shown);
-
+// Shows the dialog; FinishModal must follow.
 void StartModal(QDialog& dialog, HWND owner);
+// Runs the message loop until the dialog has ended; the answer stands in its result(). A quit message ends it
+// as rejected and goes on to the loop outside.
 void FinishModal(QDialog& dialog);
 
+// Both, with `shown` called when the dialog stands on the screen.
 template <typename Shown>
 void RunModal(QDialog& dialog, HWND owner, Shown shown) {
   StartModal(dialog, owner);

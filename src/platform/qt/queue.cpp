@@ -124,7 +124,7 @@ void PumpToolkit(bool wait) {
 }
 
 void SyncSizes() {
-  const std::vector<HWND> windows = AllWindows();  // a window may go while it is told
+  std::vector<HWND> windows(AllWindows());  // a window may go while it is told
   for (HWND window : windows) {
     if (IsWindowAlive(window)) {
       SyncSize(window);
@@ -201,7 +201,8 @@ void Doorbell::Serve() {
   }
   SyncSizes();
   MSG message{};
-  while (TakePosted(message) || (!queue.quit && (TakeInput(message) || TakePaint(message) || TakeTimer(message)))) {
+  while (TakePosted(message) ||
+         (!queue.quit && (TakeInput(message) || TakePaint(message) || TakeTimer(message)))) {
     TranslateMessage(&message);
     DispatchMessageA(&message);
   }
@@ -252,9 +253,9 @@ void AppendInput(HWND window, UINT message, WPARAM wParam, LPARAM lParam, int mo
   const InputMessage entry{MessageOf(window, message, wParam, lParam), modifiers};
   if (!queue.input.empty()) {
     const MSG& last = queue.input.back().message;
-    const bool moves = message == WM_MOUSEMOVE ||
-                       ((message == WM_VSCROLL || message == WM_HSCROLL) && LOWORD(wParam) == SB_THUMBTRACK &&
-                        LOWORD(last.wParam) == SB_THUMBTRACK);
+    const bool moves =
+        message == WM_MOUSEMOVE || ((message == WM_VSCROLL || message == WM_HSCROLL) &&
+                                    LOWORD(wParam) == SB_THUMBTRACK && LOWORD(last.wParam) == SB_THUMBTRACK);
     if (moves && last.message == message && last.hwnd == window) {
       queue.input.back() = entry;
       return;

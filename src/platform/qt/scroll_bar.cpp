@@ -67,14 +67,16 @@ int ScrollBar::ValueOf(std::int64_t position) const {
   if (position >= top_) {
     return kLargestValue;
   }
-  return static_cast<int>(static_cast<long double>(position) / static_cast<long double>(top_) * kLargestValue);
+  return static_cast<int>(static_cast<long double>(position) / static_cast<long double>(top_) *
+                          kLargestValue);
 }
 
 void ScrollBar::Apply() {
   const int range = RangeFor(top_);
-  const int pageStep = page_ == 0 || top_ == 0
-                           ? std::max(range / 10, 1)
-                           : static_cast<int>(std::clamp<std::int64_t>(ValueOf(std::min(page_, top_)), 1, range));
+  const int pageStep =
+      page_ == 0 || top_ == 0
+          ? std::max(range / 10, 1)
+          : static_cast<int>(std::clamp<std::int64_t>(ValueOf(std::min(page_, top_)), 1, range));
   shownValue_ = ValueOf(position_);
   userMoved_ = false;
   const QSignalBlocker quiet(this);
@@ -100,19 +102,32 @@ void ScrollBar::DropIsOver() {
 
 void ScrollBar::TakeAction(int action) {
   switch (action) {
-    case SliderSingleStepAdd: Append(SB_LINEDOWN); break;
-    case SliderSingleStepSub: Append(SB_LINEUP); break;
-    case SliderPageStepAdd: Append(SB_PAGEDOWN); break;
-    case SliderPageStepSub: Append(SB_PAGEUP); break;
-    case SliderToMinimum: Append(SB_TOP); break;
-    case SliderToMaximum: Append(SB_BOTTOM); break;
+    case SliderSingleStepAdd:
+      Append(SB_LINEDOWN);
+      break;
+    case SliderSingleStepSub:
+      Append(SB_LINEUP);
+      break;
+    case SliderPageStepAdd:
+      Append(SB_PAGEDOWN);
+      break;
+    case SliderPageStepSub:
+      Append(SB_PAGEUP);
+      break;
+    case SliderToMinimum:
+      Append(SB_TOP);
+      break;
+    case SliderToMaximum:
+      Append(SB_BOTTOM);
+      break;
     case SliderMove:
       userMoved_ = true;
       if (isSliderDown()) {
         Append(SB_THUMBTRACK);
       }
       return;
-    default: return;
+    default:
+      return;
   }
   acted_ = true;
   // The program decides where the thumb goes.

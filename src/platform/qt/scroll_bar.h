@@ -38,10 +38,10 @@ class ScrollBar : public QScrollBar {
   std::int64_t top_ = 0;
   std::int64_t position_ = 0;
   std::int64_t page_ = 0;
-  int shownValue_ = 0;       // what Apply set last
-  bool userMoved_ = false;   // the thumb stands where the user put it
-  bool dropWaits_ = false;   // a finished drag that the program has not seen yet
-  bool acted_ = false;       // something was sent since the button went down
+  int shownValue_ = 0;      // what Apply set last
+  bool userMoved_ = false;  // the thumb stands where the user put it
+  bool dropWaits_ = false;  // a finished drag that the program has not seen yet
+  bool acted_ = false;      // something was sent since the button went down
 };
 
 }  // namespace platform_qt

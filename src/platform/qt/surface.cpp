@@ -74,8 +74,8 @@ void Surface::Move(const QRect& source, int dx, int dy) {
   }
 }
 
-// Moves whole rows by moving the beginning of the picture, and what is not to move back. False when that would
-// be no less work.
+// Moves whole rows by moving the beginning of the picture, and what is not to move back. False when that
+// would be no less work.
 bool Surface::Slide(const QRect& source, int dy) {
   const QRect target = source.translated(0, dy);
   const int above = target.top();
@@ -96,15 +96,16 @@ bool Surface::Slide(const QRect& source, int dy) {
   // What stood in row y stands in row y + dy now.
   std::memmove(Row(0), Row(0) + static_cast<std::ptrdiff_t>(dy) * width_, OffsetOf(above) * sizeof(Pixel));
   const int from = height_ - below;
-  std::memmove(Row(from), Row(from) + static_cast<std::ptrdiff_t>(dy) * width_, OffsetOf(below) * sizeof(Pixel));
+  std::memmove(Row(from), Row(from) + static_cast<std::ptrdiff_t>(dy) * width_,
+               OffsetOf(below) * sizeof(Pixel));
   return true;
 }
 
 QPainter& Surface::Painter() {
   if (painter_ == nullptr) {
-    target_ = QImage(reinterpret_cast<uchar*>(Row(0)), width_, height_,
-                     static_cast<qsizetype>(width_) * static_cast<qsizetype>(sizeof(Pixel)),
-                     QImage::Format_RGB32);
+    target_ =
+        QImage(reinterpret_cast<uchar*>(Row(0)), width_, height_,
+               static_cast<qsizetype>(width_) * static_cast<qsizetype>(sizeof(Pixel)), QImage::Format_RGB32);
     painter_ = std::make_unique<QPainter>(&target_);
   }
   return *painter_;

@@ -64,9 +64,12 @@ bool PumpUntilIdle(HWND window, HACCEL table) {
   MSG message{};
   for (;;) {
     switch (TakeMessage(message, false)) {
-      case Taken::quit: return false;
-      case Taken::nothing: return true;
-      case Taken::message: break;
+      case Taken::quit:
+        return false;
+      case Taken::nothing:
+        return true;
+      case Taken::message:
+        break;
     }
     if (table == nullptr || TranslateAcceleratorA(window, table, &message) == 0) {
       TranslateMessage(&message);
@@ -109,11 +112,25 @@ void Mouse(HWND window, UINT message, int x, int y, int keys) {
   QEvent::Type type = QEvent::MouseMove;
   Qt::MouseButton button = Qt::NoButton;
   switch (message) {
-    case WM_LBUTTONDOWN: type = QEvent::MouseButtonPress; button = Qt::LeftButton; break;
-    case WM_LBUTTONDBLCLK: type = QEvent::MouseButtonDblClick; button = Qt::LeftButton; break;
-    case WM_LBUTTONUP: type = QEvent::MouseButtonRelease; button = Qt::LeftButton; break;
-    case WM_RBUTTONDOWN: type = QEvent::MouseButtonPress; button = Qt::RightButton; break;
-    default: assert(message == WM_MOUSEMOVE); break;
+    case WM_LBUTTONDOWN:
+      type = QEvent::MouseButtonPress;
+      button = Qt::LeftButton;
+      break;
+    case WM_LBUTTONDBLCLK:
+      type = QEvent::MouseButtonDblClick;
+      button = Qt::LeftButton;
+      break;
+    case WM_LBUTTONUP:
+      type = QEvent::MouseButtonRelease;
+      button = Qt::LeftButton;
+      break;
+    case WM_RBUTTONDOWN:
+      type = QEvent::MouseButtonPress;
+      button = Qt::RightButton;
+      break;
+    default:
+      assert(message == WM_MOUSEMOVE);
+      break;
   }
   held.setFlag(button, type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick);
   QMouseEvent event(type, place, client->mapToGlobal(place), button, held, ToolkitModifiers(keys));

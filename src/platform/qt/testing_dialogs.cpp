@@ -1,3 +1,5 @@
+#include "platform/testing.h"
+
 #include <QApplication>
 #include <QClipboard>
 #include <QDialogButtonBox>
@@ -14,7 +16,6 @@
 #include "platform/qt/hooks.h"
 #include "platform/qt/queue.h"
 #include "platform/qt/testing_records.h"
-#include "platform/testing.h"
 
 namespace platform_testing {
 
@@ -47,12 +48,14 @@ constexpr int kMostRounds = 1000;
 // Presses a button of the dialog when its message loop has served what waits.
 void PressLater(QDialog& dialog, QDialogButtonBox::StandardButton button, int rounds = kMostRounds) {
   QTimer::singleShot(0, &dialog, [&dialog, button, rounds] {
-    if (!platform_qt::QueueIsIdle() && rounds > 0) {
+    QPushButton* const widget = dialog.findChild<QDialogButtonBox*>()->button(button);
+    const bool enabled = widget != nullptr && widget->isEnabled();
+    // The file dialog enables its button when it has read the folder, in a thread of its own.
+    if ((!platform_qt::QueueIsIdle() || !enabled) && rounds > 0) {
       PressLater(dialog, button, rounds - 1);
       return;
     }
-    QPushButton* const widget = dialog.findChild<QDialogButtonBox*>()->button(button);
-    if (widget != nullptr && widget->isEnabled()) {
+    if (enabled) {
       widget->click();
     }
     // The toolkit may refuse the answer; then the dialog must not wait for ever.

@@ -1,3 +1,5 @@
+#include "platform/testing.h"
+
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
@@ -7,7 +9,6 @@
 #include "platform/qt/cursor.h"
 #include "platform/qt/menu.h"
 #include "platform/qt/window.h"
-#include "platform/testing.h"
 
 namespace platform_testing {
 

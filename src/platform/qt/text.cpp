@@ -22,7 +22,8 @@ GridText CutTo(GridText text, const QRect& visible, int advance) {
   const auto column = [&](std::int64_t pixel) { return (pixel - text.x) / advance; };
   const auto first = std::clamp<std::int64_t>(column(visible.left()) - kOverhang, 0, text.count);
   const auto end = std::clamp<std::int64_t>(column(visible.right()) + 1 + kOverhang, first, text.count);
-  return {static_cast<int>(text.x + first * advance), text.y, text.bytes + first, static_cast<int>(end - first)};
+  return {static_cast<int>(text.x + first * advance), text.y, text.bytes + first,
+          static_cast<int>(end - first)};
 }
 
 void DrawWithPainter(HDC dc, const GridText& text, const QRegion& clip) {
@@ -72,8 +73,9 @@ bool DrawWithTiles(HDC dc, const GridText& text, const QRegion& clip) {
       if (seen.isEmpty()) {
         continue;
       }
+      const std::ptrdiff_t skippedRows = seen.top() - cell.top();
       const Pixel* from =
-          tiles[static_cast<std::size_t>(i)] + (seen.top() - cell.top()) * font.advance + (seen.left() - cell.left());
+          tiles[static_cast<std::size_t>(i)] + skippedRows * font.advance + (seen.left() - cell.left());
       Pixel* to = dc->window->surface.Row(seen.top()) + seen.left();
       for (int y = 0; y < seen.height(); ++y) {
         CopyPixels(from, to, seen.width());
@@ -140,8 +142,13 @@ BOOL ExtTextOutA(HDC dc, int x, int y, UINT options, const RECT* rect, LPCSTR te
 
 BOOL TextOutA(HDC dc, int x, int y, LPCSTR text, int count) {
   if (hooks.drawing != nullptr) [[unlikely]] {
-    hooks.drawing->push_back({DrawCall::Kind::text, x, y, {}, std::string(text, static_cast<std::size_t>(count)),
-                              dc->textColor, dc->background});
+    hooks.drawing->push_back({DrawCall::Kind::text,
+                              x,
+                              y,
+                              {},
+                              std::string(text, static_cast<std::size_t>(count)),
+                              dc->textColor,
+                              dc->background});
   }
   if (count > 0 && !dc->clip.isEmpty()) {
     DrawCells(dc, {x, y, text, count}, dc->clip, false);

@@ -39,8 +39,8 @@ bool comesUp = false;
 // The toolkit talks about what concerns its developers. Who asks for that by the toolkit's own variables
 // gets it; a user of the program does not.
 void TakeToolkitMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
-  static const bool wanted = qEnvironmentVariableIsSet("QT_LOGGING_RULES") ||
-                             qEnvironmentVariableIsSet("QT_DEBUG_PLUGINS");
+  static const bool wanted =
+      qEnvironmentVariableIsSet("QT_LOGGING_RULES") || qEnvironmentVariableIsSet("QT_DEBUG_PLUGINS");
   if (type == QtFatalMsg && comesUp) {
     std::fputs("quorl: no display: the window system cannot be reached\n", stderr);
     std::_Exit(kNoDisplay & 0xFF);

@@ -9,7 +9,8 @@ namespace platform_qt {
 
 // A line on stderr, and in an unoptimised build an assertion.
 inline void ReportUnknown(const char* operation, std::uint64_t value) {
-  std::fprintf(stderr, "quorl: %s: unknown value 0x%llx\n", operation, static_cast<unsigned long long>(value));
+  std::fprintf(stderr, "quorl: %s: unknown value 0x%llx\n", operation,
+               static_cast<unsigned long long>(value));
 #ifndef __OPTIMIZE__
   assert(false && "a flag or message that the layer does not know");
 #endif

@@ -189,7 +189,8 @@ BOOL UnregisterClassA(LPCSTR className, HINSTANCE) {
 HWND CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR caption, DWORD style, int x, int y, int width,
                      int height, HWND parent, HMENU menu, HINSTANCE, LPVOID) {
   ReportUnknownBits("CreateWindowExA", exStyle, 0);
-  ReportUnknownBits("CreateWindowExA", style, WS_OVERLAPPEDWINDOW | WS_HSCROLL | WS_VSCROLL | WS_CLIPCHILDREN);
+  ReportUnknownBits("CreateWindowExA", style,
+                    WS_OVERLAPPEDWINDOW | WS_HSCROLL | WS_VSCROLL | WS_CLIPCHILDREN);
   assert(parent == nullptr && "windows are top-level windows");
   static_cast<void>(parent);
   const WindowClass* const windowClass = FindClass(className);
@@ -248,16 +249,24 @@ BOOL ShowWindow(HWND window, int show) {
   const Qt::WindowStates state = frame.windowState();
   switch (show) {
     case SW_SHOWNORMAL:
-    case SW_SHOWDEFAULT: frame.setWindowState(state & ~(Qt::WindowMinimized | Qt::WindowMaximized)); break;
+    case SW_SHOWDEFAULT:
+      frame.setWindowState(state & ~(Qt::WindowMinimized | Qt::WindowMaximized));
+      break;
     case SW_RESTORE:
       // A minimized window returns to what it was; a maximized one to its own size.
-      frame.setWindowState(state & ~(state.testFlag(Qt::WindowMinimized) ? Qt::WindowMinimized
-                                                                         : Qt::WindowMaximized));
+      frame.setWindowState(
+          state & ~(state.testFlag(Qt::WindowMinimized) ? Qt::WindowMinimized : Qt::WindowMaximized));
       break;
     case SW_SHOWMINIMIZED:
-    case SW_MINIMIZE: frame.setWindowState(state | Qt::WindowMinimized); break;
-    case SW_MAXIMIZE: frame.setWindowState((state & ~Qt::WindowMinimized) | Qt::WindowMaximized); break;
-    default: ReportUnknown("ShowWindow", static_cast<std::uint64_t>(show)); break;
+    case SW_MINIMIZE:
+      frame.setWindowState(state | Qt::WindowMinimized);
+      break;
+    case SW_MAXIMIZE:
+      frame.setWindowState((state & ~Qt::WindowMinimized) | Qt::WindowMaximized);
+      break;
+    default:
+      ReportUnknown("ShowWindow", static_cast<std::uint64_t>(show));
+      break;
   }
   window->shown = true;
   frame.show();
@@ -352,7 +361,9 @@ ULONG_PTR SetClassLongPtrA(HWND window, int index, LONG_PTR value) {
 
 LRESULT CALLBACK DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM) {
   switch (message) {
-    case WM_CLOSE: DestroyWindow(window); return 0;
+    case WM_CLOSE:
+      DestroyWindow(window);
+      return 0;
     case WM_PAINT: {
       PAINTSTRUCT paint{};
       BeginPaint(window, &paint);
@@ -366,6 +377,7 @@ LRESULT CALLBACK DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM
       FillThrough(reinterpret_cast<HDC>(wParam), window->surface.Bounds(), BackgroundPixel(window));
       return 1;
     }
-    default: return 0;
+    default:
+      return 0;
   }
 }
