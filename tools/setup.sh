@@ -8,7 +8,8 @@
 #   tools/setup.sh measure   ... and for tools/measure
 set -euo pipefail
 
-run_packages=(g++ cmake ninja-build qt6-base-dev libgtest-dev libbenchmark-dev fontconfig fonts-liberation2)
+run_packages=(g++ cmake ninja-build qt6-base-dev libgtest-dev libbenchmark-dev libhwy-dev fontconfig
+    fonts-liberation2)
 test_packages=(xvfb xdotool xclip openbox python3 clang-format clang-tidy)
 ci_packages=(g++-mingw-w64-x86-64-posix)
 measure_packages=(xvfb xdotool openbox python3 strace)

@@ -231,8 +231,6 @@ void PrintScreen() {
 
 int Run(const Arguments& arguments) {
   if (const std::optional<int> refused = StartProgram(nullptr, nullptr, "", SW_SHOWNORMAL)) return *refused;
-  // A picture leaves no trace in the user's profile, such as a recent file.
-  MainState.ProfileReadOnly = 1;
   int exitCode = 0;
   if (!Pump() || !SettleSize(arguments) || !Replay(arguments.keys) || !SettleSize(arguments)) {
     std::fprintf(stderr,

@@ -2,63 +2,111 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cassert>
+#include <functional>
 
 namespace {
 
-constexpr std::int32_t kSampleBytes = 4096;  // enough to tell common bytes from rare ones
-constexpr std::int32_t kPairSamples = 256;   // places of the rarest byte at which its company is looked at
+// A sample of this size tells common pairs of bytes from rare ones, and costs no more than some slices.
+constexpr std::int32_t kSampleBytes = 4096;
+constexpr std::size_t kSampleWords = kSampleBytes / 64;
+constexpr std::int32_t kRareBytes = 6;       // bytes of the key whose pairs are looked at
+constexpr std::int32_t kLongestChosen = 64;  // longer keys keep the filter that they have
 
 std::uint8_t Seen(const ByteKey& key, std::uint8_t byte) {
   return key.foldsCase ? FoldCase(byte) : byte;
 }
 
-// The place in the key of the byte that the sample holds least often.
-std::int32_t RarestPlace(const ByteKey& key, const std::uint8_t* sample, std::int32_t length) {
-  std::array<std::int32_t, 256> counts{};
-  for (std::int32_t i = 0; i < length; ++i)
-    ++counts[Seen(key, sample[i])];
-  std::int32_t rarest = 0;
-  for (std::int32_t i = 1; i < key.length; ++i) {
-    if (counts[Seen(key, key.bytes[i])] < counts[Seen(key, key.bytes[rarest])]) rarest = i;
+// The places of a sample at which one byte of the key stands where a hit would have it: a bit for each, in an
+// order that is the same for all sets.
+using PlaceSet = std::array<std::uint64_t, kSampleWords>;
+
+PlaceSet PlacesOf(std::uint8_t byte, const std::uint8_t* sample, std::int32_t places) {
+  std::array<std::uint8_t, kSampleBytes> stands{};
+  std::transform(sample, sample + places, stands.begin(),
+                 [byte](std::uint8_t other) { return static_cast<std::uint8_t>(other == byte ? 1 : 0); });
+  PlaceSet set{};
+  for (std::size_t i = 0; i < kSampleBytes / 8; ++i) {
+    std::uint64_t eight = 0;
+    std::memcpy(&eight, &stands[8 * i], 8);
+    // The product has the eight lowest bits of the bytes side by side at its top.
+    set[i / 8] |= (eight * 0x0102040810204080u) >> 56 << (8 * (i % 8));
   }
-  return rarest;
+  return set;
+}
+
+PlaceSet Common(const PlaceSet& a, const PlaceSet& b) {
+  PlaceSet common;
+  std::transform(a.begin(), a.end(), b.begin(), common.begin(), std::bit_and<>());
+  return common;
+}
+
+std::int32_t CountCommon(const PlaceSet& a, const PlaceSet& b) {
+  std::int32_t count = 0;
+  for (std::size_t i = 0; i < kSampleWords; ++i)
+    count += std::popcount(a[i] & b[i]);
+  return count;
 }
 
 }  // namespace
 
 ByteKey MakeByteKey(const std::uint8_t* bytes, std::int32_t length, bool foldsCase) {
   assert(length >= 1);
-  return {bytes, length, foldsCase, 0, length - 1};
+  return {bytes, length, foldsCase, 0, length - 1, length / 2};
 }
 
 void ChooseFilter(ByteKey& key, const std::uint8_t* sample, std::int32_t length) {
-  // Keys of a length that no dialog allows keep the filter that they have.
-  constexpr std::int32_t kLongestKey = 64;
   length = std::min(length, kSampleBytes);
-  if (key.length < 2 || key.length > kLongestKey || length < key.length) return;
+  const std::int32_t places = length - key.length + 1;
+  if (key.length < 2 || key.length > kLongestChosen || places < 1) return;
 
-  const std::int32_t rarest = RarestPlace(key, sample, length);
-  // Letters keep company: the second rarest byte may well stand wherever the rarest does. So the second byte
-  // is the one that is missed most often at the places where the first one stands.
-  std::array<std::int32_t, kLongestKey> together{};
-  std::int32_t places = 0;
-  for (std::int32_t i = rarest; i + key.length - rarest <= length && places < kPairSamples; ++i) {
-    if (Seen(key, sample[i]) != Seen(key, key.bytes[rarest])) continue;
-    ++places;
-    const std::uint8_t* const window = sample + i - rarest;
+  std::array<std::uint8_t, kSampleBytes> seen;
+  std::transform(sample, sample + length, seen.begin(),
+                 [&key](std::uint8_t byte) { return Seen(key, byte); });
+  std::array<PlaceSet, kLongestChosen> sets;
+  const auto setOf = [&sets](std::int32_t place) -> PlaceSet& {
+    return sets[static_cast<std::size_t>(place)];
+  };
+  for (std::int32_t i = 0; i < key.length; ++i)
+    setOf(i) = PlacesOf(Seen(key, key.bytes[i]), &seen[i], places);
+
+  // The rarest bytes of the key, rarest first. One of them is always in a good pair.
+  std::array<std::int32_t, kLongestChosen> alone{};
+  std::array<std::int32_t, kLongestChosen> order{};
+  for (std::int32_t i = 0; i < key.length; ++i) {
+    order[static_cast<std::size_t>(i)] = i;
+    alone[static_cast<std::size_t>(i)] = CountCommon(setOf(i), setOf(i));
+  }
+  const std::int32_t rare = std::min(key.length, kRareBytes);
+  std::partial_sort(order.begin(), order.begin() + rare, order.begin() + key.length,
+                    [&](std::int32_t i, std::int32_t j) {
+                      return alone[static_cast<std::size_t>(i)] < alone[static_cast<std::size_t>(j)];
+                    });
+
+  // Counted together, since letters keep company: two rare bytes may well stand together wherever they stand.
+  std::int32_t least = places + 1;
+  for (std::int32_t r = 0; r < rare; ++r) {
+    const std::int32_t i = order[static_cast<std::size_t>(r)];
     for (std::int32_t j = 0; j < key.length; ++j) {
-      together[static_cast<std::size_t>(j)] += Seen(key, window[j]) == Seen(key, key.bytes[j]) ? 1 : 0;
+      if (j == i) continue;
+      const std::int32_t count = CountCommon(setOf(i), setOf(j));
+      if (count >= least) continue;
+      least = count;
+      key.first = std::min(i, j);
+      key.second = std::max(i, j);
     }
   }
-  std::int32_t partner = rarest == 0 ? key.length - 1 : 0;
-  for (std::int32_t j = 0; j < key.length; ++j) {
-    if (j != rarest && together[static_cast<std::size_t>(j)] < together[static_cast<std::size_t>(partner)]) {
-      partner = j;
-    }
+  const PlaceSet both = Common(setOf(key.first), setOf(key.second));
+  std::int32_t leastOfAll = places + 1;
+  for (std::int32_t i = 0; i < key.length; ++i) {
+    const std::int32_t count = CountCommon(both, setOf(i));
+    if (count >= leastOfAll) continue;
+    leastOfAll = count;
+    key.third = i;
   }
-  key.first = std::min(rarest, partner);
-  key.second = std::max(rarest, partner);
+  // One stop in a sample is eight in a slice, and they cost as much as asking everywhere.
+  key.asksThird = least > 0 && leastOfAll < least;
 }
 
 std::int32_t FindBytesPlain(const ByteKey& key, const std::uint8_t* buffer, std::int32_t length,

@@ -17,8 +17,8 @@ namespace {
 constexpr FilePos kProgressBytes = FilePos{16} << 20;
 constexpr std::chrono::milliseconds kProgressInterval{30};  // a slow disk may need long for 16 MB
 
-// More places than this in a slice that pass the filter and are no hits: another filter may do better.
-constexpr std::int32_t kRefusedLimit = 512;
+// To stop the scan in vain so often costs as much as choosing another filter, which may do better.
+constexpr std::int32_t kRefusedLimit = 2048;
 
 // Calls the caller's report often enough, and not more often.
 class ProgressClock {
@@ -76,7 +76,7 @@ class SearchPass {
   std::int32_t capacity_ = 0;
   std::int32_t have_ = 0;     // bytes in the buffer
   std::int32_t next_ = 0;     // index at which the search goes on
-  std::int32_t refused_ = 0;  // within this slice
+  std::int32_t refused_ = 0;  // since the filter was chosen
   FilePos start_ = 0;
   FilePos end_ = 0;  // the file's length as the caller knows it
 };
@@ -103,7 +103,6 @@ FilePos SearchPass::NextSlice() {
   start_ += have_ - carried;
   have_ = carried;
   next_ = 0;
-  refused_ = 0;
   const FilePos wanted = std::min<FilePos>(capacity_ - carried, end_ - start_ - carried);
   if (wanted <= 0) return kSearchNoHit;
   if (!clock_.GoesOn(start_, end_)) return kSearchCanceled;
@@ -122,7 +121,10 @@ FilePos SearchPass::NextHit() {
       next_ = hit + 1;
       return start_ + hit;
     }
-    if (refused_ > kRefusedLimit) ChooseFilter(key_, buffer_.get(), have_);
+    if (refused_ > kRefusedLimit) {
+      ChooseFilter(key_, buffer_.get(), have_);
+      refused_ = 0;
+    }
     const FilePos status = NextSlice();
     if (status != 0) return status;
   }

@@ -33,7 +33,8 @@ TEST(SelectionText, IsWhatTheViewShows) {
   EXPECT_EQ(Copied(file, 0, 10), "one     tab\r\ntwo\r\n");
   EXPECT_EQ(Copied(file, 5, 5), "ab\r\n");
   EXPECT_EQ(Copied(file, -7, -1), "one     tab\r\ntwo\r\nthree\r\n");
-  EXPECT_EQ(Copied(file, 9, 12, FormatHex), "000009  74776F0D 0A746872 65650D0A           two\xB7\xB7three\xB7\xB7\r\n");
+  EXPECT_EQ(Copied(file, 9, 12, FormatHex),
+            "000009  74776F0D 0A746872 65650D0A           two\xB7\xB7three\xB7\xB7\r\n");
   EXPECT_EQ(Copied(file, 1, 5, FormatRaw, 0, 4), "ne\xA4t\r\n");
   EXPECT_EQ(Copied(file, file.Flen, -1), "nothing");
 }

@@ -177,7 +177,8 @@ TEST(TextFormat, CutsLines) {
     EXPECT_EQ(forward.rows, c.forward) << c.name;
     EXPECT_EQ(forward.status, c.status) << c.name;
     if (c.backward == nullptr) continue;
-    const Pass backward = MakePass(c.bytes, FILL_BACKWARD, static_cast<std::int32_t>(c.bytes.size()), c.setting);
+    const Pass backward =
+        MakePass(c.bytes, FILL_BACKWARD, static_cast<std::int32_t>(c.bytes.size()), c.setting);
     EXPECT_EQ(backward.rows, c.backward) << c.name;
   }
 }

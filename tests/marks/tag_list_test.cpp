@@ -61,7 +61,8 @@ TEST_F(TagListTest, AgreesWithASortedSet) {
 }
 
 TEST_F(TagListTest, Holds999) {
-  for (FilePos i = 0; i < 999; ++i) ASSERT_EQ(TagInsert(list, i * 3, kTagByUser), i);
+  for (FilePos i = 0; i < 999; ++i)
+    ASSERT_EQ(TagInsert(list, i * 3, kTagByUser), i);
   EXPECT_EQ(TagInsert(list, 1, kTagByUser), -1);
   EXPECT_EQ(TagInsert(list, 3, kTagBySearch), -1);
   EXPECT_EQ(list.entries[1].flags, kTagByUser);

@@ -3,11 +3,13 @@
 #include "search/byte_scan.h"
 
 #include <gtest/gtest.h>
+#include <hwy/targets.h>
 
 #include <cstdlib>
 #include <memory>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "search/search_engine.h"
 #include "tests/search/plain_search.h"
@@ -86,13 +88,29 @@ RandomCase MakeCase(std::mt19937& random) {
   return c;
 }
 
+// The kinds of registers that this processor has, each as the one that the wide road is to take.
+std::vector<std::int64_t> RegisterKinds() {
+  hwy::SetSupportedTargetsForTest(0);
+  std::vector<std::int64_t> kinds;
+  for (std::int64_t rest = hwy::SupportedTargets(); rest != 0; rest &= rest - 1)
+    kinds.push_back(rest & -rest);
+  return kinds;
+}
+
+void TakeRegisters(std::int64_t kind) {
+  hwy::SetSupportedTargetsForTest(kind);
+  hwy::GetChosenTarget().Update(hwy::SupportedTargets());
+}
+
 // QUORL_SEARCH_CASES in the environment asks for more cases, with a seed of their own.
 TEST(ByteScan, WideAndPlainAgreeWithTheStandardLibrary) {
   EXPECT_TRUE(HasWideScan());
   const char* const wanted = std::getenv("QUORL_SEARCH_CASES");
   const long cases = wanted != nullptr ? std::atol(wanted) : 100000;
   std::mt19937 random(wanted != nullptr ? std::random_device{}() : 20240301u);
+  const std::vector<std::int64_t> kinds = RegisterKinds();
   for (long i = 0; i < cases; ++i) {
+    TakeRegisters(kinds[static_cast<std::size_t>(i) % kinds.size()]);
     const RandomCase c = MakeCase(random);
     const auto length = static_cast<std::int32_t>(c.buffer.size());
     const std::unique_ptr<std::uint8_t[]> buffer(new std::uint8_t[c.buffer.size()]);
@@ -108,6 +126,7 @@ TEST(ByteScan, WideAndPlainAgreeWithTheStandardLibrary) {
         << "\nbuffer " << testing::PrintToString(c.buffer) << "\nkey " << testing::PrintToString(c.key)
         << ", folded " << c.folds << ", from " << c.from;
   }
+  TakeRegisters(0);
 }
 
 // The filter is what keeps the scan fast: on text full of the key's bytes, few places may pass it.
