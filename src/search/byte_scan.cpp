@@ -5,6 +5,7 @@
 #include <bit>
 #include <cassert>
 #include <functional>
+#include <utility>
 
 namespace {
 
@@ -85,28 +86,29 @@ void ChooseFilter(ByteKey& key, const std::uint8_t* sample, std::int32_t length)
                     });
 
   // Counted together, since letters keep company: two rare bytes may well stand together wherever they stand.
-  std::int32_t least = places + 1;
+  // Of those that are equally rare together, the one that is rarer alone.
+  const auto rarity = [&](const PlaceSet& others, std::int32_t place) {
+    return std::pair(CountCommon(others, setOf(place)), alone[static_cast<std::size_t>(place)]);
+  };
+  auto least = std::pair(places + 1, 0);
   for (std::int32_t r = 0; r < rare; ++r) {
     const std::int32_t i = order[static_cast<std::size_t>(r)];
     for (std::int32_t j = 0; j < key.length; ++j) {
-      if (j == i) continue;
-      const std::int32_t count = CountCommon(setOf(i), setOf(j));
-      if (count >= least) continue;
-      least = count;
+      if (j == i || rarity(setOf(i), j) >= least) continue;
+      least = rarity(setOf(i), j);
       key.first = std::min(i, j);
       key.second = std::max(i, j);
     }
   }
   const PlaceSet both = Common(setOf(key.first), setOf(key.second));
-  std::int32_t leastOfAll = places + 1;
+  auto leastOfThree = std::pair(places + 1, 0);
   for (std::int32_t i = 0; i < key.length; ++i) {
-    const std::int32_t count = CountCommon(both, setOf(i));
-    if (count >= leastOfAll) continue;
-    leastOfAll = count;
+    if ((key.length > 2 && (i == key.first || i == key.second)) || rarity(both, i) >= leastOfThree) continue;
+    leastOfThree = rarity(both, i);
     key.third = i;
   }
   // One stop in a sample is eight in a slice, and they cost as much as asking everywhere.
-  key.asksThird = least > 0 && leastOfAll < least;
+  key.asksThird = leastOfThree.first < least.first;
 }
 
 std::int32_t FindBytesPlain(const ByteKey& key, const std::uint8_t* buffer, std::int32_t length,

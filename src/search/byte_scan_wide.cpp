@@ -2,6 +2,8 @@
 // family has; the kind that the running processor offers is taken at the first call.
 #include "search/byte_scan.h"
 
+#include <cstddef>
+
 #ifdef QUORL_WIDE_SCAN
 
 #undef HWY_TARGET_INCLUDE
@@ -87,6 +89,7 @@ template <bool kFolds, bool kThree>
 HWY_NOINLINE std::int32_t SkipPlaces(const Filter& filter, std::int32_t i, std::int32_t places) {
   const Lanes d;
   const auto step = static_cast<std::int32_t>(hn::Lanes(d));
+  const std::ptrdiff_t one = step;
   const Vector firstValue = hn::Set(d, filter.first.value);
   const Vector firstCase = hn::Set(d, filter.first.caseBit);
   const Vector secondValue = hn::Set(d, filter.second.value);
@@ -98,18 +101,18 @@ HWY_NOINLINE std::int32_t SkipPlaces(const Filter& filter, std::int32_t i, std::
     const std::uint8_t* const b = filter.second.start + i;
     Vector v0 =
         hn::Or(Difference<kFolds>(a, firstValue, firstCase), Difference<kFolds>(b, secondValue, secondCase));
-    Vector v1 = hn::Or(Difference<kFolds>(a + step, firstValue, firstCase),
-                       Difference<kFolds>(b + step, secondValue, secondCase));
-    Vector v2 = hn::Or(Difference<kFolds>(a + 2 * step, firstValue, firstCase),
-                       Difference<kFolds>(b + 2 * step, secondValue, secondCase));
-    Vector v3 = hn::Or(Difference<kFolds>(a + 3 * step, firstValue, firstCase),
-                       Difference<kFolds>(b + 3 * step, secondValue, secondCase));
+    Vector v1 = hn::Or(Difference<kFolds>(a + one, firstValue, firstCase),
+                       Difference<kFolds>(b + one, secondValue, secondCase));
+    Vector v2 = hn::Or(Difference<kFolds>(a + 2 * one, firstValue, firstCase),
+                       Difference<kFolds>(b + 2 * one, secondValue, secondCase));
+    Vector v3 = hn::Or(Difference<kFolds>(a + 3 * one, firstValue, firstCase),
+                       Difference<kFolds>(b + 3 * one, secondValue, secondCase));
     if constexpr (kThree) {
       const std::uint8_t* const c = filter.third.start + i;
       v0 = hn::Or(v0, Difference<kFolds>(c, thirdValue, thirdCase));
-      v1 = hn::Or(v1, Difference<kFolds>(c + step, thirdValue, thirdCase));
-      v2 = hn::Or(v2, Difference<kFolds>(c + 2 * step, thirdValue, thirdCase));
-      v3 = hn::Or(v3, Difference<kFolds>(c + 3 * step, thirdValue, thirdCase));
+      v1 = hn::Or(v1, Difference<kFolds>(c + one, thirdValue, thirdCase));
+      v2 = hn::Or(v2, Difference<kFolds>(c + 2 * one, thirdValue, thirdCase));
+      v3 = hn::Or(v3, Difference<kFolds>(c + 3 * one, thirdValue, thirdCase));
     }
     const Vector least = hn::Min(hn::Min(v0, v1), hn::Min(v2, v3));
     if (!hn::AllFalse(d, hn::Eq(least, hn::Zero(d)))) break;

@@ -17,8 +17,17 @@ namespace {
 constexpr FilePos kProgressBytes = FilePos{16} << 20;
 constexpr std::chrono::milliseconds kProgressInterval{30};  // a slow disk may need long for 16 MB
 
-// To stop the scan in vain so often costs as much as choosing another filter, which may do better.
-constexpr std::int32_t kRefusedLimit = 2048;
+// The data that is read starts at a cache line; what is carried from the slice before stands in front of it.
+constexpr std::size_t kLineBytes = 64;
+constexpr std::size_t kBufferBytes = kLineBytes + kLineBytes + kSearchReadBytes;
+static_assert(kSearchKeyBytes - 1 <= kLineBytes);
+static_assert(kBufferBytes <= 32760);
+
+// A filter that stops the scan in vain more often than this within so many bytes costs more than choosing
+// another one. A filter that asks three bytes already is given up less easily, since there may be no better.
+constexpr std::int32_t kRefusedLimit = 256;
+constexpr std::int32_t kRefusedLimitOfThree = 4096;
+constexpr FilePos kRefusedBytes = FilePos{1} << 20;
 
 // Calls the caller's report often enough, and not more often.
 class ProgressClock {
@@ -69,62 +78,78 @@ class SearchPass {
   // negative result that ends the search.
   [[nodiscard]] FilePos NextSlice();
 
+  // Chooses another filter when the present one has proved bad.
+  void ReviewFilter();
+
   ByteKey key_;
   ProgressClock clock_;
   FileHandle source_ = kNoFile;
   std::unique_ptr<std::uint8_t[]> buffer_;
-  std::int32_t capacity_ = 0;
-  std::int32_t have_ = 0;     // bytes in the buffer
-  std::int32_t next_ = 0;     // index at which the search goes on
-  std::int32_t refused_ = 0;  // since the filter was chosen
-  FilePos start_ = 0;
-  FilePos end_ = 0;  // the file's length as the caller knows it
+  std::uint8_t* data_ = nullptr;   // where each read goes
+  std::uint8_t* slice_ = nullptr;  // the bytes carried, and behind them those read
+  std::int32_t have_ = 0;          // bytes of the slice
+  std::int32_t next_ = 0;          // index in the slice at which the search goes on
+  std::int32_t refused_ = 0;       // since the filter was reviewed
+  FilePos reviewed_ = 0;           // the slice's file offset then
+  FilePos start_ = 0;              // the slice's file offset
+  FilePos end_ = 0;                // the file's length as the caller knows it
 };
 
 FilePos SearchPass::Begin(const ViewFile& file) {
-  start_ = file.Fcur;
+  start_ = reviewed_ = file.Fcur;
   end_ = file.Flen;
-  capacity_ = static_cast<std::int32_t>(std::min<FilePos>(end_ - start_, kSearchSliceBytes));
-  buffer_.reset(new (std::nothrow) std::uint8_t[static_cast<std::size_t>(capacity_)]);
+  buffer_.reset(new (std::nothrow) std::uint8_t[kBufferBytes]);
   if (buffer_ == nullptr) return kSearchNoMemory;
+  void* place = buffer_.get() + kLineBytes;
+  std::size_t room = kBufferBytes - kLineBytes;
+  data_ = static_cast<std::uint8_t*>(std::align(kLineBytes, kSearchReadBytes, place, room));
+  slice_ = data_;
   source_ = FileOpenShared(file.Fname);
   if (source_ == kNoFile) return kSearchNoFile;
   if (!FileSeek(source_, start_)) return kSearchSeekFailed;
   const FilePos status = NextSlice();
-  if (status == 0) ChooseFilter(key_, buffer_.get(), have_);
+  if (status == 0) ChooseFilter(key_, slice_, have_);
   return status;
 }
 
 FilePos SearchPass::NextSlice() {
   const std::int32_t carried = std::min(have_, key_.length - 1);
-  if (carried > 0) {
-    std::memmove(buffer_.get(), buffer_.get() + have_ - carried, static_cast<std::size_t>(carried));
-  }
+  std::memmove(data_ - carried, slice_ + have_ - carried, static_cast<std::size_t>(carried));
   start_ += have_ - carried;
+  slice_ = data_ - carried;
   have_ = carried;
   next_ = 0;
-  const FilePos wanted = std::min<FilePos>(capacity_ - carried, end_ - start_ - carried);
+  const FilePos position = start_ + carried;
+  const FilePos wanted = std::min(kSearchReadBytes - position % kSearchReadBytes, end_ - position);
   if (wanted <= 0) return kSearchNoHit;
   if (!clock_.GoesOn(start_, end_)) return kSearchCanceled;
-  const std::int64_t got = FileRead(source_, buffer_.get() + carried, static_cast<std::size_t>(wanted));
+  const std::int64_t got = FileRead(source_, data_, static_cast<std::size_t>(wanted));
   if (got < 1) return kSearchNoHit;
   // A file that has become shorter ends here.
-  if (got < wanted) end_ = start_ + carried + got;
+  if (got < wanted) end_ = position + got;
   have_ += static_cast<std::int32_t>(got);
   return 0;
 }
 
+void SearchPass::ReviewFilter() {
+  if (refused_ > (key_.asksThird ? kRefusedLimitOfThree : kRefusedLimit)) {
+    ChooseFilter(key_, slice_, have_);
+    key_.asksThird = true;
+  } else if (start_ < reviewed_ + kRefusedBytes) {
+    return;
+  }
+  refused_ = 0;
+  reviewed_ = start_;
+}
+
 FilePos SearchPass::NextHit() {
   for (;;) {
-    const std::int32_t hit = FindBytes(key_, buffer_.get(), have_, next_, refused_);
+    const std::int32_t hit = FindBytes(key_, slice_, have_, next_, refused_);
     if (hit >= 0) {
       next_ = hit + 1;
       return start_ + hit;
     }
-    if (refused_ > kRefusedLimit) {
-      ChooseFilter(key_, buffer_.get(), have_);
-      refused_ = 0;
-    }
+    ReviewFilter();
     const FilePos status = NextSlice();
     if (status != 0) return status;
   }

@@ -78,6 +78,20 @@ TEST(Windows, MinimizeMaximizeAndRestore) {
   EXPECT_EQ(shows(SW_RESTORE), SIZE_RESTORED);
 }
 
+// While minimized the program holds a size of 0: painting then would leave the window blank when it returns.
+TEST(Windows, AMinimizedWindowIsPaintedWhenItReturns) {
+  TestWindow window(100, 40);
+  InvalidateRect(window.Handle(), nullptr, FALSE);
+  ShowWindow(window.Handle(), SW_MINIMIZE);
+  window.Forget();
+  window.Pump();
+  UpdateWindow(window.Handle());
+  EXPECT_EQ(window.Count(WM_PAINT), 0);
+  ShowWindow(window.Handle(), SW_RESTORE);
+  window.Pump();
+  EXPECT_EQ(window.Count(WM_PAINT), 1);
+}
+
 TEST(Windows, StayingOnTopChangesNothingElse) {
   TestWindow window(220, 90);
   for (HWND after : {HWND_TOPMOST, HWND_TOP, HWND_NOTOPMOST}) {

@@ -56,7 +56,7 @@ struct Tags {
 
 // Files of lengths around the borders of the slices, random bytes of a small alphabet.
 std::string RandomContent(std::mt19937& random) {
-  constexpr std::size_t kSlice = kSearchSliceBytes;
+  constexpr std::size_t kSlice = kSearchReadBytes;
   const std::size_t lengths[] = {random() % 100, kSlice - 40 + random() % 80,
                                  2 * kSlice - 80 + random() % 120, random() % 150000};
   std::string content(lengths[random() % std::size(lengths)], '\0');
@@ -92,17 +92,18 @@ TEST(SearchFile, FindsWhatAPlainScanFinds) {
 TEST(SearchFile, FindsAKeyAtEachPlaceOfABorder) {
   for (const std::size_t keyLen : {1u, 2u, 32u, 36u}) {
     const std::string key = "K" + std::string(keyLen - 1, 'y');
-    for (const std::size_t slices : {1u, 2u}) {
-      // The second slice carries bytes of the first, so its end lies a key's length before twice the first's.
-      for (std::size_t back = 0; back <= 3 * keyLen; ++back) {
-        const std::size_t place = slices * kSearchSliceBytes - back;
-        std::string content(slices * kSearchSliceBytes + 200, '.');
+    for (const std::size_t reads : {1u, 2u, 3u}) {
+      for (std::size_t back = 0; back <= keyLen + 1; ++back) {
+        const std::size_t place = reads * kSearchReadBytes - back;
+        std::string content(reads * kSearchReadBytes + 200, '.');
         content.replace(place, keyLen, key);
         const ScratchFile scratch(content);
         ViewFile file = FileOf(scratch.Path(), static_cast<FilePos>(content.size()));
-        ASSERT_EQ(Search(file, key, false, 0), static_cast<FilePos>(place)) << keyLen;
-        ASSERT_EQ(Search(file, key, false, static_cast<FilePos>(place)), static_cast<FilePos>(place));
-        ASSERT_EQ(Search(file, key, true, static_cast<FilePos>(place) + 1), kSearchNoHit);
+        const auto expected = static_cast<FilePos>(place);
+        ASSERT_EQ(Search(file, key, false, 0), expected) << keyLen;
+        ASSERT_EQ(Search(file, key, false, expected), expected) << keyLen;
+        ASSERT_EQ(Search(file, key, true, expected - 1), expected) << keyLen;
+        ASSERT_EQ(Search(file, key, true, expected + 1), kSearchNoHit) << keyLen;
       }
     }
   }
@@ -117,7 +118,7 @@ TEST(SearchFile, EndsOfTheFile) {
     FilePos from;
     FilePos expected;
   };
-  const std::string slice(kSearchSliceBytes, '.');
+  const std::string slice(kSearchReadBytes, '.');
   const Case cases[] = {
       {"empty file", "", -1, "a", 0, kSearchNoHit},
       {"key as long as the file", "hello", -1, "hello", 0, 0},
@@ -126,11 +127,11 @@ TEST(SearchFile, EndsOfTheFile) {
       {"start behind the last place", "xxhello", -1, "hello", 3, kSearchNoHit},
       {"start at the end", "hello", -1, "o", 5, kSearchNoHit},
       {"start far behind the end", "hello", -1, "o", 5000, kSearchNoHit},
-      {"hit ends with the one slice", slice.substr(5) + "hello", -1, "hello", 0, kSearchSliceBytes - 5},
+      {"hit ends with the one slice", slice.substr(5) + "hello", -1, "hello", 0, kSearchReadBytes - 5},
       {"no key", "hello", -1, "", 0, kSearchNoKey},
       {"no key at the end", "hello", -1, "", 6, kSearchNoHit},
       {"grown: bounded by the known length", "..hello", 6, "hello", 0, kSearchNoHit},
-      {"grown: bounded in a later slice", slice + slice + "hello", 2 * kSearchSliceBytes + 4, "hello", 0,
+      {"grown: bounded in a later slice", slice + slice + "hello", 2 * kSearchReadBytes + 4, "hello", 0,
        kSearchNoHit},
       {"shrunk: fewer bytes than the key", "hel", 5000, "hello", 0, kSearchNoHit},
       {"shrunk: to nothing", "", 5000, "hello", 0, kSearchNoHit},
@@ -343,7 +344,7 @@ TEST(MarkAll, IsOnePass) {
     if (c.readsAll) {
       EXPECT_EQ(read, std::int64_t{kLength});
     } else {
-      EXPECT_LE(read, std::int64_t{64} * 1000 + kSearchSliceBytes);
+      EXPECT_LE(read, std::int64_t{64} * 1000 + kSearchReadBytes);
     }
   }
 }

@@ -15,7 +15,9 @@ Pixel BackgroundPixel(HWND window) {
 }
 
 bool PaintPending(HWND window) {
-  return window->shown && !window->destroyed && !window->update.isEmpty();
+  // A minimized window was told the size 0 and would paint nothing; its update region waits.
+  const bool minimized = window->toldState == SIZE_MINIMIZED;
+  return window->shown && !minimized && !window->destroyed && !window->update.isEmpty();
 }
 
 void HandOver(HWND window) {
