@@ -54,6 +54,36 @@ TEST(Faults, SmallAndOddFiles) {
   }
 }
 
+// A line of 300 MB, and bytes of any value: each key leads somewhere, and pages down and up come back.
+TEST(Faults, ALineOfAnyLengthAndBytesOfAnyValue) {
+  std::mt19937 random(8);
+  std::string bytes(400000, ' ');
+  for (char& byte : bytes)
+    byte = static_cast<char>(random());
+  const ScratchFile noise(bytes);
+  const ScratchFile line("start");
+  std::filesystem::resize_file(line.Path(), 300000000);
+  for (const std::string& path : {noise.Path(), line.Path()}) {
+    for (std::vector<std::string> words : kVariants) {
+      words.push_back(path);
+      Viewer viewer(words);
+      platform_testing::DragThumb(viewer.Window(), SB_VERT, MainState.File.Flen / 2);
+      viewer.Pump();
+      const FilePos middle = Viewer::Top();
+      if (path == line.Path()) {
+        viewer.Key(VK_NEXT, 0, 12);
+        EXPECT_GT(Viewer::Top(), middle);
+        viewer.Key(VK_PRIOR, 0, 12);
+        EXPECT_EQ(Viewer::Top(), middle) << words[0];
+      }
+      for (const int key : kAllKeys) {
+        viewer.Key(key);
+        ASSERT_FALSE(Viewer::ErrorPage()) << path << ", key " << key << " " << words[0];
+      }
+    }
+  }
+}
+
 TEST(Faults, APathThatIsNoFileIsAskedForAndNeverHangs) {
   const std::filesystem::path folder =
       std::filesystem::temp_directory_path() / ("quorl faults " + std::to_string(std::random_device()()));
