@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -59,6 +60,32 @@ struct FontAnswer {
   bool italic = false;
 };
 void AnswerNextFontDialog(std::optional<FontAnswer> answer);
+// The next color dialog chooses this, or is cancelled.
+void AnswerNextColorDialog(std::optional<COLORREF> color);
+
+// What a user does in a dialog of the program: steps that run one after the other, each when no message waits
+// any more, in the next dialog that opens. A dialog that is still open after its last step, or that opens
+// without steps, is closed as by its close box.
+using DialogStep = std::function<void(HWND dialog)>;
+void ScriptNextDialog(std::vector<DialogStep> steps);
+// Input for a dialog; what it leads to comes before the next step.
+void TypeText(HWND dialog, const std::string& text);  // into the control with the focus
+void PressDialogKey(HWND dialog, int virtualKey, int keys);
+void ClickControl(HWND dialog, int id);
+void ClickInControl(HWND dialog, int id, int x, int y);  // pixels of the control
+void ChooseRow(HWND dialog, int id, int row);            // of a list, as a click on it does
+struct ControlState {
+  std::string text;
+  bool enabled = false, focused = false;
+  UINT checked = BST_UNCHECKED;
+  int row = -1;  // of the list
+  std::vector<std::string> rows;
+  std::string selected;  // part of the text
+};
+ControlState StateOfControl(HWND dialog, int id);
+
+// Files dropped on a window from another program. False when the window refuses them.
+bool DropFiles(HWND window, const std::vector<std::string>& paths);
 
 // What is on the clipboard, as UTF-8.
 std::string ClipboardText();
@@ -94,7 +121,9 @@ struct Pixels {
   bool operator==(const Pixels&) const = default;
 };
 Pixels ClientPixels(HWND window);
-// The whole window with frame-less menu bar and scroll bars as a PNG file. False when it cannot be written.
+Pixels ControlPixels(HWND dialog, int id);
+// The whole window, or dialog, with menu bar and scroll bars, without its frame, as a PNG file. False when it
+// cannot be written.
 bool SavePicture(HWND window, const std::string& path);
 
 struct Bar {

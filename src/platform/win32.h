@@ -181,8 +181,11 @@ inline constexpr UINT WM_PAINT = 0x000F;
 inline constexpr UINT WM_CLOSE = 0x0010;
 inline constexpr UINT WM_QUIT = 0x0012;
 inline constexpr UINT WM_ERASEBKGND = 0x0014;
+inline constexpr UINT WM_DRAWITEM = 0x002B;
+inline constexpr UINT WM_SETFONT = 0x0030;
 inline constexpr UINT WM_KEYDOWN = 0x0100;
 inline constexpr UINT WM_CHAR = 0x0102;  // control characters only: what accelerators of the ASCII kind need
+inline constexpr UINT WM_INITDIALOG = 0x0110;
 inline constexpr UINT WM_COMMAND = 0x0111;
 inline constexpr UINT WM_TIMER = 0x0113;
 inline constexpr UINT WM_HSCROLL = 0x0114;
@@ -196,6 +199,7 @@ inline constexpr UINT WM_LBUTTONDBLCLK = 0x0203;
 inline constexpr UINT WM_RBUTTONDOWN = 0x0204;
 inline constexpr UINT WM_MOUSEWHEEL = 0x020A;  // touchpads deliver parts of WHEEL_DELTA
 inline constexpr UINT WM_MOUSEHWHEEL = 0x020E;
+inline constexpr UINT WM_DROPFILES = 0x0233;
 inline constexpr UINT WM_USER = 0x0400;
 
 inline constexpr int WHEEL_DELTA = 120;
@@ -293,6 +297,12 @@ DWORD GetModuleFileNameA(HMODULE module, LPSTR path, DWORD size);  // module nul
 // Posted messages come first in, first out; then input; then WM_PAINT while an update region is pending;
 // then timers, each at most once however late. 0 at WM_QUIT.
 BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last);
+inline constexpr UINT PM_NOREMOVE = 0x0000;
+inline constexpr UINT PM_REMOVE = 0x0001;
+// Looks for a message without waiting, for a handler that takes long. Relied on: one number at a time,
+// WM_PAINT, WM_KEYDOWN or WM_CLOSE, of any window; all other messages stay where they are. FALSE when there
+// is none.
+BOOL PeekMessageA(MSG* message, HWND window, UINT first, UINT last, UINT remove);
 BOOL TranslateMessage(const MSG* message);
 LRESULT DispatchMessageA(const MSG* message);
 LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -341,6 +351,10 @@ BOOL EnableMenuItem(HMENU menu, UINT id, UINT flags);
 HMENU GetMenu(HWND window);
 HMENU GetSubMenu(HMENU menu, int position);
 int GetMenuItemCount(HMENU menu);
+UINT GetMenuItemID(HMENU menu, int position);  // 0: a separator; -1 (as UINT): a pull-down, or no such item
+// The item's text as it was given, cut to `size` - 1 bytes; the length copied. MF_BYPOSITION only.
+int GetMenuStringA(HMENU menu, UINT position, LPSTR text, int size, UINT flags);
+BOOL DrawMenuBar(HWND window);
 
 // --- Painting --------------------------------------------------------------------------------------------
 
@@ -431,6 +445,95 @@ struct CHOOSEFONTA {
 // lpLogFont (lfHeight below 0, in pixels) and iPointSize. 0 when the user cancels; nothing has changed then.
 BOOL ChooseFontA(CHOOSEFONTA* choose);
 
+inline constexpr DWORD CC_RGBINIT = 0x00000001;
+struct CHOOSECOLORA {
+  DWORD lStructSize;
+  HWND hwndOwner;
+  HWND hInstance;
+  COLORREF rgbResult;
+  COLORREF* lpCustColors;  // 16, shown and changed by the dialog; all bits set: none
+  DWORD Flags;
+  LPARAM lCustData;
+  void* lpfnHook;
+  LPCSTR lpTemplateName;
+};
+// The toolkit's color dialog, modal to the owner. On OK fills rgbResult. 0 when the user cancels. The custom
+// colors are kept on both roads.
+BOOL ChooseColorA(CHOOSECOLORA* choose);
+
+// --- Dialogs and their controls --------------------------------------------------------------------------
+//
+// A dialog is run by RunDialog (platform/dialog.h). Its procedure gets WM_INITDIALOG (wParam: the control
+// that gets the focus if the result is TRUE; lParam: the creation parameter), WM_COMMAND (low word the
+// control's id, high word its notification, lParam the control), WM_DRAWITEM and what is posted to it. Enter
+// gives WM_COMMAND of the default button, Esc IDCANCEL, closing the dialog's window WM_CLOSE. Notifications
+// tell what the user did, and never what the program did through these calls. Texts of fields and lists are
+// UTF-8.
+
+using DLGPROC = INT_PTR(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
+struct DRAWITEMSTRUCT {
+  UINT CtlType;  // ODT_BUTTON
+  UINT CtlID;
+  UINT itemID;
+  UINT itemAction;
+  UINT itemState;
+  HWND hwndItem;
+  HDC hDC;  // of the control: its upper left corner is 0, 0
+  RECT rcItem;
+  ULONG_PTR itemData;
+};
+inline constexpr UINT ODT_BUTTON = 4;
+
+inline constexpr WORD BN_CLICKED = 0;
+inline constexpr WORD EN_CHANGE = 0x0300;
+inline constexpr WORD CBN_SELCHANGE = 1;
+inline constexpr WORD CBN_EDITCHANGE = 5;
+inline constexpr WORD CBN_CLOSEUP = 8;
+inline constexpr UINT BST_UNCHECKED = 0;
+inline constexpr UINT BST_CHECKED = 1;
+inline constexpr UINT BST_INDETERMINATE = 2;
+
+// Messages that controls understand; those of combo boxes hold for drop-down lists too.
+inline constexpr UINT EM_GETSEL = 0x00B0;     // result: the start in the low, the end in the high word
+inline constexpr UINT EM_SETSEL = 0x00B1;     // wParam start, lParam end; 0, -1 selects all
+inline constexpr UINT EM_LIMITTEXT = 0x00C5;  // characters that the user can type
+inline constexpr UINT CB_LIMITTEXT = 0x0141;
+inline constexpr UINT CB_SETEDITSEL = 0x0142;  // lParam: the start in the low, the end in the high word
+inline constexpr UINT CB_ADDSTRING = 0x0143;
+inline constexpr UINT CB_GETCURSEL = 0x0147;  // CB_ERR: none, or the text was edited since
+inline constexpr UINT CB_GETLBTEXT = 0x0148;
+inline constexpr UINT CB_SETCURSEL = 0x014E;  // -1: none, and the text is emptied
+inline constexpr LRESULT CB_ERR = -1;
+inline constexpr UINT STM_SETICON = 0x0170;
+
+BOOL EndDialog(HWND dialog, INT_PTR result);  // the dialog closes when the handler has returned
+HWND GetDlgItem(HWND dialog, int id);
+HWND GetParent(HWND window);  // of a control: its dialog
+BOOL SetDlgItemTextA(HWND dialog, int id, LPCSTR text);
+UINT GetDlgItemTextA(HWND dialog, int id, LPSTR text, int size);  // the length copied, cut to `size` - 1
+BOOL SetDlgItemInt(HWND dialog, int id, UINT value, BOOL isSigned);
+LRESULT SendDlgItemMessageA(HWND dialog, int id, UINT message, WPARAM wParam, LPARAM lParam);
+// Differs: ticking a radio button clears the others of its group.
+BOOL CheckDlgButton(HWND dialog, int id, UINT state);
+UINT IsDlgButtonChecked(HWND dialog, int id);
+BOOL CheckRadioButton(HWND dialog, int first, int last, int checked);
+BOOL EnableWindow(HWND window, BOOL enable);  // FALSE: it was enabled before
+
+// A procedure in front of a control's own. Relied on: WM_LBUTTONDOWN and WM_KEYDOWN reach it before the
+// control acts on them, and the control acts once the procedure has passed them on by CallWindowProcA.
+inline constexpr int GWLP_WNDPROC = -4;
+LONG_PTR SetWindowLongPtrA(HWND window, int index, LONG_PTR value);  // the former procedure
+LRESULT CallWindowProcA(WNDPROC former, HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+// --- Files dropped on a window ---------------------------------------------------------------------------
+
+struct HDROP__;
+using HDROP = HDROP__*;
+void DragAcceptFiles(HWND window, BOOL accept);
+// Path of file number `index` of a WM_DROPFILES, cut to `size` - 1 bytes; the length copied.
+UINT DragQueryFileA(HDROP drop, UINT index, LPSTR path, UINT size);
+void DragFinish(HDROP drop);
+
 // --- Boxes, beeps, files ---------------------------------------------------------------------------------
 
 inline constexpr UINT MB_OK = 0x0000;
@@ -477,6 +580,8 @@ BOOL GetOpenFileNameA(OPENFILENAMEA* open);
 // Turns bytes of the OEM code page into the Windows-1252 set, one to one; `target` may be `source`. The code
 // page is the one of the locale where that is known, else 437.
 BOOL OemToCharBuffA(LPCSTR source, LPSTR target, DWORD count);
+// The other way round. A character that the code page lacks becomes one that looks like it, else '?'.
+BOOL CharToOemBuffA(LPCSTR source, LPSTR target, DWORD count);
 
 // --- Profile ---------------------------------------------------------------------------------------------
 //

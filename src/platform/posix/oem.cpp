@@ -69,6 +69,14 @@ constexpr StandIn kStandIns[] = {
     {0x25A0, 0x95}, {0x25CA, 'o'},
 };
 
+// ASCII for the upper half of Windows-1252, from 0x80 on.
+constexpr std::string_view kAsciiOfUpper =
+    "E?,f\"._+^%S<O?Z?"
+    "?''\"\"*--~Ts>o?zY"
+    " !cLcY|\x15\"ca<--r_o+23'u\x14.,1o>___?"
+    "AAAAAAACEEEEIIIIDNOOOOOxOUUUUY_saaaaaaaceeeeiiiidnooooo:ouuuuy_y";
+static_assert(kAsciiOfUpper.size() == 128);
+
 std::uint8_t StandInFor(char32_t character) {
   for (const StandIn& entry : kStandIns) {
     if (entry.character == character) {
@@ -93,14 +101,22 @@ std::uint8_t Windows1252Of(char32_t character) {
   return StandInFor(character);
 }
 
-const std::uint8_t* OemTable() {
+// A table that is filled on first use, for the page of the user's locale.
+template <void (*Fill)(const char*, std::uint8_t (&)[256])>
+const std::uint8_t* LocaleTable() {
   static std::uint8_t table[256];
   static const bool filled = [] {
-    FillOemTable(OemCodePageOf(CharacterLocale()), table);
+    Fill(OemCodePageOf(CharacterLocale()), table);
     return true;
   }();
   static_cast<void>(filled);
   return table;
+}
+
+void Translate(const std::uint8_t* table, LPCSTR source, LPSTR target, DWORD count) {
+  for (DWORD i = 0; i < count; ++i) {
+    target[i] = static_cast<char>(table[static_cast<std::uint8_t>(source[i])]);
+  }
 }
 
 }  // namespace
@@ -150,10 +166,34 @@ void FillOemTable(const char* codePage, std::uint8_t (&table)[256]) {
   iconv_close(converter);
 }
 
-BOOL OemToCharBuffA(LPCSTR source, LPSTR target, DWORD count) {
-  const std::uint8_t* const table = OemTable();
-  for (DWORD i = 0; i < count; ++i) {
-    target[i] = static_cast<char>(table[static_cast<std::uint8_t>(source[i])]);
+void FillAnsiTable(const char* codePage, std::uint8_t (&table)[256]) {
+  for (int byte = 0; byte < 256; ++byte) {
+    table[byte] = static_cast<std::uint8_t>(byte);
   }
+  const iconv_t converter = iconv_open(codePage, "UTF-32LE");
+  if (converter == reinterpret_cast<iconv_t>(-1)) {
+    return;
+  }
+  for (int byte = 128; byte < 256; ++byte) {
+    char32_t character = UnicodeOfWindows1252(static_cast<std::uint8_t>(byte));
+    char* from = reinterpret_cast<char*>(&character);
+    char* to = reinterpret_cast<char*>(&table[byte]);
+    std::size_t fromLeft = sizeof character;
+    std::size_t toLeft = 1;
+    if (iconv(converter, &from, &fromLeft, &to, &toLeft) == static_cast<std::size_t>(-1) || toLeft != 0) {
+      table[byte] = static_cast<std::uint8_t>(kAsciiOfUpper[static_cast<std::size_t>(byte) - 128]);
+    }
+    iconv(converter, nullptr, nullptr, nullptr, nullptr);
+  }
+  iconv_close(converter);
+}
+
+BOOL OemToCharBuffA(LPCSTR source, LPSTR target, DWORD count) {
+  Translate(LocaleTable<FillOemTable>(), source, target, count);
+  return TRUE;
+}
+
+BOOL CharToOemBuffA(LPCSTR source, LPSTR target, DWORD count) {
+  Translate(LocaleTable<FillAnsiTable>(), source, target, count);
   return TRUE;
 }

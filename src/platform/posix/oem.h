@@ -1,4 +1,4 @@
-// Which OEM code page the user's locale has, and the table that turns its bytes into the Windows-1252 set.
+// Which OEM code page the user's locale has, and the tables between its bytes and the Windows-1252 set.
 #pragma once
 
 #include <cstdint>
@@ -14,3 +14,8 @@
 // Fills `table` with the Windows-1252 character of each byte of `codePage`. Bytes below 32 stay themselves.
 // A character that Windows-1252 lacks gets a stand-in that looks or sounds like it, else '?'.
 void FillOemTable(const char* codePage, std::uint8_t (&table)[256]);
+
+// Fills `table` with the byte of `codePage` for each Windows-1252 character, the inverse of the above as far
+// as both sets have the character. The lower half stays itself. A character that the page lacks becomes an
+// ASCII one that looks like it, else '?'; a paragraph or section sign the control byte that shows it on a PC.
+void FillAnsiTable(const char* codePage, std::uint8_t (&table)[256]);

@@ -31,21 +31,24 @@ ClientArea::ClientArea(QWidget* parent, HWND owner) : QWidget(parent), owner_(ow
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
 }
 
-void ClientArea::paintEvent(QPaintEvent* event) {
-  QPainter painter(this);
-  if (owner_ == nullptr) {
-    return;
-  }
+void ShowPicture(QWidget& widget, const Surface& surface, const QRegion& region) {
+  QPainter painter(&widget);
   // With a fractional scale the widget's corner need not lie on a pixel; the picture must, to stay sharp.
-  const double ratio = devicePixelRatioF();
+  const double ratio = widget.devicePixelRatioF();
   const QPointF corner = painter.deviceTransform().map(QPointF(0, 0));
   painter.translate((QPointF(std::round(corner.x()), std::round(corner.y())) - corner) / ratio);
   painter.scale(1 / ratio, 1 / ratio);
-  const QImage picture = owner_->surface.View();
-  for (const QRect& part : event->region()) {
+  const QImage picture = surface.View();
+  for (const QRect& part : region) {
     const QRectF scaled(QPointF(part.topLeft()) * ratio, QSizeF(part.size()) * ratio);
     const QRect pixels = scaled.toAlignedRect() & picture.rect();
     painter.drawImage(pixels.topLeft(), picture, pixels);
+  }
+}
+
+void ClientArea::paintEvent(QPaintEvent* event) {
+  if (owner_ != nullptr) {
+    ShowPicture(*this, owner_->surface, event->region());
   }
 }
 

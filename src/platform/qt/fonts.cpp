@@ -181,7 +181,7 @@ const ByteGlyph& GlyphOf(HFONT__& font, std::uint8_t byte) {
 }
 
 int DotsPerInch(HWND window) {
-  return static_cast<int>(std::lround(window->client->logicalDpiY() * window->client->devicePixelRatioF()));
+  return static_cast<int>(std::lround(window->widget->logicalDpiY() * window->widget->devicePixelRatioF()));
 }
 
 }  // namespace platform_qt

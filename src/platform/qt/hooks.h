@@ -6,6 +6,7 @@
 
 #include "platform/win32.h"
 
+class QColorDialog;
 class QFileDialog;
 class QFontDialog;
 class QMessageBox;
@@ -22,6 +23,8 @@ struct Hooks {
   void (*boxShown)(QMessageBox& box, const char* text, const char* caption, UINT style) = nullptr;
   void (*fileDialogShown)(QFileDialog& dialog, const OPENFILENAMEA& open) = nullptr;
   void (*fontDialogShown)(QFontDialog& dialog) = nullptr;
+  void (*colorDialogShown)(QColorDialog& dialog) = nullptr;
+  void (*programDialogShown)(HWND dialog) = nullptr;
   void (*beeped)(UINT type) = nullptr;
   bool timersStandStill = false;
 };

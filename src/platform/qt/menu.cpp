@@ -103,6 +103,12 @@ bool DeleteCommand(HMENU menu, UINT id) {
   return false;
 }
 
+const MenuEntry* EntryAt(HMENU menu, int position) {
+  const bool exists =
+      menu != nullptr && position >= 0 && static_cast<std::size_t>(position) < menu->entries.size();
+  return exists ? &menu->entries[static_cast<std::size_t>(position)] : nullptr;
+}
+
 // Changes one state bit of an item; the result as CheckMenuItem and EnableMenuItem give it.
 DWORD ChangeState(HMENU menu, UINT id, UINT flags, UINT bit) {
   ReportUnknownBits("menu item state", flags, MF_BYPOSITION | bit);
@@ -190,12 +196,34 @@ HMENU GetMenu(HWND window) {
 }
 
 HMENU GetSubMenu(HMENU menu, int position) {
-  if (menu == nullptr || position < 0 || static_cast<std::size_t>(position) >= menu->entries.size()) {
-    return nullptr;
-  }
-  return menu->entries[static_cast<std::size_t>(position)].popup;
+  const MenuEntry* const entry = EntryAt(menu, position);
+  return entry != nullptr ? entry->popup : nullptr;
 }
 
 int GetMenuItemCount(HMENU menu) {
   return menu != nullptr ? static_cast<int>(menu->entries.size()) : -1;
+}
+
+UINT GetMenuItemID(HMENU menu, int position) {
+  const MenuEntry* const entry = EntryAt(menu, position);
+  return entry != nullptr && entry->popup == nullptr ? entry->id : static_cast<UINT>(-1);
+}
+
+int GetMenuStringA(HMENU menu, UINT position, LPSTR text, int size, UINT flags) {
+  ReportUnknownBits("GetMenuStringA", flags ^ MF_BYPOSITION, 0);
+  const MenuEntry* const entry = EntryAt(menu, static_cast<int>(position));
+  if (entry == nullptr || size < 1) {
+    return 0;
+  }
+  const std::size_t length = entry->text.copy(text, static_cast<std::size_t>(size) - 1);
+  text[length] = '\0';
+  return static_cast<int>(length);
+}
+
+BOOL DrawMenuBar(HWND window) {
+  if (!IsWindowAlive(window) || window->menu == nullptr) {
+    return FALSE;
+  }
+  BuildMenuBar(window);
+  return TRUE;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "platform/qt/program_dialog.h"
 #include "platform/qt/queue.h"
 #include "platform/qt/window.h"
 
@@ -23,7 +24,15 @@ std::vector<Modal>& Modals() {
 }  // namespace
 
 QWidget* ParentFor(HWND owner) {
-  return IsWindowAlive(owner) && owner->shown ? owner->frame : nullptr;
+  if (!IsWindowAlive(owner)) {
+    return nullptr;
+  }
+  QWidget* const window = owner->widget->window();
+  // What a dialog asks before it stands on the screen belongs to the window behind it.
+  if (!IsMainWindow(owner) && !window->isVisible()) {
+    return window->parentWidget();
+  }
+  return owner->shown ? window : nullptr;
 }
 
 void StartModal(QDialog& dialog, HWND owner) {
@@ -55,10 +64,29 @@ void FinishModal(QDialog& dialog) {
   std::erase_if(Modals(), [&dialog](const Modal& modal) { return modal.dialog == &dialog; });
 }
 
+bool HasModalOver(HWND dialog) {
+  const std::vector<Modal>& modals = Modals();
+  auto at = std::find_if(modals.begin(), modals.end(),
+                         [dialog](const Modal& modal) { return modal.dialog == dialog->dialog; });
+  // Those that came up later stand behind it in the list.
+  return std::any_of(at, modals.end(), [dialog](const Modal& modal) {
+    return modal.dialog != dialog->dialog && modal.dialog->isVisible() &&
+           (modal.owner == dialog || modal.owner == nullptr);
+  });
+}
+
+// What a dialog of the program has opened goes with it.
+static void EndThoseOver(QDialog& dialog) {
+  if (auto* const program = dynamic_cast<ProgramDialog*>(&dialog)) {
+    EndModalsOf(program->Handle());
+  }
+}
+
 void EndModalsOf(HWND owner) {
   const std::vector<Modal> modals = Modals();
   for (const Modal& modal : modals) {
     if (modal.owner == owner) {
+      EndThoseOver(*modal.dialog);
       // The dialog lives on the stack of its caller and must not go with its parent.
       modal.dialog->setParent(nullptr);
       modal.dialog->done(QDialog::Rejected);

@@ -25,6 +25,9 @@ void RunModal(QDialog& dialog, HWND owner, Shown shown) {
   FinishModal(dialog);
 }
 
+// Whether a dialog that this one owns, or that nobody owns, keeps the user from it.
+[[nodiscard]] bool HasModalOver(HWND dialog);
+
 // Ends the dialogs of a window that is about to go.
 void EndModalsOf(HWND owner);
 

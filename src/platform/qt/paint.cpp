@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "platform/qt/hooks.h"
+#include "platform/qt/program_dialog.h"
 #include "platform/qt/window.h"
 #include "platform/testing.h"
 
@@ -24,11 +25,11 @@ void HandOver(HWND window) {
   if (window->unshown.isEmpty()) {
     return;
   }
-  const double ratio = window->client->devicePixelRatioF();
+  const double ratio = window->widget->devicePixelRatioF();
   const QRect bounds = window->unshown.boundingRect();
   const QRectF logical(QPointF(bounds.topLeft()) / ratio, QSizeF(bounds.size()) / ratio);
   window->unshown = QRegion();
-  window->client->update(logical.toAlignedRect());
+  window->widget->update(logical.toAlignedRect());
 }
 
 namespace {
@@ -88,6 +89,14 @@ int ReleaseDC(HWND, HDC dc) {
 BOOL InvalidateRect(HWND window, const RECT* rect, BOOL erase) {
   if (!IsWindowAlive(window)) {
     return FALSE;
+  }
+  if (window->dialog != nullptr) {
+    // A dialog as such has no picture; its controls have.
+    assert(rect == nullptr && "a dialog is drawn anew as a whole");
+    for (const Control& control : window->dialog->Controls()) {
+      InvalidateRect(control.handle, nullptr, erase);
+    }
+    return TRUE;
   }
   Invalidate(window, rect != nullptr ? RectOf(*rect) : window->surface.Bounds(), erase != FALSE);
   return TRUE;

@@ -11,6 +11,7 @@
 #include <optional>
 #include <vector>
 
+#include "platform/qt/controls.h"
 #include "platform/qt/hooks.h"
 #include "platform/qt/scroll_bar.h"
 #include "platform/qt/window.h"
@@ -130,6 +131,7 @@ void SyncSizes() {
       SyncSize(window);
     }
   }
+  SyncOwnerDrawn();
 }
 
 bool TakePosted(MSG& message) {
@@ -168,14 +170,22 @@ bool TakeInput(MSG& message) {
   return true;
 }
 
-bool TakePaint(MSG& message) {
-  for (HWND window : AllWindows()) {
-    if (PaintPending(window)) {
-      message = MessageOf(window, WM_PAINT, 0, 0);
-      return true;
+HWND WindowToPaint() {
+  for (const std::vector<HWND>* windows : {&AllWindows(), &AllDialogParts()}) {
+    const auto found = std::find_if(windows->begin(), windows->end(), PaintPending);
+    if (found != windows->end()) {
+      return *found;
     }
   }
-  return false;
+  return nullptr;
+}
+
+bool TakePaint(MSG& message) {
+  const HWND window = WindowToPaint();
+  if (window != nullptr) {
+    message = MessageOf(window, WM_PAINT, 0, 0);
+  }
+  return window != nullptr;
 }
 
 bool TakeTimer(MSG& message) {
@@ -190,6 +200,28 @@ bool TakeTimer(MSG& message) {
   }
   first->due = now + first->interval;
   message = MessageOf(first->window, WM_TIMER, first->id, 0);
+  return true;
+}
+
+const MSG& MessageIn(const MSG& entry) {
+  return entry;
+}
+const MSG& MessageIn(const InputMessage& entry) {
+  return entry.message;
+}
+
+// The first message of a number, taken out or only looked at.
+template <typename Entries>
+bool TakeFrom(Entries& entries, UINT number, UINT remove, MSG& message) {
+  const auto found = std::find_if(entries.begin(), entries.end(),
+                                  [number](const auto& entry) { return MessageIn(entry).message == number; });
+  if (found == entries.end()) {
+    return false;
+  }
+  message = MessageIn(*found);
+  if (remove == PM_REMOVE) {
+    entries.erase(found);
+  }
   return true;
 }
 
@@ -278,8 +310,7 @@ void ForgetWindow(HWND window) {
 }
 
 bool QueueIsIdle() {
-  return queue.posted.empty() && queue.input.empty() && !queue.quit &&
-         std::none_of(AllWindows().begin(), AllWindows().end(), PaintPending);
+  return queue.posted.empty() && queue.input.empty() && !queue.quit && WindowToPaint() == nullptr;
 }
 
 bool HasTimer(HWND window, UINT_PTR id) {
@@ -305,6 +336,23 @@ BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last) {
   static_cast<void>(first);
   static_cast<void>(last);
   return TakeMessage(*message, true) == Taken::quit ? FALSE : TRUE;
+}
+
+BOOL PeekMessageA(MSG* message, HWND window, UINT first, UINT last, UINT remove) {
+  assert(window == nullptr && first == last && "looked for by its number");
+  static_cast<void>(window);
+  static_cast<void>(last);
+  if (Clock::now() - queue.lastPump > kLongestWithoutToolkit) {
+    PumpToolkit(false);
+    SyncSizes();
+  }
+  if (first == WM_PAINT) {
+    return TakePaint(*message) ? TRUE : FALSE;
+  }
+  if (TakeFrom(queue.posted, first, remove, *message) || TakeFrom(queue.input, first, remove, *message)) {
+    return TRUE;
+  }
+  return FALSE;
 }
 
 LRESULT DispatchMessageA(const MSG* message) {

@@ -27,14 +27,6 @@ std::vector<DrawCall>& Drawing() {
   return drawing;
 }
 
-Qt::KeyboardModifiers ToolkitModifiers(int keys) {
-  Qt::KeyboardModifiers modifiers = Qt::NoModifier;
-  modifiers.setFlag(Qt::ShiftModifier, (keys & MK_SHIFT) != 0);
-  modifiers.setFlag(Qt::ControlModifier, (keys & MK_CONTROL) != 0);
-  modifiers.setFlag(Qt::AltModifier, (keys & kAlt) != 0);
-  return modifiers;
-}
-
 void SendKey(HWND window, int toolkitKey, int keys, const QString& text) {
   QKeyEvent press(QEvent::KeyPress, toolkitKey, ToolkitModifiers(keys), text);
   QCoreApplication::sendEvent(window->client, &press);
@@ -43,6 +35,14 @@ void SendKey(HWND window, int toolkitKey, int keys, const QString& text) {
 }
 
 }  // namespace
+
+Qt::KeyboardModifiers ToolkitModifiers(int keys) {
+  Qt::KeyboardModifiers modifiers = Qt::NoModifier;
+  modifiers.setFlag(Qt::ShiftModifier, (keys & MK_SHIFT) != 0);
+  modifiers.setFlag(Qt::ControlModifier, (keys & MK_CONTROL) != 0);
+  modifiers.setFlag(Qt::AltModifier, (keys & kAlt) != 0);
+  return modifiers;
+}
 
 void StartToolkit(int argc, char** argv) {
   if (ToolkitRuns()) {
@@ -53,6 +53,7 @@ void StartToolkit(int argc, char** argv) {
   qputenv("QT_FONT_DPI", "96");
   hooks.timersStandStill = true;
   HookDialogs();
+  HookProgramDialogs();
   platform_qt::StartToolkit(argc > 0 ? argv[0] : "quorl");
 }
 
@@ -165,6 +166,7 @@ std::int64_t BytesRead() {
 
 void ForgetRecords() {
   ForgetDialogs();
+  ForgetScripts();
   Drawing().clear();
 }
 

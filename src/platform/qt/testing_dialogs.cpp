@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QColorDialog>
 #include <QDialogButtonBox>
 #include <QFile>
 #include <QFileDialog>
@@ -13,6 +14,7 @@
 #include <cstring>
 #include <deque>
 
+#include "platform/qt/gdi.h"
 #include "platform/qt/hooks.h"
 #include "platform/qt/queue.h"
 #include "platform/qt/testing_records.h"
@@ -28,6 +30,7 @@ struct Records {
   std::deque<int> boxAnswers;
   std::deque<std::optional<std::string>> fileAnswers;
   std::deque<std::optional<FontAnswer>> fontAnswers;
+  std::deque<std::optional<COLORREF>> colorAnswers;
 };
 
 Records records;
@@ -112,12 +115,21 @@ void TakeFontDialog(QFontDialog& dialog) {
   PressLater(dialog, answer ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel);
 }
 
+void TakeColorDialog(QColorDialog& dialog) {
+  const auto answer = TakeAnswer<std::optional<COLORREF>>(records.colorAnswers, std::nullopt);
+  if (answer) {
+    dialog.setCurrentColor(QColor(platform_qt::PixelOf(*answer)));
+  }
+  PressLater(dialog, answer ? QDialogButtonBox::Ok : QDialogButtonBox::Cancel);
+}
+
 }  // namespace
 
 void HookDialogs() {
   platform_qt::hooks.boxShown = TakeBox;
   platform_qt::hooks.fileDialogShown = TakeFileDialog;
   platform_qt::hooks.fontDialogShown = TakeFontDialog;
+  platform_qt::hooks.colorDialogShown = TakeColorDialog;
   platform_qt::hooks.beeped = [](UINT type) { records.beeps.push_back(type); };
 }
 
@@ -143,6 +155,10 @@ const std::vector<FileDialog>& FileDialogs() {
 
 void AnswerNextFontDialog(std::optional<FontAnswer> answer) {
   records.fontAnswers.push_back(std::move(answer));
+}
+
+void AnswerNextColorDialog(std::optional<COLORREF> color) {
+  records.colorAnswers.push_back(color);
 }
 
 std::string ClipboardText() {

@@ -95,7 +95,7 @@ Pixels ClientPixels(HWND window) {
 }
 
 bool SavePicture(HWND window, const std::string& path) {
-  return window->frame->grab().save(QString::fromStdString(path), "PNG");
+  return window->widget->window()->grab().save(QString::fromStdString(path), "PNG");
 }
 
 Bar ScrollBarOf(HWND window, int bar) {

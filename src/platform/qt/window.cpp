@@ -11,6 +11,7 @@
 #include "platform/qt/cursor.h"
 #include "platform/qt/menu.h"
 #include "platform/qt/modal.h"
+#include "platform/qt/program_dialog.h"
 #include "platform/qt/queue.h"
 #include "platform/qt/unknown.h"
 
@@ -32,6 +33,11 @@ std::vector<HWND>& Windows() {
   return windows;
 }
 
+std::vector<HWND>& DialogParts() {
+  static std::vector<HWND> parts;
+  return parts;
+}
+
 const WindowClass* FindClass(const char* name) {
   const auto found = std::find_if(Classes().begin(), Classes().end(),
                                   [name](const WindowClass& entry) { return entry.name == name; });
@@ -48,6 +54,7 @@ WPARAM StateOf(HWND window) {
 void BuildFrame(HWND window, DWORD style) {
   window->frame = new Frame(window);
   window->client = new ClientArea(window->frame, window);
+  window->widget = window->client;
   window->menuBar = new QMenuBar(window->frame);
   window->bars[SB_VERT] = new ScrollBar(window->frame, window, SB_VERT);
   window->bars[SB_HORZ] = new ScrollBar(window->frame, window, SB_HORZ);
@@ -100,17 +107,37 @@ void Reap(HWND window) {
 
 }  // namespace
 
-bool IsWindowAlive(HWND window) {
+bool IsMainWindow(HWND window) {
   return std::find(Windows().begin(), Windows().end(), window) != Windows().end() && !window->destroyed;
+}
+
+bool IsWindowAlive(HWND window) {
+  return IsMainWindow(window) ||
+         std::find(DialogParts().begin(), DialogParts().end(), window) != DialogParts().end();
 }
 
 const std::vector<HWND>& AllWindows() {
   return Windows();
 }
 
+const std::vector<HWND>& AllDialogParts() {
+  return DialogParts();
+}
+
+void AddDialogPart(HWND window) {
+  DialogParts().push_back(window);
+}
+
+void RemoveDialogPart(HWND window) {
+  std::erase(DialogParts(), window);
+}
+
 LRESULT CallProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (!IsWindowAlive(window)) {
     return 0;
+  }
+  if (message == kHeldInput) {
+    return DeliverHeld(window, lParam);
   }
   ++window->running;
   const LRESULT result = window->windowClass.procedure(window, message, wParam, lParam);
@@ -121,9 +148,9 @@ LRESULT CallProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 QSize ClientSize(HWND window) {
-  const double ratio = window->client->devicePixelRatioF();
-  return {static_cast<int>(std::lround(window->client->width() * ratio)),
-          static_cast<int>(std::lround(window->client->height() * ratio))};
+  const double ratio = window->widget->devicePixelRatioF();
+  return {static_cast<int>(std::lround(window->widget->width() * ratio)),
+          static_cast<int>(std::lround(window->widget->height() * ratio))};
 }
 
 void SyncSize(HWND window) {
@@ -225,7 +252,7 @@ HWND CreateWindowExA(DWORD exStyle, LPCSTR className, LPCSTR caption, DWORD styl
 }
 
 BOOL DestroyWindow(HWND window) {
-  if (!IsWindowAlive(window)) {
+  if (!IsMainWindow(window)) {
     return FALSE;
   }
   ++window->running;
@@ -241,7 +268,7 @@ BOOL DestroyWindow(HWND window) {
 }
 
 BOOL ShowWindow(HWND window, int show) {
-  if (!IsWindowAlive(window)) {
+  if (!IsMainWindow(window)) {
     return FALSE;
   }
   Frame& frame = *window->frame;
@@ -276,16 +303,20 @@ BOOL ShowWindow(HWND window, int show) {
 }
 
 BOOL IsIconic(HWND window) {
-  return IsWindowAlive(window) && window->frame->isMinimized() ? TRUE : FALSE;
+  return IsMainWindow(window) && window->frame->isMinimized() ? TRUE : FALSE;
 }
 
 BOOL SetWindowTextA(HWND window, LPCSTR text) {
   if (!IsWindowAlive(window)) {
     return FALSE;
   }
+  if (window->control != nullptr) {
+    SetTextOf(*window->control, text);
+    return TRUE;
+  }
   window->caption = text;
   // The toolkit takes "[*]" for its own mark, and its doubling for the characters themselves.
-  window->frame->setWindowTitle(QString::fromStdString(window->caption).replace("[*]", "[*][*]"));
+  window->widget->window()->setWindowTitle(QString::fromStdString(window->caption).replace("[*]", "[*][*]"));
   return TRUE;
 }
 
@@ -293,8 +324,13 @@ int GetWindowTextA(HWND window, LPSTR text, int size) {
   if (!IsWindowAlive(window) || size <= 0) {
     return 0;
   }
-  const std::size_t length = std::min(window->caption.size(), static_cast<std::size_t>(size) - 1);
-  std::memcpy(text, window->caption.data(), length);
+  const std::string whole = window->control != nullptr ? TextOf(*window->control) : window->caption;
+  std::size_t length = std::min(whole.size(), static_cast<std::size_t>(size) - 1);
+  // Cut between characters.
+  while (length < whole.size() && length > 0 && (static_cast<unsigned char>(whole[length]) & 0xC0) == 0x80) {
+    --length;
+  }
+  std::memcpy(text, whole.data(), length);
   text[length] = '\0';
   return static_cast<int>(length);
 }
@@ -302,7 +338,7 @@ int GetWindowTextA(HWND window, LPSTR text, int size) {
 BOOL SetWindowPos(HWND window, HWND after, int, int, int, int, UINT flags) {
   assert((flags & (SWP_NOMOVE | SWP_NOSIZE)) == (SWP_NOMOVE | SWP_NOSIZE));
   ReportUnknownBits("SetWindowPos", flags, SWP_NOMOVE | SWP_NOSIZE);
-  if (!IsWindowAlive(window)) {
+  if (!IsMainWindow(window)) {
     return FALSE;
   }
   Frame& frame = *window->frame;
@@ -329,9 +365,16 @@ HWND SetFocus(HWND window) {
       former = other;
     }
   }
-  if (IsWindowAlive(window)) {
+  for (HWND other : AllDialogParts()) {
+    if (other->widget->hasFocus()) {
+      former = other;
+    }
+  }
+  if (IsMainWindow(window)) {
     window->frame->activateWindow();
     window->client->setFocus();
+  } else if (IsWindowAlive(window)) {
+    window->widget->setFocus();
   }
   return former;
 }
@@ -340,7 +383,7 @@ BOOL GetClientRect(HWND window, RECT* rect) {
   if (!IsWindowAlive(window)) {
     return FALSE;
   }
-  const QSize size = window->frame->isMinimized() ? QSize(0, 0) : ClientSize(window);
+  const QSize size = IsIconic(window) != FALSE ? QSize(0, 0) : ClientSize(window);
   *rect = {0, 0, size.width(), size.height()};
   return TRUE;
 }
@@ -350,7 +393,7 @@ ULONG_PTR SetClassLongPtrA(HWND window, int index, LONG_PTR value) {
     ReportUnknown("SetClassLongPtrA", static_cast<std::uint64_t>(index));
     return 0;
   }
-  if (!IsWindowAlive(window)) {
+  if (!IsMainWindow(window)) {
     return 0;
   }
   const HCURSOR former = window->classCursor;

@@ -18,6 +18,9 @@
 
 namespace platform_qt {
 
+class ProgramDialog;
+struct Control;
+
 class ClientArea : public QWidget {
  public:
   ClientArea(QWidget* parent, HWND owner);
@@ -34,6 +37,8 @@ class ClientArea : public QWidget {
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   void NoteSeen();
@@ -65,8 +70,14 @@ struct WindowClass {
 
 }  // namespace platform_qt
 
+// A top-level window, a dialog, or a control of a dialog.
 struct HWND__ {
   platform_qt::WindowClass windowClass;
+  QWidget* widget = nullptr;                     // the client area, the dialog, or the control
+  platform_qt::ProgramDialog* dialog = nullptr;  // of a dialog
+  platform_qt::Control* control = nullptr;       // of a control
+
+  // Of a top-level window alone.
   platform_qt::Frame* frame = nullptr;
   platform_qt::ClientArea* client = nullptr;
   QMenuBar* menuBar = nullptr;
@@ -92,8 +103,16 @@ struct HWND__ {
 
 namespace platform_qt {
 
+// Of any kind.
 [[nodiscard]] bool IsWindowAlive(HWND window);
+// A top-level window that is alive.
+[[nodiscard]] bool IsMainWindow(HWND window);
+// The top-level windows.
 [[nodiscard]] const std::vector<HWND>& AllWindows();
+// The dialogs that are up, and their controls.
+[[nodiscard]] const std::vector<HWND>& AllDialogParts();
+void AddDialogPart(HWND window);
+void RemoveDialogPart(HWND window);
 
 // Calls the window procedure; the record outlives the call. 0 when there is no such window.
 LRESULT CallProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -108,6 +127,8 @@ void SetBarShown(HWND window, int bar, bool shown);
 
 // The pixel that the class background has.
 [[nodiscard]] Pixel BackgroundPixel(HWND window);
+// Copies a picture of device pixels to the widget that shows it.
+void ShowPicture(QWidget& widget, const Surface& picture, const QRegion& region);
 // Tells the toolkit what was drawn since the last time.
 void HandOver(HWND window);
 // Sends WM_PAINT when something is pending. Result: whether it was.

@@ -1,0 +1,58 @@
+// Dialogs from templates that are data. Win32 takes a template as a resource or as packed words, so running
+// one is an operation of this layer's own; all that happens inside the dialog is Win32's (win32.h).
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+#include "platform/win32.h"
+
+enum class ControlKind : std::uint8_t {
+  label,  // & marks a mnemonic that leads to the next control that takes the focus
+  group,  // a frame with a title
+  edit,
+  readOnlyEdit,
+  button,
+  defaultButton,
+  checkBox,
+  threeState,
+  radio,  // those from one kGroupStart to the next exclude each other
+  comboBox,
+  dropDownList,
+  listBox,
+  ownerDrawn,  // a button that the program draws at WM_DRAWITEM
+  icon,        // shows what STM_SETICON gives it
+};
+
+// Style bits of a control.
+inline constexpr unsigned kGroupStart = 1;
+inline constexpr unsigned kDisabled = 2;
+inline constexpr unsigned kNoTabStop = 4;  // of a kind that would have one
+inline constexpr unsigned kRightText = 8;  // a label that stands at the right of its place
+inline constexpr unsigned kCenterText = 16;
+
+// The id of a control that the program never asks for.
+inline constexpr int kNoId = 0xFFFF;
+
+// Places and sizes are dialog units: a quarter of the average width, and an eighth of the height, of a
+// character of the dialog's font, which is the desktop's. In `text`, & marks a mnemonic.
+struct ControlTemplate {
+  ControlKind kind;
+  int id;
+  const char* text;
+  std::int16_t x, y, width, height;
+  unsigned style = 0;
+};
+
+// The controls stand in tab order. Without a default button, Enter does nothing.
+struct DialogTemplate {
+  const char* name;
+  const char* caption;
+  std::int16_t width, height;
+  std::span<const ControlTemplate> controls;
+};
+
+// Runs a dialog, modal to `owner` (may be null), until its procedure calls EndDialog; the layer's message
+// loop runs behind it. The result is that of EndDialog; -1 when the dialog could not be shown, or the program
+// ends meanwhile.
+INT_PTR RunDialog(const DialogTemplate& dialog, HWND owner, DLGPROC procedure, LPARAM param);
