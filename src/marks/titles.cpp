@@ -1,17 +1,8 @@
 #include "marks/titles.h"
 
+#include <algorithm>
 #include <cassert>
 #include <new>
-
-namespace {
-
-void ResetTitles(TitleSet& titles) {
-  titles.Lines.Acur = titles.Lines.Afirst = titles.Lines.Alast = 0;
-  titles.Lines.Aline[0] = LineEntry{};
-  titles.Text.Tend = 0;
-}
-
-}  // namespace
 
 int LockTitles(TitleSet& titles, bool reset) {
   const bool fresh = titles.Lines.Aline == nullptr || titles.Text.Tbuf == nullptr;
@@ -33,14 +24,47 @@ void UnlockTitles(TitleSet& titles) {
   static_cast<void>(titles);
 }
 
+void ResetTitles(TitleSet& titles) {
+  titles.Lines.Acur = titles.Lines.Afirst = titles.Lines.Alast = 0;
+  titles.Lines.Aline[0] = LineEntry{};
+  titles.Text.Tend = 0;
+}
+
 void FreeTitles(TitleSet& titles) {
   delete[] titles.Lines.Aline;
   delete[] titles.Text.Tbuf;
   titles = TitleSet{};
 }
 
-int LoadTitles(const char* section, TitleSet& titles) {
-  if (section == nullptr || section[0] == '\0' || titles.Lines.Aline == nullptr) return 0;
-  ResetTitles(titles);
-  return 1;
+bool AppendTitle(TitleSet& titles, FilePos position, const char* text, std::int32_t length) {
+  LineArray& lines = titles.Lines;
+  if (lines.Alast >= kTitleSlots - 1 || titles.Text.Tlen - titles.Text.Tend <= length) return false;
+  LineEntry& entry = lines.Aline[lines.Alast++];
+  entry = LineEntry{};
+  entry.Lpos = position;
+  entry.Ltext = titles.Text.Tend;
+  entry.Llen = length;
+  std::copy_n(text, length, titles.Text.Tbuf + titles.Text.Tend);
+  titles.Text.Tend += length;
+  return true;
+}
+
+void EndTitles(TitleSet& titles, FilePos end) {
+  LineArray& lines = titles.Lines;
+  lines.Aline[lines.Alast] = LineEntry{};
+  lines.Aline[lines.Alast].Lpos = end;
+  lines.Acur = lines.Afirst;
+}
+
+void FreezeLines(TitleSet& titles, const LineArray& lines, const TextBuffer& text, FilePos start,
+                 FilePos end) {
+  FilePos last = -1;
+  for (int i = lines.Afirst; i < lines.Alast; ++i) {
+    const LineEntry& line = lines.Aline[i];
+    if (line.Lpos >= end || lines.Aline[i + 1].Lpos <= start) continue;
+    const std::int32_t length = std::max(line.Llen, 0);
+    if (!AppendTitle(titles, line.Lpos, text.Tbuf + line.Ltext, length)) break;
+    last = line.Lpos;
+  }
+  EndTitles(titles, last + 1);
 }

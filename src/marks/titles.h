@@ -22,9 +22,21 @@ struct TitleSet {
 // Ends a use. The set must be at rest: the first title at index 0, and 15 titles at most.
 void UnlockTitles(TitleSet& titles);
 
+// Empties the set.
+void ResetTitles(TitleSet& titles);
+
 // Gives the storage back; no titles are left.
 void FreeTitles(TitleSet& titles);
 
-// Reads the titles of a profile section, which replace those in the set: none, as long as no profile is
-// read. Result 1; 0 when the section has no name or the set no storage.
-int LoadTitles(const char* section, TitleSet& titles);
+// Adds a title behind the others. False, with the set as it was, when 15 stand in it, or when the text has no
+// room for `length` more bytes.
+[[nodiscard]] bool AppendTitle(TitleSet& titles, FilePos position, const char* text, std::int32_t length);
+
+// Writes the entry that ends the titles, and puts the set at rest.
+void EndTitles(TitleSet& titles, FilePos end);
+
+// Makes titles of the lines that the bytes from `start` up to `end` touch, each as a whole, as they stand in
+// `lines` and `text`: as many as there is room for, and none beyond the run. The set must be locked and
+// empty.
+void FreezeLines(TitleSet& titles, const LineArray& lines, const TextBuffer& text, FilePos start,
+                 FilePos end);

@@ -2,6 +2,7 @@
 
 #include "settings/colors.h"
 #include "settings/profile_values.h"
+#include "settings/title_group.h"
 
 int LoadDefaults(Settings& settings) {
   LoadOptions("Quorl", GROUP_ALL & ~(GROUP_PAGE | GROUP_PRINTER | GROUP_COLORS | GROUP_SHADES), settings);
@@ -10,9 +11,13 @@ int LoadDefaults(Settings& settings) {
   return 1;
 }
 
+std::int32_t SetupGroups(const char* profile, const char* section) {
+  const std::int32_t mask = ReadProfileInt(profile, section, "SaveOptions", 0);
+  return mask == 0 ? GROUP_ALL : mask;
+}
+
 int LoadSetup(const char* section, TitleSet* titles, Settings& settings) {
-  const std::int32_t mask = ReadProfileInt(settings.ProfilePath, section, "SaveOptions", 0);
-  settings.SaveWhat = mask == 0 ? GROUP_ALL : mask;
+  settings.SaveWhat = SetupGroups(settings.ProfilePath, section);
   return LoadGroups(section, titles, settings.SaveWhat, settings);
 }
 
@@ -20,7 +25,7 @@ int LoadGroups(const char* section, TitleSet* titles, std::int32_t mask, Setting
   LoadOptions(section, mask, settings);
   if ((mask & GROUP_COLORS) != 0) LoadWindowColors(settings.ProfilePath, section);
   if ((mask & GROUP_SHADES) != 0) LoadPrintShades(settings.ProfilePath, section);
-  if ((mask & GROUP_TITLES) != 0 && titles != nullptr) LoadTitles(section, *titles);
+  if ((mask & GROUP_TITLES) != 0 && titles != nullptr) LoadTitles(settings.ProfilePath, section, *titles);
   return 1;
 }
 

@@ -29,8 +29,12 @@ struct Settings : ProfilePlace, AdvancedKeys, FormatOptions, RecentFileList, Rec
 // Reads the default sections. Result 1.
 int LoadDefaults(Settings& settings);
 
-// Reads the setup of `section`; SaveWhat takes its mask. A setup without a mask of its own, and so also one
-// that does not exist, stands for every group. `titles` may be null: then the titles stay. Result 1.
+// The mask of groups that the setup of `section` holds. One without a mask of its own, and so also one that
+// does not exist, stands for every group.
+[[nodiscard]] std::int32_t SetupGroups(const char* profile, const char* section);
+
+// Reads the setup of `section`; SaveWhat takes its mask. `titles` may be null: then the titles stay.
+// Result 1.
 int LoadSetup(const char* section, TitleSet* titles, Settings& settings);
 
 // Reads the groups of `mask` from `section`; the recent files always come from their own. Result 1.

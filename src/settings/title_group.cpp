@@ -1,0 +1,55 @@
+#include "settings/title_group.h"
+
+#include <algorithm>
+#include <string>
+
+#include "platform/profile_batch.h"
+#include "settings/profile_values.h"
+
+namespace {
+
+constexpr std::size_t kLongestTitle = 512;
+
+// A number in the file, of which a hand may have made anything, decides how many keys are deleted.
+constexpr std::int32_t kMostFormerTitles = 1000;
+
+std::string TitleKey(int number) {
+  return "Title" + std::to_string(number);
+}
+
+std::string TitleText(const TitleSet& titles, int index) {
+  const LineEntry& line = titles.Lines.Aline[index];
+  std::string text(titles.Text.Tbuf + line.Ltext,
+                   std::min(static_cast<std::size_t>(line.Llen), kLongestTitle));
+  std::ranges::replace_if(
+      text, [](char byte) { return byte == '\n' || byte == '\r' || byte == '\0'; }, ' ');
+  return text;
+}
+
+}  // namespace
+
+int LoadTitles(const char* profile, const char* section, TitleSet& titles) {
+  if (section == nullptr || section[0] == '\0' || titles.Lines.Aline == nullptr) return 0;
+  ResetTitles(titles);
+  const std::int32_t count = ReadProfileInt(profile, section, "Titles", 0);
+  for (int i = 0; i < count; ++i) {
+    const std::string text = ReadProfileText(profile, section, TitleKey(i + 1).c_str(), "", kLongestTitle);
+    if (!AppendTitle(titles, i, text.data(), static_cast<std::int32_t>(text.size()))) break;
+  }
+  EndTitles(titles, titles.Lines.Alast);
+  return 1;
+}
+
+int SaveTitles(const char* profile, const char* section, const TitleSet* titles) {
+  const ProfileBatch batch(profile);
+  const std::int32_t former = std::min(ReadProfileInt(profile, section, "Titles", 0), kMostFormerTitles);
+  const bool given = titles != nullptr && titles->Lines.Acnt > 0;
+  const int count = given ? titles->Lines.Alast - titles->Lines.Acur : 0;
+  for (int i = 0; i < count; ++i) {
+    WriteProfileText(profile, section, TitleKey(i + 1).c_str(), TitleText(*titles, titles->Lines.Acur + i));
+  }
+  WriteProfileInt(profile, section, "Titles", count);
+  for (int i = count + 1; i <= former; ++i)
+    DeleteProfileKey(profile, section, TitleKey(i).c_str());
+  return 1;
+}

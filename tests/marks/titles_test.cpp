@@ -1,0 +1,78 @@
+#include "marks/titles.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+// A run of lines of ten bytes from offset 100 on, each showing `length` characters.
+struct LineRun {
+  explicit LineRun(int lineCount, int length) : text(static_cast<std::size_t>(lineCount) * length, ' ') {
+    for (int i = 0; i < lineCount; ++i) {
+      entries.push_back({100 + i * 10, i * length, length, 0, LF_TAGMASK});
+      for (int k = 0; k < length; ++k)
+        text[static_cast<std::size_t>(i * length + k)] = static_cast<char>('a' + i % 26);
+    }
+    entries.push_back(SentinelAt(100 + lineCount * 10));
+    lines.Aline = entries.data();
+    lines.Alast = static_cast<std::int16_t>(lineCount);
+    lines.Acnt = static_cast<std::int16_t>(lineCount + 1);
+    buffer.Tbuf = text.data();
+  }
+  std::string text;
+  std::vector<LineEntry> entries;
+  LineArray lines;
+  TextBuffer buffer;
+};
+
+TEST(Titles, AreTheLinesThatTheSelectionTouches) {
+  LineRun run(30, 4);
+  const struct {
+    const char* what;
+    FilePos start, end;
+    int count;
+    FilePos first;
+  } cases[] = {
+      {"nothing but a byte in the middle of a line", 115, 116, 1, 110},
+      {"whole lines", 110, 130, 2, 110},
+      {"up to a line's first byte", 110, 131, 3, 110},
+      {"more than there is room for", 100, 400, 15, 100},
+      {"beyond the run at both ends", 0, 121, 3, 100},
+      {"none of the run", 0, 100, 0, -1},
+  };
+  TitleSet titles;
+  for (const auto& c : cases) {
+    ASSERT_EQ(LockTitles(titles, true), 1);
+    FreezeLines(titles, run.lines, run.buffer, c.start, c.end);
+    UnlockTitles(titles);
+    ASSERT_EQ(titles.Lines.Alast, c.count) << c.what;
+    if (c.count == 0) {
+      EXPECT_EQ(titles.Lines.Aline[0].Lpos, 0);
+      continue;
+    }
+    EXPECT_EQ(titles.Lines.Aline[0].Lpos, c.first) << c.what;
+    EXPECT_EQ(titles.Lines.Aline[0].Lflags, 0U) << c.what;
+    EXPECT_EQ(titles.Lines.Aline[c.count].Lpos, titles.Lines.Aline[c.count - 1].Lpos + 1) << c.what;
+    const auto at = static_cast<std::size_t>((c.first - 100) / 10 * 4);
+    EXPECT_EQ(std::string(titles.Text.Tbuf, 4), run.text.substr(at, 4)) << c.what;
+  }
+  FreeTitles(titles);
+}
+
+TEST(Titles, StopWhereTheTextIsFull) {
+  LineRun run(5, 9000);
+  TitleSet titles;
+  ASSERT_EQ(LockTitles(titles, true), 1);
+  FreezeLines(titles, run.lines, run.buffer, 0, 1000);
+  EXPECT_EQ(titles.Lines.Alast, 3);
+  const std::string rest(static_cast<std::size_t>(kTitleText) - 27001, 'r');
+  EXPECT_FALSE(AppendTitle(titles, 0, rest.data(), static_cast<std::int32_t>(rest.size())));
+  EXPECT_TRUE(AppendTitle(titles, 0, rest.data(), static_cast<std::int32_t>(rest.size()) - 1));
+  EndTitles(titles, 1);
+  UnlockTitles(titles);
+  FreeTitles(titles);
+}
+
+}  // namespace

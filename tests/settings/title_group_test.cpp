@@ -1,0 +1,81 @@
+#include "settings/title_group.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+
+#include "tests/scratch.h"
+
+namespace {
+
+class TitleGroup : public testing::Test {
+ protected:
+  TitleGroup() { EXPECT_EQ(LockTitles(titles, true), 1); }
+  ~TitleGroup() override { FreeTitles(titles); }
+
+  void Set(const std::vector<std::string>& texts) {
+    ResetTitles(titles);
+    for (const std::string& text : texts)
+      ASSERT_TRUE(AppendTitle(titles, 7, text.data(), static_cast<std::int32_t>(text.size())));
+    EndTitles(titles, 8);
+  }
+  [[nodiscard]] std::vector<std::string> Texts() const {
+    std::vector<std::string> texts;
+    for (int i = 0; i < titles.Lines.Alast; ++i) {
+      const LineEntry& line = titles.Lines.Aline[i];
+      texts.emplace_back(titles.Text.Tbuf + line.Ltext, static_cast<std::size_t>(line.Llen));
+    }
+    return texts;
+  }
+  [[nodiscard]] std::string Profile() const {
+    std::ifstream in(file);
+    return {std::istreambuf_iterator<char>(in), {}};
+  }
+
+  ScratchFolder folder;
+  std::string file = folder.Path("p.ini");
+  TitleSet titles;
+};
+
+TEST_F(TitleGroup, ComesBackAsItWasSaved) {
+  const std::vector<std::string> lines = {"  Item   Price ", "", "\"quoted\"", "\xE4\x80 1252",
+                                          std::string(512, 'x')};
+  Set(lines);
+  EXPECT_EQ(SaveTitles(file.c_str(), "Titles", &titles), 1);
+  ResetTitles(titles);
+  EXPECT_EQ(LoadTitles(file.c_str(), "Titles", titles), 1);
+  EXPECT_EQ(Texts(), lines);
+  for (int i = 0; i <= titles.Lines.Alast; ++i)
+    EXPECT_EQ(titles.Lines.Aline[i].Lpos, i) << "line numbers, and their count in the end entry";
+}
+
+TEST_F(TitleGroup, IsCutToWhatAProfileLineHolds) {
+  Set({std::string(600, 'x'), std::string("a\0b\r\nc", 6)});
+  SaveTitles(file.c_str(), "Titles", &titles);
+  LoadTitles(file.c_str(), "Titles", titles);
+  EXPECT_EQ(Texts(), (std::vector<std::string>{std::string(512, 'x'), "a b  c"}));
+}
+
+TEST_F(TitleGroup, LeavesNoFormerKeysBehind) {
+  folder.Write("p.ini", "[Titles]\nTitles=2000000000\nTitle2=b\nTitle3=c\nTitle5=e\nOther=o\n");
+  Set({"one", "two"});
+  SaveTitles(file.c_str(), "Titles", &titles);
+  EXPECT_EQ(Profile(), "[Titles]\nTitles=2\nTitle2=two\nOther=o\nTitle1=one\n");
+  SaveTitles(file.c_str(), "Titles", nullptr);
+  EXPECT_EQ(Profile(), "[Titles]\nTitles=0\nOther=o\n");
+}
+
+TEST_F(TitleGroup, LoadsFifteenOfAnyNumber) {
+  std::string profile = "[Setup: x]\nTitles=2147483647\n";
+  for (int i = 1; i <= 20; ++i)
+    profile += "Title" + std::to_string(i) + "=t" + std::to_string(i) + "\n";
+  folder.Write("p.ini", profile);
+  EXPECT_EQ(LoadTitles(file.c_str(), "Setup: x", titles), 1);
+  EXPECT_EQ(Texts().size(), 15U);
+  EXPECT_EQ(Texts().back(), "t15");
+  EXPECT_EQ(LoadTitles(file.c_str(), "", titles), 0);
+  EXPECT_EQ(Texts().size(), 15U) << "without a section nothing changes";
+}
+
+}  // namespace
