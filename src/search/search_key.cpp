@@ -1,0 +1,134 @@
+#include "search/search_key.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cstring>
+
+#include "engine/char_map.h"
+#include "platform/ansi_text.h"
+#include "platform/win32.h"
+
+namespace {
+
+constexpr const char* kTextName = "Search text";
+
+// Half a byte; -1 for a character that is no hex digit.
+int HexDigit(char character) {
+  if (character >= '0' && character <= '9') return character - '0';
+  if (character >= 'A' && character <= 'F') return character - 'A' + 10;
+  if (character >= 'a' && character <= 'f') return character - 'a' + 10;
+  return -1;
+}
+
+bool ContinuesCharacter(char byte) {
+  return (static_cast<std::uint8_t>(byte) & 0xC0) == 0x80;
+}
+
+// The character of UTF-8 text that begins at byte `at`.
+std::string_view CharacterAt(std::string_view text, std::size_t at) {
+  std::size_t end = at + 1;
+  while (end < text.size() && ContinuesCharacter(text[end]))
+    ++end;
+  return text.substr(at, end - at);
+}
+
+std::ptrdiff_t CountCharacters(std::string_view text) {
+  return std::ranges::count_if(text, [](char byte) { return !ContinuesCharacter(byte); });
+}
+
+}  // namespace
+
+void KeyToFileCode(char* key, ViewOptions formatFlags) {
+  if ((formatFlags & VO_ASCII) != 0) {
+    CharToOemBuffA(key, key, static_cast<DWORD>(std::strlen(key)));
+  } else if ((formatFlags & VO_EBCDIC) != 0) {
+    MapBytes(key, key, static_cast<std::int32_t>(std::strlen(key)), GetEbcdicInverse());
+  }
+}
+
+std::int32_t ParseHexText(std::uint8_t* destination, const char* text, std::int32_t length) {
+  std::int32_t count = 0;
+  bool low = false;  // the next digit is the low half
+  for (std::int32_t i = 0; i < length; ++i) {
+    const int digit = HexDigit(text[i]);
+    if (text[i] == ' ') {
+      if (low) ++count;
+      low = false;
+    } else if (digit < 0) {
+      return -1 - i;
+    } else if (low) {
+      destination[count] = static_cast<std::uint8_t>(destination[count] | digit);
+      ++count;
+      low = false;
+    } else {
+      destination[count] = static_cast<std::uint8_t>(digit * 16);
+      low = true;
+    }
+  }
+  return low ? count + 1 : count;
+}
+
+void MapBytes(char* destination, const char* source, std::int32_t count, const std::uint8_t* table) {
+  count = std::max(count, 0);
+  std::transform(source, source + count, destination,
+                 [table](char byte) { return static_cast<char>(table[static_cast<std::uint8_t>(byte)]); });
+  destination[count] = '\0';
+}
+
+std::string KeyDisplayText(const void* key, std::int32_t count, ViewOptions formatFlags) {
+  assert(count <= kSearchKeyBytes);
+  char shown[kSearchKeyBytes + 1];
+  MapBytes(shown, static_cast<const char*>(key), count, GetCharMap(formatFlags));
+  return AnsiToUtf8(shown);
+}
+
+FieldCheck CheckTextKey(std::string_view text) {
+  const std::ptrdiff_t length = CountCharacters(text);
+  if (length < 1 || length > kSearchChars) {
+    return {false, std::string(kTextName) + " length must be a number between 1 and " +
+                       std::to_string(kSearchChars) + "!"};
+  }
+  for (std::size_t at = 0; at < text.size(); at += CharacterAt(text, at).size()) {
+    const std::string_view character = CharacterAt(text, at);
+    if (!Utf8ToAnsi(character)) {
+      return {false, "Invalid character \"" + std::string(character) + "\" in " + kTextName + "."};
+    }
+  }
+  return {};
+}
+
+std::string TextKeyOf(std::string_view text, ViewOptions formatFlags) {
+  std::string key = Utf8ToAnsi(text).value_or("");
+  KeyToFileCode(key.data(), formatFlags);
+  key.resize(std::strlen(key.c_str()));  // the conversion may have ended it earlier
+  return key;
+}
+
+HexKey ReadHexKey(std::string_view text, std::int32_t least) {
+  HexKey key;
+  const std::ptrdiff_t length = CountCharacters(text);
+  if (length < least || length > kHexDigits) {
+    key.length = {false, "Number of hex digits must be between " + std::to_string(least) + " and " +
+                             std::to_string(kHexDigits) + "!"};
+    return key;
+  }
+  const std::int32_t result = ParseHexText(key.bytes, text.data(), static_cast<std::int32_t>(text.size()));
+  if (result < 0) {
+    // All characters in front of it are of one byte.
+    key.badAt = -1 - result;
+    key.error =
+        "Invalid hex digit \"" + std::string(CharacterAt(text, static_cast<std::size_t>(key.badAt))) + "\"!";
+    return key;
+  }
+  key.count = result;
+  return key;
+}
+
+std::int32_t TouchSearchHistory(char (&list)[kRecentStrings][kRecentStringBytes], std::int32_t& count,
+                                std::int32_t index, char* text) {
+  const auto isText = [text](const char* entry) { return std::strcmp(entry, text) == 0; };
+  const bool isNew = index < 0 && std::none_of(list, list + std::max(count, 0), isText);
+  const std::size_t length = TouchRecentList(list[0], kRecentStrings, kRecentStringBytes, index, text);
+  if (isNew && count < kRecentStrings) ++count;
+  return static_cast<std::int32_t>(length);
+}
