@@ -3,17 +3,20 @@
 #pragma once
 
 #include "platform/win32.h"
+#include "window/about.h"
 #include "window/clipboard.h"
+#include "window/color_dialog.h"
+#include "window/columns.h"
+#include "window/find_commands.h"
 #include "window/fonts.h"
+#include "window/goto_dialog.h"
 #include "window/marking.h"
 #include "window/opening.h"
+#include "window/titles.h"
 
 LRESULT ExitCommand(UINT id);
 
-// Gives up the frozen columns.
-LRESULT ClearColumnsCommand(UINT id);
-
-// Help cannot start, as long as there is no help book: a beep.
+// Opens the help book at its contents, or at the keys.
 LRESULT HelpCommand(UINT id);
 
 // Switches to the format of the command; each format keeps an option word of its own.

@@ -4,10 +4,11 @@
 #include "resources/menu.h"
 #include "settings/setups.h"
 #include "window/command_table.h"
+#include "window/help.h"
 #include "window/main_window_state.h"
 #include "window/navigation.h"
 #include "window/private_messages.h"
-#include "window/title_storage.h"
+#include "window/titles.h"
 
 namespace {
 
@@ -67,14 +68,8 @@ LRESULT ExitCommand(UINT /*id*/) {
   return 0;
 }
 
-LRESULT ClearColumnsCommand(UINT /*id*/) {
-  MainState.FrozenColumns = 0;
-  RepaintWindow();
-  return 0;
-}
-
-LRESULT HelpCommand(UINT /*id*/) {
-  MessageBeep(MB_ICONEXCLAMATION);
+LRESULT HelpCommand(UINT id) {
+  ShowHelp(id == IDM_HELP_KEYBOARD ? kHelpKeyboard : kHelpContents);
   return 0;
 }
 

@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "platform/profile_batch.h"
 #include "resources/command_ids.h"
 #include "settings/recent_lists.h"
 #include "window/commands.h"
@@ -15,7 +16,7 @@
 #include "window/private_messages.h"
 #include "window/scrolling.h"
 #include "window/selection.h"
-#include "window/title_storage.h"
+#include "window/titles.h"
 
 namespace {
 
@@ -50,14 +51,6 @@ void FreeView() {
   FreeTitles(state.Titles);
 }
 
-void LoadFirstTitles() {
-  MainWindowState& state = MainState;
-  if (!TakeTitles(true)) return;
-  if (state.Letter('V') != 'V') LoadTitles("Titles", state.Titles);
-  if (state.SetupSection[0] != '\0') LoadTitles(state.SetupSection, state.Titles);
-  UnlockTitles(state.Titles);
-}
-
 LRESULT CreateView(HWND window) {
   MainWindowState& state = MainState;
   state.MainWindow = window;
@@ -72,6 +65,7 @@ LRESULT CreateView(HWND window) {
     return 0;
   }
   if (state.MruFiles != 0) AppendRecentSeparator(window);
+  DragAcceptFiles(window, TRUE);
   if (state.SetupSection[0] != '\0') SendMessageA(window, WM_COMMAND, IDM_RELOAD_SETUP, 0);
   return 0;
 }
@@ -92,11 +86,17 @@ LRESULT RunPageIndex(UINT message) {
   return 0;
 }
 
+void SaveRecentLists() {
+  MainWindowState& state = MainState;
+  const ProfileBatch batch(state.ProfilePath);
+  SaveRecentSearches(state, state.MruSearch, state);
+  SaveRecentFiles(state, state.MruFiles, state);
+}
+
 LRESULT DestroyView() {
   MainWindowState& state = MainState;
   RunPageIndex(PG_END);
-  SaveRecentSearches(state, state.MruSearch, state);
-  SaveRecentFiles(state, state.MruFiles, state);
+  SaveRecentLists();
   FreeView();
   if (state.FontIsStock == 0 && state.ViewFont != nullptr) DeleteObject(state.ViewFont);
   state.ViewFont = nullptr;
@@ -148,7 +148,7 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
       return RunCommand(LOWORD(wParam));
     case WM_INITMENUPOPUP:
       if (HIWORD(static_cast<ULONG_PTR>(lParam)) == 0) {
-        UpdatePullDown(reinterpret_cast<HMENU>(wParam), LOWORD(static_cast<ULONG_PTR>(lParam)));
+        UpdatePullDown(window, LOWORD(static_cast<ULONG_PTR>(lParam)));
       }
       break;
     case WM_LBUTTONDOWN:
@@ -166,6 +166,8 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
     case WM_RBUTTONDOWN:
       RightButtonDown();
       return 0;
+    case WM_DROPFILES:
+      return OpenDropped(reinterpret_cast<HDROP>(wParam));
     case WM_TIMER:
       TimerTick(wParam);
       return 0;

@@ -12,6 +12,7 @@
 #include "marks/titles.h"
 #include "pageindex/page_index.h"
 #include "platform/win32.h"
+#include "search/search_engine.h"
 #include "settings/colors.h"
 #include "settings/setups.h"
 #include "window/command_line.h"
@@ -31,6 +32,7 @@ struct MainWindowState : Settings, CommandLineWords {
   TextBuffer Text;
   TagList Tags;
   TitleSet Titles;
+  SearchState Search;
   char DialogFile[kPathBytes] = {};  // the name on its way to WM_FILE_OPEN
 
   // Geometry and position.

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cassert>
+#include <cstring>
 #include <string>
 
 #include "resources/accelerators.h"
@@ -53,6 +54,7 @@ void UpdateEditMenu(HMENU popup) {
   for (const UINT id : {IDM_COPY, IDM_SELECT_ALL, IDM_UNSELECT, IDM_FIND_TEXT, IDM_FIND_HEX, IDM_GOTO}) {
     Enable(popup, id, FileIsOpen());
   }
+  Enable(popup, IDM_FIND_NEXT, FileIsOpen() && SearchIsDefined(MainState.Search));
 }
 
 void UpdateViewMenu(HMENU popup) {
@@ -78,6 +80,16 @@ void UpdateMarkMenu(HMENU popup) {
   }
 }
 
+// Which of the pull-downs stands at a position of the bar, from which the profile may have taken some; -1 for
+// none of them.
+int MenuAt(HMENU bar, int position) {
+  char text[32] = {};
+  GetMenuStringA(bar, static_cast<UINT>(position), text, sizeof text, MF_BYPOSITION);
+  const auto same = [&text](const PullDown& pullDown) { return std::strcmp(pullDown.label, text) == 0; };
+  const auto* const found = std::ranges::find_if(kMenuBar, same);
+  return found == std::end(kMenuBar) ? -1 : static_cast<int>(found - std::begin(kMenuBar));
+}
+
 }  // namespace
 
 HMENU BuildMenuBar() {
@@ -98,16 +110,17 @@ HACCEL BuildAccelerators() {
   return CreateAcceleratorTableA(entries.data(), static_cast<int>(entries.size()));
 }
 
-int TrimMenus(HWND window) {
-  return GetMenu(window) != nullptr ? 1 : 0;
-}
-
 void AppendRecentSeparator(HWND window) {
-  AppendMenuA(GetSubMenu(GetMenu(window), kFileMenu), MF_SEPARATOR, 0, nullptr);
+  const HMENU bar = GetMenu(window);
+  for (int i = 0; i < GetMenuItemCount(bar); ++i) {
+    if (MenuAt(bar, i) == kFileMenu) AppendMenuA(GetSubMenu(bar, i), MF_SEPARATOR, 0, nullptr);
+  }
 }
 
-void UpdatePullDown(HMENU popup, int position) {
-  switch (position) {
+void UpdatePullDown(HWND window, int position) {
+  const HMENU bar = GetMenu(window);
+  const HMENU popup = GetSubMenu(bar, position);
+  switch (MenuAt(bar, position)) {
     case kFileMenu:
       UpdateFileMenu(popup);
       break;

@@ -10,12 +10,13 @@
 // Makes the accelerator table. Null when the system refuses.
 [[nodiscard]] HACCEL BuildAccelerators();
 
-// Deletes the items that the profile's DeleteMenu keys name: none, as long as no profile is read. Result 0
-// when the window has no menu; else 1.
+// Deletes the pull-downs and items that the profile's keys DeleteMenu1 to DeleteMenu6 name by their access
+// letters, and the separators that nothing is left to part. Keys go on working. Result 0 when the window has
+// no menu, or a pull-down that a key names is none; else 1.
 int TrimMenus(HWND window);
 
 // Parts the recent files from the items above them.
 void AppendRecentSeparator(HWND window);
 
-// WM_INITMENUPOPUP: sets the items of the pull-down at `position` of the bar.
-void UpdatePullDown(HMENU popup, int position);
+// WM_INITMENUPOPUP: sets the items of the pull-down at `position` of the window's bar.
+void UpdatePullDown(HWND window, int position);

@@ -87,6 +87,14 @@ LRESULT OpenDialogCommand(UINT /*id*/) {
   return 1;
 }
 
+LRESULT OpenDropped(HDROP drop) {
+  MainWindowState& state = MainState;
+  const UINT length = DragQueryFileA(drop, 0, state.DialogFile, sizeof state.DialogFile);
+  DragFinish(drop);
+  if (length != 0) PostMessageA(state.MainWindow, WM_FILE_OPEN, 0, PathParameter(state.DialogFile));
+  return 0;
+}
+
 LRESULT OpenRecentCommand(UINT id) {
   const char* path = MainState.RecentFiles[id - IDM_RECENT1];
   if (path[0] == '\0') return 0;

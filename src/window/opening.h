@@ -18,6 +18,9 @@ LRESULT TryFile(const char* name, bool ask);
 // the load shows the error page. Result 0.
 LRESULT OpenFileInView(const char* name);
 
+// WM_DROPFILES: opens the first of the files that were dropped on the window. Result 0.
+LRESULT OpenDropped(HDROP drop);
+
 // The commands. The Open dialog's result is 1 when it was accepted.
 LRESULT OpenDialogCommand(UINT id);
 LRESULT OpenRecentCommand(UINT id);

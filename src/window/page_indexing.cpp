@@ -2,9 +2,7 @@
 
 #include "window/main_window_state.h"
 
-namespace {
-
-void ShowFault(PageIndexFault fault, UINT message, HWND owner, const char* path) {
+void ShowPageIndexFault(PageIndexFault fault, UINT message, HWND owner, const char* path) {
   const PageIndexBox& box = PageIndexBoxOf(fault);
   const bool beeps = box.beep != kNoBeep;
   if (beeps && !box.beepBehind) MessageBeep(box.beep);
@@ -13,10 +11,8 @@ void ShowFault(PageIndexFault fault, UINT message, HWND owner, const char* path)
   if (beeps && box.beepBehind) MessageBeep(box.beep);
 }
 
-}  // namespace
-
 PageIndexPhase PageIndexDispatch(UINT message, HWND owner, PageIndexState& state, const char* path) {
   const PageIndexFault fault = PageIndexRun(message, state, path, MainState.PageIndexingBuffer);
-  if (fault != PageIndexFault::none) ShowFault(fault, message, owner, path);
+  if (fault != PageIndexFault::none) ShowPageIndexFault(fault, message, owner, path);
   return state.phase;
 }

@@ -8,3 +8,6 @@
 // Runs one message of the page index on the file at `path`, with `owner` for the boxes that have one. Result:
 // the new phase.
 PageIndexPhase PageIndexDispatch(UINT message, HWND owner, PageIndexState& state, const char* path);
+
+// The beep and the box of a fault, which is not none, met by `message` or by a lookup.
+void ShowPageIndexFault(PageIndexFault fault, UINT message, HWND owner, const char* path);

@@ -6,6 +6,8 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -20,10 +22,14 @@ class Viewer {
   static constexpr int kColumns = 80;
   static constexpr int kRows = 24;
 
-  // Starts the program without a profile and works the queue off. The window is made to hold kColumns and
-  // kRows.
-  explicit Viewer(std::vector<std::string> words) {
+  // Starts the program with a profile of this text, or none, and works the queue off. The window is made to
+  // hold kColumns and kRows.
+  explicit Viewer(std::vector<std::string> words, const std::string& profile = "") {
     std::filesystem::remove_all(std::getenv("XDG_CONFIG_HOME"));
+    if (!profile.empty()) {
+      std::filesystem::create_directories(ProfileFile().parent_path());
+      std::ofstream(ProfileFile()) << profile;
+    }
     platform_testing::SetCommandWords(std::move(words));
     EXPECT_EQ(StartProgram(nullptr, nullptr, "", SW_SHOWNORMAL), std::nullopt);
     window_ = MainState.MainWindow;
@@ -42,6 +48,15 @@ class Viewer {
   }
   Viewer(const Viewer&) = delete;
   Viewer& operator=(const Viewer&) = delete;
+
+  // The profile, which stays when the program has ended.
+  static std::filesystem::path ProfileFile() {
+    return std::filesystem::path(std::getenv("XDG_CONFIG_HOME")) / "quorl" / "QUORL.INI";
+  }
+  static std::string Profile() {
+    std::ifstream file(ProfileFile());
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
 
   bool Pump() {
     if (running_) running_ = platform_testing::PumpUntilIdle(window_, MainState.AccelTable);

@@ -1,0 +1,133 @@
+#include "window/goto_dialog.h"
+
+#include "resources/dialogs/goto_dialog.h"
+#include "search/goto_logic.h"
+#include "window/field_boxes.h"
+#include "window/main_window_state.h"
+#include "window/page_indexing.h"
+#include "window/private_messages.h"
+
+namespace {
+
+// The one dialog that is open, or was last.
+struct {
+  GoToLimits limits;
+  GoToAnswer answer;
+} current;
+
+GoToChoice ChoiceOf(int radio) {
+  return static_cast<GoToChoice>(radio - goto_dialog::kTop + 1);
+}
+
+GoToChoice ChosenRadio(HWND dialog) {
+  for (int radio = goto_dialog::kTop; radio <= goto_dialog::kPageNumber; ++radio) {
+    if (IsDlgButtonChecked(dialog, radio) == BST_CHECKED) return ChoiceOf(radio);
+  }
+  return GoToChoice::none;
+}
+
+// Shows what goes with a choice. An enabled field is where the user goes on.
+void ShowField(HWND dialog, GoToChoice choice) {
+  const GoToField field = GoToFieldOf(choice, current.limits);
+  const HWND edit = GetDlgItem(dialog, goto_dialog::kNumber);
+  SetDlgItemTextA(dialog, goto_dialog::kRange, field.range.c_str());
+  SetDlgItemTextA(dialog, goto_dialog::kNumber, field.text.c_str());
+  EnableWindow(edit, field.enabled ? TRUE : FALSE);
+  if (!field.enabled) return;
+  SetFocus(edit);
+  SendDlgItemMessageA(dialog, goto_dialog::kNumber, EM_SETSEL, 0, -1);
+}
+
+void StartGoTo(HWND dialog, const GoToLimits& limits) {
+  current.limits = limits;
+  CheckRadioButton(dialog, goto_dialog::kTop, goto_dialog::kPageNumber, goto_dialog::kTop);
+  SendDlgItemMessageA(dialog, goto_dialog::kNumber, EM_LIMITTEXT, kGoToFieldChars, 0);
+  ShowField(dialog, GoToChoice::top);
+  SetFocus(GetDlgItem(dialog, goto_dialog::kTop));
+  if (!GoToOffersPages(limits)) EnableWindow(GetDlgItem(dialog, goto_dialog::kPageNumber), FALSE);
+}
+
+void FinishGoTo(HWND dialog) {
+  const GoToChoice choice = ChosenRadio(dialog);
+  const std::string text = FieldText(dialog, goto_dialog::kNumber);
+  if (!CheckField(dialog, goto_dialog::kNumber, GoToValidate(choice, text, current.limits))) {
+    MessageBeep(MB_ICONASTERISK);
+    return;
+  }
+  current.answer = GoToRead(choice, text);
+  EndDialog(dialog, 1);
+}
+
+INT_PTR GoToPressed(HWND dialog, int id) {
+  switch (id) {
+    case goto_dialog::kTop:
+    case goto_dialog::kBottom:
+    case goto_dialog::kBytePosition:
+    case goto_dialog::kPageNumber:
+      ShowField(dialog, ChoiceOf(id));
+      return TRUE;
+    case IDOK:
+      FinishGoTo(dialog);
+      return TRUE;
+    case IDCANCEL:
+      EndDialog(dialog, 0);
+      return TRUE;
+    default:
+      return FALSE;
+  }
+}
+
+void GoTo(const GoToTarget& target) {
+  const HWND window = MainState.MainWindow;
+  if (target.fault != PageIndexFault::none) {
+    ShowPageIndexFault(target.fault, 0, window, MainState.File.Fname);
+  }
+  switch (target.move) {
+    case GoToMove::top:
+      PostMessageA(window, WM_VSCROLL, SB_TOP, 0);
+      break;
+    case GoToMove::bottom:
+      PostMessageA(window, WM_VSCROLL, SB_BOTTOM, 0);
+      break;
+    case GoToMove::load:
+      SendMessageA(window, WM_VIEW_GOTO, 0, target.position);
+      break;
+    case GoToMove::move:
+      PostMessageA(window, WM_VIEW_MOVE, 0, target.position);
+      break;
+    case GoToMove::invalidPage:
+      MessageBeep(MB_ICONEXCLAMATION);
+      MessageBoxA(window, kInvalidPageText, kInvalidPageCaption, MB_ICONEXCLAMATION);
+      break;
+    case GoToMove::none:
+      break;
+  }
+}
+
+}  // namespace
+
+INT_PTR CALLBACK GoToDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_INITDIALOG:
+      StartGoTo(dialog, *reinterpret_cast<const GoToLimits*>(lParam));
+      return FALSE;
+    case WM_COMMAND:
+      return GoToPressed(dialog, LOWORD(wParam));
+    case WM_CLOSE:
+      PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+      return TRUE;
+    default:
+      return FALSE;
+  }
+}
+
+LRESULT GoToCommand(UINT /*id*/) {
+  const MainWindowState& state = MainState;
+  const GoToLimits limits{state.File.Flen, PageIndexCount(state.PageIndex)};
+  const INT_PTR result =
+      RunDialog(goto_dialog::kTemplate, state.MainWindow, GoToDlgProc, reinterpret_cast<LPARAM>(&limits));
+  // The file may have been closed from outside while the dialog was open.
+  if (result != 1 || !FileIsOpen()) return result;
+  GoTo(GoToTargetOf(current.answer, state.File.Flen, state.PageIndex.index, limits.pageCount));
+  return result;
+}

@@ -1,0 +1,161 @@
+// The dialogs of colors and frozen columns, and the About box, as a user goes through them.
+#include "resources/command_ids.h"
+#include "resources/dialogs/about_dialog.h"
+#include "resources/dialogs/color_dialog.h"
+#include "resources/dialogs/freeze_columns_dialog.h"
+#include "tests/window/dialog_steps.h"
+#include "tests/window/viewer.h"
+
+namespace {
+
+using namespace platform_testing;
+using namespace dialog_steps;
+
+DialogStep ChooseColor(int row) {
+  return Choose(kColorList, row);
+}
+
+TEST(ColorDialog, TakesWhatTheUserChoseOnOk) {
+  const ScratchFile file(NumberedLines(10));
+  Viewer viewer({file.Path()});
+  const COLORREF former = ColorTable[TagBgnd];
+  for (const int end : {IDCANCEL, IDOK}) {
+    AnswerNextColorDialog(RGB(1, 2, 3));
+    AnswerNextColorDialog(std::nullopt);
+    ScriptNextDialog({ChooseColor(WindowBgnd), Click(kColorChange), ChooseColor(TagBgnd), Click(kColorChange),
+                      [former](HWND dialog) {
+                        EXPECT_EQ(ControlPixels(dialog, 165).Get(200, 2), RGB(1, 2, 3)) << "shown at once";
+                        EXPECT_EQ(ControlPixels(dialog, 161).Get(200, 2), former) << "a cancelled choice";
+                        EXPECT_TRUE(StateOfControl(dialog, kColorList).focused);
+                      },
+                      Click(end)});
+    EXPECT_EQ(SendMessageA(viewer.Window(), WM_COMMAND, IDM_COLORS, 0), end == IDOK ? 1 : 0);
+    viewer.Pump();
+    EXPECT_EQ(ColorTable[WindowBgnd] == RGB(1, 2, 3), end == IDOK);
+    const Pixels pixels = ClientPixels(viewer.Window());
+    EXPECT_EQ(pixels.Get(pixels.width - 1, 1) == RGB(1, 2, 3), end == IDOK);
+  }
+  ResetColors(COLORS_WINDOW, ColorTable);
+}
+
+TEST(ColorDialog, APictureOfTheViewChoosesSlots) {
+  Viewer viewer({"-D"});
+  ResetColors(COLORS_WINDOW, ColorTable);
+  const struct {
+    int sample, row;
+  } clicks[] = {{161, TagText},     {161, TagBgnd},     {161, TagText},    {165, WindowText},
+                {169, WindowBgnd},  {163, CommentText}, {170, Background}, {171, Background},
+                {162, MessageText}, {160, HeadingText}, {160, HeadingBgnd}};
+  std::vector<DialogStep> steps;
+  for (const auto& click : clicks) {
+    steps.push_back(Click(click.sample));
+    steps.push_back([click](HWND dialog) {
+      const ControlState list = StateOfControl(dialog, kColorList);
+      EXPECT_EQ(list.row, click.row) << click.sample;
+      EXPECT_TRUE(list.focused);
+    });
+  }
+  steps.push_back([](HWND dialog) {
+    EXPECT_EQ(StateOfControl(dialog, kColorList).rows.size(), 11U);
+    for (const int band : {170, 171})
+      EXPECT_EQ(ControlPixels(dialog, band).Get(5, 5), ColorTable[Background]);
+    EXPECT_EQ(ControlPixels(dialog, 162).Get(250, 2), ColorTable[MessageBgnd]);
+  });
+  ScriptNextDialog(steps);
+  EXPECT_EQ(SendMessageA(viewer.Window(), WM_COMMAND, IDM_COLORS, 0), 0) << "the close box cancels";
+}
+
+TEST(ColorDialog, ResetsOneOrAllAndHasNoHelpYet) {
+  Viewer viewer({"-D"});
+  COLORREF defaults[kColorSlots] = {};
+  ResetColors(COLORS_WINDOW, defaults);
+  for (COLORREF& color : ColorTable)
+    color = RGB(9, 9, 9);
+  ForgetRecords();
+  ScriptNextDialog({ChooseColor(MessageBgnd), Click(kColorReset), Click(kColorHelp), Click(IDOK)});
+  viewer.Command(IDM_COLORS);
+  EXPECT_EQ(ColorTable[MessageBgnd], defaults[MessageBgnd]);
+  EXPECT_EQ(ColorTable[MessageText], RGB(9, 9, 9));
+  EXPECT_EQ(Beeps(), std::vector<UINT>{48});
+  ScriptNextDialog({Click(kColorResetAll), Press(kEnter)});
+  viewer.Command(IDM_COLORS);
+  EXPECT_TRUE(std::equal(defaults, defaults + kWindowColors, ColorTable));
+  EXPECT_EQ(ColorTable[PrintText], RGB(9, 9, 9)) << "print shades are not touched";
+  ResetColors(COLORS_PRINT, ColorTable);
+}
+
+TEST(FreezeColumnsDialog, TakesTheColumnFromTheCaret) {
+  const ScratchFile file("one\ttwo \x01\x80 three\n" + NumberedLines(100));
+  Viewer viewer({file.Path()});
+  ScriptNextDialog(
+      {[](HWND dialog) {
+         EXPECT_EQ(StateOfControl(dialog, kFreezeCount).text, "0");
+         EXPECT_EQ(StateOfControl(dialog, kFreezeSample).text.substr(0, 12), "one     two ");
+         EXPECT_EQ(StateOfControl(dialog, kFreezeRuler).text.size(), 80U);
+         ClickInControl(dialog, kFreezeRuler, 0, 5);
+       },
+       [](HWND dialog) {
+         EXPECT_EQ(StateOfControl(dialog, kFreezeCount).text, "0");
+         PressDialogKey(dialog, VK_RIGHT, 0);
+       },
+       Press(VK_RIGHT), [](HWND dialog) { EXPECT_EQ(StateOfControl(dialog, kFreezeCount).text, "2"); },
+       [](HWND dialog) { ClickInControl(dialog, kFreezeSample, 250, 5); },
+       [](HWND dialog) { EXPECT_EQ(StateOfControl(dialog, kFreezeCount).text, "20"); }, Click(IDOK)});
+  EXPECT_EQ(SendMessageA(viewer.Window(), WM_COMMAND, IDM_FREEZE_COLUMNS, 0), 1);
+  EXPECT_EQ(MainState.FrozenColumns, 20);
+  ScriptNextDialog(
+      {[](HWND dialog) { ClickInControl(dialog, kFreezeRuler, 0, 5); }, Click(kFreezeHelp), Click(IDCANCEL)});
+  viewer.Command(IDM_FREEZE_COLUMNS);
+  EXPECT_EQ(MainState.FrozenColumns, 20) << "Cancel leaves the number alone";
+  EXPECT_EQ(Beeps(), std::vector<UINT>{48});
+  viewer.Command(IDM_CLEAR_COLUMNS);
+  EXPECT_EQ(MainState.FrozenColumns, 0);
+}
+
+TEST(FreezeColumnsDialog, RefusesWhatIsNoNumberOfColumns) {
+  const ScratchFile file("text\n");
+  Viewer viewer({file.Path()});
+  for (const char* text : {"256", "", "x", "-1"}) {
+    ForgetRecords();
+    ScriptNextDialog({[text](HWND dialog) {
+                        SetDlgItemTextA(dialog, kFreezeCount, text);
+                        ClickControl(dialog, IDOK);
+                      },
+                      [](HWND dialog) { EXPECT_TRUE(StateOfControl(dialog, kFreezeCount).focused); }});
+    EXPECT_EQ(SendMessageA(viewer.Window(), WM_COMMAND, IDM_FREEZE_COLUMNS, 0), 0) << text;
+    ASSERT_EQ(Boxes().size(), 1U) << text;
+    EXPECT_EQ(Boxes()[0].text, "Number of columns to lock must be a number between 0 and 255!");
+    EXPECT_EQ(Boxes()[0].caption, "Bad Options");
+    EXPECT_EQ(Beeps(), (std::vector<UINT>{16, 64})) << text;
+  }
+  ScriptNextDialog({[](HWND dialog) {
+    SetDlgItemTextA(dialog, kFreezeCount, "255");
+    ClickControl(dialog, IDOK);
+  }});
+  viewer.Command(IDM_FREEZE_COLUMNS);
+  EXPECT_EQ(MainState.FrozenColumns, 255);
+}
+
+TEST(AboutBox, TellsItsVersion) {
+  Viewer viewer({"-D"});
+  std::string version;
+  ScriptNextDialog(
+      {[&version](HWND dialog) { version = StateOfControl(dialog, kAboutVersion).text; }, Click(IDOK)});
+  EXPECT_EQ(SendMessageA(viewer.Window(), WM_COMMAND, IDM_ABOUT, 0), 1);
+  EXPECT_EQ(version, "Version 1.4   [Aug  8 1995, 22:28:36]");
+  ScriptNextDialog({Press(VK_ESCAPE)});
+  EXPECT_EQ(SendMessageA(viewer.Window(), WM_COMMAND, IDM_ABOUT, 0), 0);
+}
+
+TEST(Drop, OpensTheFirstOfTheFiles) {
+  const ScratchFile first("first\n");
+  const ScratchFile second("second\n");
+  Viewer viewer({"-D"});
+  EXPECT_TRUE(DropFiles(viewer.Window(), {second.Path(), first.Path()}));
+  viewer.Pump();
+  EXPECT_EQ(MainState.File.Fname, second.Path());
+  EXPECT_EQ(Viewer::Text(), "second");
+  EXPECT_FALSE(DropFiles(viewer.Window(), {})) << "what is dropped is no file";
+}
+
+}  // namespace

@@ -1,0 +1,299 @@
+// The search commands and their dialogs, in the running program, as a user drives them.
+#include "resources/command_ids.h"
+#include "resources/dialogs/find_hex_dialog.h"
+#include "resources/dialogs/find_text_dialog.h"
+#include "resources/menu.h"
+#include "tests/window/dialog_steps.h"
+#include "tests/window/viewer.h"
+#include "window/find_dialogs.h"
+#include "window/search_progress.h"
+
+namespace {
+
+using platform_testing::Beeps;
+using platform_testing::Boxes;
+using platform_testing::ControlState;
+using platform_testing::StateOfControl;
+namespace text_ids = find_text_dialog;
+namespace hex_ids = find_hex_dialog;
+
+using namespace dialog_steps;
+
+class Find : public testing::Test {
+ protected:
+  // Lines of 10 bytes: "line 0000\n" and so on.
+  static std::string Lines(int count) {
+    std::string text;
+    char line[16];
+    for (int i = 0; i < count; ++i) {
+      std::snprintf(line, sizeof line, "line %04d\n", i);
+      text += line;
+    }
+    return text;
+  }
+  static void Open(Viewer& viewer, UINT id, std::vector<DialogStep> steps) {
+    platform_testing::ForgetRecords();
+    platform_testing::ScriptNextDialog(std::move(steps));
+    viewer.Key(VK_F3, id == IDM_FIND_TEXT ? MK_SHIFT : MK_CONTROL);
+  }
+  static void FindText(Viewer& viewer, const std::string& text) {
+    Open(viewer, IDM_FIND_TEXT, {Type(text), Press(kEnter)});
+  }
+  static std::pair<FilePos, FilePos> Selection() { return {MainState.SelStart, MainState.SelEnd}; }
+  static std::string Key() {
+    const SearchState& search = MainState.Search;
+    return {reinterpret_cast<const char*>(search.SearchKey), static_cast<std::size_t>(search.SearchKeyLen)};
+  }
+  // Whether a row of the screen is painted inverted.
+  static bool Inverted(const Viewer& viewer, int row) {
+    const auto pixels = platform_testing::ClientPixels(viewer.Window());
+    const int y = row * MainState.CharHeight + 1;
+    return pixels.Get(pixels.width - 2, y) == (~ColorTable[WindowBgnd] & 0xFFFFFF);
+  }
+  static bool NextIsEnabled(const Viewer& viewer) {
+    for (const auto& item : platform_testing::OpenMenu(viewer.Window(), kEditMenu)) {
+      if (item.id == IDM_FIND_NEXT) return item.enabled;
+    }
+    return false;
+  }
+
+  static constexpr FilePos kNone = kNoPosition;
+  const std::vector<UINT> kBeep48{48};
+};
+
+TEST_F(Find, NextGoesThroughTheFileAndWrapsAtTheSecondPress) {
+  const ScratchFile file(Lines(10) + "NEEDLE 1\n" + Lines(500) + "needle 2\n" + Lines(100));
+  Viewer viewer({file.Path()});
+  EXPECT_FALSE(NextIsEnabled(viewer));
+  viewer.Command(IDM_FIND_NEXT);
+  EXPECT_EQ(Beeps(), kBeep48) << "there is no key yet";
+  FindText(viewer, "needle");
+  EXPECT_EQ(Selection(), std::pair(FilePos{100}, FilePos{106}));
+  EXPECT_EQ(Viewer::Top(), 0) << "a hit on the screen moves nothing";
+  EXPECT_TRUE(Inverted(viewer, 10));
+  EXPECT_TRUE(NextIsEnabled(viewer));
+
+  viewer.Key(VK_F3);
+  EXPECT_EQ(Selection(), std::pair(FilePos{5109}, FilePos{5115}));
+  EXPECT_EQ(Viewer::Text(), "needle 2");
+  EXPECT_TRUE(Inverted(viewer, 0));
+  EXPECT_TRUE(Beeps().empty());
+
+  viewer.Key(VK_F3);
+  EXPECT_EQ(Selection(), std::pair(kNone, kNone));
+  EXPECT_EQ(Beeps(), kBeep48);
+  EXPECT_EQ(Viewer::Text(), "needle 2") << "the view does not move";
+  EXPECT_FALSE(Inverted(viewer, 0));
+  viewer.Key(VK_F3);
+  EXPECT_EQ(Selection(), std::pair(FilePos{100}, FilePos{106}));
+  EXPECT_EQ(Viewer::Text(), "NEEDLE 1");
+
+  // A hit one line above the top: the image is not scrolled with the former selection in it.
+  viewer.MoveLines(1);
+  MainState.Search.SearchNext = 0;
+  viewer.Key(VK_F3);
+  EXPECT_EQ(Viewer::Text(), "NEEDLE 1");
+  EXPECT_TRUE(Inverted(viewer, 0));
+  EXPECT_FALSE(Inverted(viewer, 1));
+}
+
+TEST_F(Find, TheBoxesOfTheDialogDecide) {
+  const ScratchFile file("needle\nNeedle\n" + Lines(100));
+  Viewer viewer({file.Path()});
+  Open(viewer, IDM_FIND_TEXT, {Type("Needle"), Click(text_ids::kCaseSensitive), Press(kEnter)});
+  EXPECT_EQ(MainState.SelStart, 7);
+  Open(viewer, IDM_FIND_TEXT, {Click(text_ids::kFromTop), Press(kEnter)});
+  EXPECT_EQ(MainState.SelStart, kNone) << "it goes on behind the hit";
+  EXPECT_EQ(MainState.Search.SearchFlags, SEARCH_TEXT | SEARCH_CASE);
+  ControlState top, cased;
+  Open(viewer, IDM_FIND_TEXT, {Look(text_ids::kFromTop, top), Look(text_ids::kCaseSensitive, cased)});
+  EXPECT_EQ(top.checked, BST_UNCHECKED);
+  EXPECT_EQ(cased.checked, BST_CHECKED);
+}
+
+TEST_F(Find, MarksAllHitsAndF2GoesThroughThem) {
+  const ScratchFile file(Lines(3000));
+  Viewer viewer({file.Path()});
+  Open(viewer, IDM_FIND_TEXT, {Type("500"), Click(text_ids::kMarkAll)});
+  ASSERT_EQ(MainState.Tags.count, 3);
+  EXPECT_EQ(Viewer::Text(), "line 0500");
+  EXPECT_NE(Viewer::Entry(0).Lflags & LF_TAGMASK, 0U);
+  EXPECT_EQ(MainState.SelStart, kNone);
+  viewer.Key(VK_F2);
+  EXPECT_EQ(Viewer::Text(), "line 1500");
+  viewer.Key(VK_F2);
+  EXPECT_EQ(Viewer::Text(), "line 2500");
+  EXPECT_TRUE(Beeps().empty());
+  Open(viewer, IDM_FIND_HEX, {Type("00 ff"), Click(hex_ids::kMarkAll)});
+  EXPECT_EQ(MainState.Tags.count, 3);
+  EXPECT_EQ(Beeps(), kBeep48);
+  EXPECT_EQ(Viewer::Text(), "line 2999") << "without a hit the view goes to the bottom";
+}
+
+TEST_F(Find, RefusesTextsThatCanBeNoKey) {
+  const ScratchFile file("text\n");
+  Viewer viewer({file.Path()});
+  const std::pair<const char*, const char*> cases[] = {
+      {"", "Search text length must be a number between 1 and 32!"},
+      {"\xD0\x96", "Invalid character \"\xD0\x96\" in Search text."}};
+  for (const auto& [text, message] : cases) {
+    ControlState key;
+    Open(viewer, IDM_FIND_TEXT, {Type(text), Click(IDOK), Look(text_ids::kKey, key)});
+    EXPECT_TRUE(key.focused) << text;
+    ASSERT_EQ(Boxes().size(), 1U) << text;
+    EXPECT_EQ(Boxes()[0].text, message);
+    EXPECT_EQ(Boxes()[0].caption, "Bad Options");
+    EXPECT_EQ(Boxes()[0].style, UINT{MB_ICONHAND});
+    EXPECT_EQ(Beeps(), (std::vector<UINT>{16, 64}));
+    EXPECT_EQ(MainState.Search.SearchKeyLen, 0);
+  }
+  // No more than 32 characters can be typed.
+  Open(viewer, IDM_FIND_TEXT, {Type(std::string(40, 'x')), Click(IDOK)});
+  EXPECT_EQ(Key(), std::string(32, 'x'));
+}
+
+TEST_F(Find, SearchesInTheCodeOfTheFile) {
+  struct Case {
+    const char* letter;
+    std::string content, text;
+  };
+  const Case cases[] = {{"-A", "a gr\x81\xE1 b\n", "gr\xC3\xBC\xC3\x9F"},
+                        {"-C", "\x40\x40\xC1\x82\x83\x40", "Abc"}};
+  for (const Case& c : cases) {
+    const ScratchFile file(c.content);
+    Viewer viewer({c.letter, file.Path()});
+    FindText(viewer, c.text);
+    EXPECT_EQ(MainState.SelStart, 2) << c.letter;
+    ControlState combo;
+    Open(viewer, IDM_FIND_TEXT, {Look(text_ids::kKey, combo), Press(kEnter)});
+    EXPECT_EQ(combo.text, c.text) << "it comes back as the same characters";
+    EXPECT_EQ(combo.rows, std::vector<std::string>{c.text});
+    EXPECT_EQ(MainState.SelStart, 2) << "the stored bytes are not converted again";
+  }
+}
+
+TEST_F(Find, HistoryMovesToTheFrontAndLastsToTheNextRun) {
+  const ScratchFile file("text\n");
+  using Rows = std::vector<std::string>;
+  ControlState key;
+  const DialogStep look = Look(text_ids::kKey, key);
+  {
+    Viewer viewer({file.Path()});
+    for (const char* text : {"one", "two", "one", "three"})
+      FindText(viewer, text);
+    Open(viewer, IDM_FIND_TEXT, {look, Choose(text_ids::kKey, 2), Click(IDOK)});
+    EXPECT_EQ(key.rows, (Rows{"three", "one", "two"}));
+    EXPECT_EQ(Key(), "two");
+    EXPECT_EQ(MainState.RecentTextCount, 3);
+    EXPECT_LT(MainState.RecentHexCount, 0) << "a list is read when its dialog opens first";
+  }
+  const std::string profile = Viewer::Profile();
+  {
+    Viewer viewer({file.Path()}, profile);
+    Open(viewer, IDM_FIND_TEXT, {look, Press(kEnter)});
+    EXPECT_EQ(key.rows, (Rows{"two", "three", "one"}));
+    EXPECT_EQ(Key(), "two") << "the first entry is there to begin with";
+    for (int i = 0; i < 10; ++i)
+      FindText(viewer, "new " + std::to_string(i));
+    Open(viewer, IDM_FIND_TEXT, {look});
+    EXPECT_EQ(key.rows.size(), 10U);
+    EXPECT_EQ(key.rows.back(), "new 0");
+  }
+  Viewer viewer({file.Path()}, "[Quorl Setup]\nMruSearch=0\n" + profile);
+  Open(viewer, IDM_FIND_TEXT, {look});
+  EXPECT_EQ(key.rows, Rows{});
+}
+
+TEST_F(Find, HexIsLive) {
+  const ScratchFile file(Lines(100) + "ABC");
+  Viewer viewer({file.Path()});
+  FindText(viewer, "line");
+  EXPECT_TRUE(NextIsEnabled(viewer));
+  Open(viewer, IDM_FIND_HEX, {Click(IDCANCEL)});
+  EXPECT_FALSE(NextIsEnabled(viewer)) << "without a history the key is empty";
+  std::vector<std::string> shown;
+  const auto look = [&shown](HWND dialog) {
+    shown.push_back(StateOfControl(dialog, hex_ids::kText).text + '|' +
+                    StateOfControl(dialog, hex_ids::kError).text + '|' +
+                    StateOfControl(dialog, hex_ids::kKey).selected);
+  };
+  Open(viewer, IDM_FIND_HEX,
+       {look, Type("41 4"), look, Type("2"), look, Type("g"), look, Click(IDOK), look, Type("4"), look,
+        Press(kEnter)});
+  EXPECT_EQ(shown, (std::vector<std::string>{"| |", "A@| |", "AB| |", "AB|Invalid hex digit \"g\"!|g",
+                                             "AB|Invalid hex digit \"g\"!|g", "AB@| |"}));
+  EXPECT_EQ(Beeps(), (std::vector<UINT>{64, 64, 48}));
+  EXPECT_TRUE(Boxes().empty());
+  EXPECT_EQ(Key(), "AB@");
+  EXPECT_EQ(MainState.Search.SearchFlags, SEARCH_TEXT | SEARCH_CASE | SEARCH_FROM_TOP);
+  Open(viewer, IDM_FIND_HEX, {Type("414243"), Press(kEnter)});
+  EXPECT_EQ(Selection(), std::pair(FilePos{1000}, FilePos{1003}));
+
+  // An empty text: the live check lets it pass, Find does not.
+  Open(viewer, IDM_FIND_HEX, {Type("4"), Press(VK_BACK), look, Click(IDOK)});
+  EXPECT_EQ(shown.back(), "| |");
+  ASSERT_EQ(Boxes().size(), 1U);
+  EXPECT_EQ(Boxes()[0].text, "Number of hex digits must be between 1 and 64!");
+  EXPECT_EQ(Boxes()[0].caption, "Bad Options");
+  EXPECT_EQ(Beeps(), (std::vector<UINT>{16, 64}));
+  // A chosen entry is shown at once; Cancel leaves the key that it was.
+  Open(viewer, IDM_FIND_HEX, {Choose(hex_ids::kKey, 1), look, Click(IDCANCEL)});
+  EXPECT_EQ(shown.back(), "AB@| |");
+  EXPECT_EQ(Key(), "AB@");
+  EXPECT_STREQ(MainState.RecentHex[0], "414243");
+}
+
+// What a search may not change when the user ends it.
+struct Before {
+  FilePos start = MainState.SelStart, end = MainState.SelEnd, next = MainState.Search.SearchNext;
+  FilePos top = Viewer::Top();
+  std::int32_t tags = MainState.Tags.count;
+  std::string caption = platform_testing::Caption(MainState.MainWindow);
+  bool operator==(const Before&) const = default;
+};
+
+TEST_F(Find, EscAndCloseEndALongSearch) {
+  const ScratchFile file(Lines(300));
+  std::filesystem::resize_file(file.Path(), std::uintmax_t{64} << 30);
+  for (const UINT command : {IDM_FIND_NEXT, IDM_FIND_MARK_ALL}) {
+    Viewer viewer({file.Path()});
+    FindText(viewer, "0250");
+    viewer.Key(VK_F11);
+    ASSERT_EQ(MainState.Tags.count, 1);
+    MainState.Search.SearchKey[0] = '?';  // stands nowhere
+    const Before before;
+    RepaintWindow();
+    platform_testing::PressKey(viewer.Window(), VK_ESCAPE, 0);
+    platform_testing::PressKey(viewer.Window(), VK_END, 0);
+    viewer.Command(command);
+    EXPECT_TRUE(Before() == before) << command;
+    EXPECT_FALSE(platform_testing::WaitCursorShown(viewer.Window()));
+    EXPECT_FALSE(IsIconic(viewer.Window())) << "the search has used the key up";
+    EXPECT_TRUE(Beeps().empty());
+    PostMessageA(viewer.Window(), WM_CLOSE, 0, 0);
+    SendMessageA(viewer.Window(), WM_COMMAND, command, 0);
+    EXPECT_TRUE(Before() == before) << command;
+    EXPECT_FALSE(viewer.Pump()) << "the window closes then";
+  }
+}
+
+TEST_F(Find, ALongSearchPaintsAndTellsHowFarItIs) {
+  const ScratchFile file("text\n");
+  Viewer viewer({file.Path()});
+  const std::string caption = platform_testing::Caption(viewer.Window());
+  for (const bool quiet : {true, false}) {
+    SearchWatch watch(quiet ? std::chrono::hours(1) : std::chrono::hours(0));
+    RepaintWindow();
+    platform_testing::PressKey(viewer.Window(), VK_END, 0);
+    EXPECT_TRUE(watch.Report(42, 100));
+    EXPECT_FALSE(GetUpdateRect(viewer.Window(), nullptr, FALSE));
+    EXPECT_TRUE(platform_testing::WaitCursorShown(viewer.Window()));
+    EXPECT_EQ(platform_testing::Caption(viewer.Window()), quiet ? caption : caption + " - 42 %");
+  }
+  EXPECT_EQ(platform_testing::Caption(viewer.Window()), caption);
+  constexpr FilePos kHuge = std::numeric_limits<FilePos>::max();
+  EXPECT_EQ(SearchCaption("x", kHuge / 2, kHuge), "x - 50 %");
+  EXPECT_EQ(SearchCaption("x", kHuge, kHuge), "x - 99 %");
+}
+
+}  // namespace

@@ -1,0 +1,147 @@
+// The Go To dialog and its command, in the running program.
+#include "platform/file.h"
+#include "platform/temp_file.h"
+#include "resources/dialogs/goto_dialog.h"
+#include "tests/window/dialog_steps.h"
+#include "tests/window/viewer.h"
+
+namespace {
+
+using platform_testing::Beeps;
+using platform_testing::Boxes;
+using platform_testing::ControlState;
+using platform_testing::StateOfControl;
+
+using namespace dialog_steps;
+
+class GoTo : public testing::Test {
+ protected:
+  static void Run(Viewer& viewer, std::vector<DialogStep> steps) {
+    platform_testing::ForgetRecords();
+    platform_testing::ScriptNextDialog(std::move(steps));
+    viewer.Key(VK_F5);
+  }
+  static void Go(Viewer& viewer, int radio, const std::string& text) {
+    Run(viewer, {Click(radio), Type(text), Click(IDOK)});
+  }
+  static void Index(Viewer& viewer) {
+    for (int step = 0; step < 20; ++step)
+      viewer.Send(PG_CONT);
+  }
+  // 20 pages of 95 lines of 10 bytes.
+  static std::string Pages() {
+    std::string text;
+    for (int line = 0; line < 1900; ++line) {
+      char words[16];
+      std::snprintf(words, sizeof words, "%cline%04d\n", line % 95 == 0 && line > 0 ? '\f' : ' ', line);
+      text += words;
+    }
+    return text;
+  }
+  ScratchFile file{Pages()};
+};
+
+TEST_F(GoTo, EachChoiceHasItsFieldAndLeadsSomewhere) {
+  Viewer viewer({file.Path()});
+  Index(viewer);
+  std::vector<std::string> shown;
+  const auto look = [&shown](HWND dialog) {
+    const ControlState number = StateOfControl(dialog, goto_dialog::kNumber);
+    shown.push_back(number.text + '|' + StateOfControl(dialog, goto_dialog::kRange).text + '|' +
+                    (number.enabled ? "on|" : "off|") + number.selected);
+  };
+  ControlState top;
+  Run(viewer, {Look(goto_dialog::kTop, top), look, Click(goto_dialog::kBytePosition), look,
+               Click(goto_dialog::kPageNumber), look, Click(goto_dialog::kBottom), look, Click(IDOK)});
+  EXPECT_TRUE(top.focused);
+  EXPECT_EQ(top.checked, BST_CHECKED);
+  EXPECT_EQ(shown, (std::vector<std::string>{"N/A| |off|", "0x000000|1 to 0x4A38|on|0x000000",
+                                             "1|1 to 20|on|1", "N/A| |off|"}));
+  EXPECT_EQ(Viewer::Text(), " line1899");
+  Run(viewer, {Click(goto_dialog::kPageNumber), Click(IDCANCEL)});
+  EXPECT_EQ(Viewer::Text(), " line1899");
+  Run(viewer, {Click(IDOK)});
+  EXPECT_EQ(Viewer::Top(), 0);
+}
+
+TEST_F(GoTo, BytePositionInEachFormatAndNotation) {
+  struct Case {
+    const char *letter, *text;
+    FilePos top;
+  };
+  const Case cases[] = {{"-T", "0x3e5", 990}, {"-T", "01745", 990},    {"-T", "0", 0},
+                        {"-H", "997", 997},   {"-T", "0x4A38", 18990}, {"-R", "0X3E5", 997},
+                        {"-R", "01745", 997}};
+  for (const Case& c : cases) {
+    Viewer viewer({c.letter, file.Path()});
+    Go(viewer, goto_dialog::kBytePosition, c.text);
+    EXPECT_EQ(Viewer::Top(), c.top) << c.letter << ' ' << c.text;
+  }
+  std::filesystem::resize_file(file.Path(), std::uintmax_t{64} << 30);
+  Viewer viewer({"-H", file.Path()});
+  Go(viewer, goto_dialog::kBytePosition, "0xABCDEF012");
+  EXPECT_EQ(Viewer::Top(), FilePos{0xABCDEF012});
+  Go(viewer, goto_dialog::kBytePosition, "0x1000000001");
+  EXPECT_EQ(Boxes().at(0).text, "File Offset must be a number between 0 and 68719476736!");
+}
+
+TEST_F(GoTo, PageWhileTheIndexIsStillBuilding) {
+  Viewer viewer({file.Path()}, "[Quorl Setup]\nPageIndexingBuffer=4000\n");
+  viewer.Send(PG_CONT);
+  ASSERT_EQ(MainState.PageIndex.phase, PageIndexPhase::PG_ACTIVE);
+  const std::string pages = std::to_string(PageIndexCount(MainState.PageIndex));
+  ASSERT_EQ(pages, "5");
+  Go(viewer, goto_dialog::kPageNumber, "5");
+  EXPECT_EQ(Viewer::Top(), 4 * 950);
+  Go(viewer, goto_dialog::kPageNumber, "6");
+  EXPECT_EQ(Boxes().at(0).text, "Page Number must be a number between 1 and 5!");
+  Index(viewer);
+  Go(viewer, goto_dialog::kPageNumber, "0x14");
+  EXPECT_EQ(Viewer::Top(), 19 * 950);
+}
+
+TEST_F(GoTo, RefusedFieldsKeepTheDialog) {
+  Viewer viewer({file.Path()});
+  Index(viewer);
+  struct Case {
+    int radio;
+    const char *text, *message;
+  };
+  const Case cases[] = {
+      {goto_dialog::kBytePosition, "-1", "File Offset must be a number between 0 and 19000!"},
+      {goto_dialog::kBytePosition, "12h", "Invalid character \"h\" in File Offset."},
+      {goto_dialog::kPageNumber, "0", "Page Number must be a number between 1 and 20!"},
+  };
+  for (const Case& c : cases) {
+    ControlState number;
+    Run(viewer, {Click(c.radio), Type(c.text), Click(IDOK), Look(goto_dialog::kNumber, number)});
+    EXPECT_TRUE(number.focused) << c.text;
+    ASSERT_EQ(Boxes().size(), 1U) << c.text;
+    EXPECT_EQ(Boxes()[0].text, c.message);
+    EXPECT_EQ(Boxes()[0].caption, "Bad Options");
+    EXPECT_EQ(Beeps(), (std::vector<UINT>{16, 64}));
+    EXPECT_EQ(Viewer::Top(), 0);
+  }
+}
+
+TEST_F(GoTo, PagesNeedAnIndex) {
+  Viewer viewer({file.Path()});
+  viewer.Send(PG_STOP);
+  ControlState page;
+  Run(viewer, {Look(goto_dialog::kPageNumber, page)});
+  EXPECT_FALSE(page.enabled);
+  viewer.Send(PG_START);
+  Index(viewer);
+  // Damage to the record of page 3.
+  ASSERT_TRUE(FileSeek(MainState.PageIndex.index, 3 * 8));
+  ASSERT_TRUE(TempFileWrite(MainState.PageIndex.index, "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 8));
+  Go(viewer, goto_dialog::kPageNumber, "3");
+  ASSERT_EQ(Boxes().size(), 1U);
+  EXPECT_EQ(Boxes()[0].text, "Invalid page number.");
+  EXPECT_EQ(Boxes()[0].caption, "Go To Page");
+  EXPECT_EQ(Boxes()[0].style, UINT{MB_ICONEXCLAMATION});
+  EXPECT_EQ(Beeps(), std::vector<UINT>{48});
+  EXPECT_EQ(Viewer::Top(), 0);
+}
+
+}  // namespace

@@ -1,0 +1,79 @@
+// The menu as the profile's DeleteMenu keys leave it.
+#include "resources/menu.h"
+#include "tests/window/viewer.h"
+#include "window/command_table.h"
+
+namespace {
+
+using platform_testing::OpenMenu;
+
+// The pull-down as text: the access letters of its items, and | for a separator.
+std::string Letters(HWND window, int position) {
+  std::string letters;
+  for (const auto& item : OpenMenu(window, position)) {
+    const std::size_t mark = item.text.find('&');
+    letters += item.separator ? '|' : mark == std::string::npos ? '?' : item.text[mark + 1];
+  }
+  return letters;
+}
+
+TEST(MenuTrimming, DeletesItemsByTheirLettersAndTidiesSeparators) {
+  const struct {
+    const char* key;
+    int position;
+    const char* left;
+  } cases[] = {
+      {"", kEditMenu, "CSU|FHN|G"},
+      {"DeleteMenu2=cs", kEditMenu, "U|FHN|G"},
+      {"DeleteMenu2=CSU", kEditMenu, "FHN|G"},
+      {"DeleteMenu2=FHN", kEditMenu, "CSU|G"},
+      {"DeleteMenu2=g", kEditMenu, "CSU|FHN"},
+      {"DeleteMenu2=csufhng", kEditMenu, ""},
+      {"DeleteMenu2=1-?", kEditMenu, "CSU|FHN|G"},
+      {"DeleteMenu3=R", kViewMenu, "THW|OI|y"},
+      {"deletemenu1 = dx", kFileMenu, "OCPtrga|"},
+      {"DeleteMenu5=TSRUNFCea", kMarkMenu, ""},
+      {"DeleteMenu7=*", kHelpMenu, "CKH|A"},
+  };
+  for (const auto& c : cases) {
+    Viewer viewer({"-D"}, std::string("[Quorl Setup]\n") + c.key + "\n");
+    EXPECT_EQ(Letters(viewer.Window(), c.position), c.left) << c.key;
+  }
+}
+
+TEST(MenuTrimming, ADeletedPullDownLeavesTheOthersAsTheyAre) {
+  const ScratchFile file("text\n");
+  Viewer viewer({file.Path()}, "[Quorl Setup]\nDeleteMenu1=*\nDeleteMenu4=*x\nDeleteMenu5=t\n");
+  const HWND window = viewer.Window();
+  ASSERT_EQ(GetMenuItemCount(GetMenu(window)), 4);
+  EXPECT_EQ(Letters(window, 0), "CSU|FHN|G") << "no separator of the recent files here";
+  EXPECT_EQ(Letters(window, 2), "SRU|N|FC|ea");
+  for (const auto& item : OpenMenu(window, 1)) {
+    EXPECT_EQ(item.checked, item.id == IDM_TEXT) << "the rules of a menu go with it";
+  }
+  viewer.Type('H', MK_CONTROL);
+  EXPECT_EQ(MainState.FormatIndex, kFormatHex);
+  viewer.Key(VK_F2, MK_CONTROL);
+  EXPECT_EQ(MainState.Tags.count, 1) << "the key of a deleted item works";
+}
+
+TEST(MenuTrimming, TheRecentFilesFollowWhatIsLeft) {
+  const ScratchFile file("text\n");
+  Viewer viewer({file.Path()}, "[Quorl Setup]\nDeleteMenu1=x\n");
+  EXPECT_EQ(Letters(viewer.Window(), kFileMenu), "OCPtrga|D|1");
+}
+
+TEST(MenuTrimming, AReadOnlyProfileGraysTheSaves) {
+  for (const bool readOnly : {false, true}) {
+    Viewer viewer({"-D"}, "[Quorl Setup]\nMruFiles=1\n");
+    MainState.ProfileReadOnly = readOnly ? -1 : 0;
+    for (const auto& item : OpenMenu(viewer.Window(), kFormatMenu)) {
+      if (item.separator) continue;
+      const bool saves = item.id == IDM_SAVE_OPTIONS || item.id == IDM_SAVE_SETUP;
+      const bool built = FindCommand(item.id)->handler != nullptr;
+      EXPECT_EQ(item.enabled, built && !(saves && readOnly)) << item.text;
+    }
+  }
+}
+
+}  // namespace
