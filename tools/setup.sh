@@ -12,7 +12,7 @@ run_packages=(g++ cmake ninja-build qt6-base-dev libgtest-dev libbenchmark-dev l
     fonts-liberation2)
 test_packages=(xvfb xdotool xclip openbox python3 clang-format clang-tidy)
 ci_packages=(g++-mingw-w64-x86-64-posix)
-measure_packages=(xvfb xdotool openbox python3 strace)
+measure_packages=(xvfb xdotool openbox python3 ripgrep strace)
 
 as_root() {
     if [ "$(id -u)" -eq 0 ]; then

@@ -1,0 +1,51 @@
+// One search through one file, or one bare read of it, as a process: what tools/measure_search times beside
+// other programs.
+//
+//     search_once exact|folded KEY FILE    prints the offset of the first hit, or -1
+//     search_once read FILE                reads FILE in slices of 32760 bytes, prints how many bytes
+#include <array>
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+#include "platform/file.h"
+#include "search/search_engine.h"
+
+namespace {
+
+std::int64_t BareRead(const char* path) {
+  static std::array<std::uint8_t, 32760> slice;
+  const FileHandle file = FileOpenShared(path);
+  std::int64_t bytes = 0;
+  for (std::int64_t read = 1; read > 0; bytes += read) {
+    read = FileRead(file, slice.data(), slice.size());
+    if (read <= 0) break;
+  }
+  FileClose(file);
+  return bytes;
+}
+
+FilePos Search(const char* path, const char* key, bool exact) {
+  ViewFile file;
+  std::snprintf(file.Fname, sizeof file.Fname, "%s", path);
+  const FileHandle handle = FileOpenShared(path);
+  file.Flen = FileSize(handle);
+  FileClose(handle);
+  return SearchFile(file, static_cast<std::int32_t>(std::strlen(key)),
+                    reinterpret_cast<const std::uint8_t*>(key), exact ? SEARCH_CASE : SEARCH_TEXT);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::string what = argc > 1 ? argv[1] : "";
+  if (what == "read" && argc == 3) {
+    std::printf("%lld\n", static_cast<long long>(BareRead(argv[2])));
+  } else if ((what == "exact" || what == "folded") && argc == 4) {
+    std::printf("%lld\n", static_cast<long long>(Search(argv[3], argv[2], what == "exact")));
+  } else {
+    std::fputs("usage: search_once exact|folded KEY FILE | search_once read FILE\n", stderr);
+    return 2;
+  }
+  return 0;
+}
