@@ -288,6 +288,9 @@ int GetWindowTextA(HWND window, LPSTR text, int size);
 BOOL SetWindowPos(HWND window, HWND after, int x, int y, int width, int height, UINT flags);
 HWND SetFocus(HWND window);
 BOOL GetClientRect(HWND window, RECT* rect);
+// The rectangle that makes CreateWindowExA put a window where this one is. Differs: the sizes of both leave
+// out the border that the window manager draws.
+BOOL GetWindowRect(HWND window, RECT* rect);
 ULONG_PTR SetClassLongPtrA(HWND window, int index, LONG_PTR value);  // GCLP_HCURSOR only
 LRESULT CALLBACK DefWindowProcA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 DWORD GetModuleFileNameA(HMODULE module, LPSTR path, DWORD size);  // module null: the program itself

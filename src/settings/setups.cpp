@@ -1,5 +1,6 @@
 #include "settings/setups.h"
 
+#include "platform/profile_batch.h"
 #include "settings/colors.h"
 #include "settings/profile_values.h"
 #include "settings/title_group.h"
@@ -34,4 +35,26 @@ void LoadOptions(const char* section, std::int32_t mask, Settings& settings) {
   if ((mask & GROUP_FORMAT) != 0) LoadFormat(profile, section, settings);
   if ((mask & GROUP_WINDOW_POS) != 0) LoadWindowPos(profile, section, settings);
   if ((mask & GROUP_RECENT_FILES) != 0) LoadRecentFiles(profile, settings.MruFiles, settings);
+}
+
+void SaveGroups(const SaveChoice& choice, const RECT* window, const TitleSet& titles,
+                const Settings& settings) {
+  static constexpr struct {
+    std::int32_t groups;
+    const char* section;
+  } kSections[] = {{GROUP_FORMAT, "Quorl"},
+                   {GROUP_TITLES, "Titles"},
+                   {GROUP_PAGE, "Page Setup"},
+                   {GROUP_PRINTER, "Print Setup"},
+                   {GROUP_COLORS | GROUP_SHADES, "Quorl Colors"}};
+  const char* const profile = settings.ProfilePath;
+  const ProfileBatch batch(profile);
+  for (const auto& section : kSections) {
+    if ((choice.reset & section.groups) == 0) continue;
+    WritePrivateProfileStringA(section.section, nullptr, nullptr, profile);
+  }
+  if ((choice.save & GROUP_FORMAT) != 0) SaveFormat(settings, "Quorl", settings, window);
+  if ((choice.save & GROUP_TITLES) != 0) SaveTitles(profile, "Titles", &titles);
+  if ((choice.save & GROUP_COLORS) != 0) SaveWindowColors(profile, "Quorl Colors");
+  if ((choice.save & GROUP_SHADES) != 0) SavePrintShades(profile, "Quorl Colors");
 }

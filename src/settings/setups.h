@@ -42,3 +42,16 @@ int LoadGroups(const char* section, TitleSet* titles, std::int32_t mask, Setting
 
 // The part of it that is neither colors nor titles.
 void LoadOptions(const char* section, std::int32_t mask, Settings& settings);
+
+// What becomes of each group in its default section: it is saved, or its section is deleted, so that the next
+// start takes the defaults; a group of neither mask stays as the profile holds it.
+struct SaveChoice {
+  std::int32_t save = 0;
+  std::int32_t reset = 0;
+  [[nodiscard]] bool Any() const { return (save | reset) != 0; }
+};
+
+// Resets, then saves the groups, in one replacement of the profile. `window` is the present rectangle of the
+// window. What is in memory stays as it is.
+void SaveGroups(const SaveChoice& choice, const RECT* window, const TitleSet& titles,
+                const Settings& settings);

@@ -12,6 +12,7 @@
 #include "window/goto_dialog.h"
 #include "window/marking.h"
 #include "window/opening.h"
+#include "window/save_options.h"
 #include "window/titles.h"
 
 LRESULT ExitCommand(UINT id);

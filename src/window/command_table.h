@@ -55,7 +55,7 @@ inline constexpr Command kCommands[] = {
     {IDM_OPTIONS, "&Options...", "Ctrl+O", Needs::nothing, nullptr},
     {IDM_FONT, "&Font...", nullptr, Needs::nothing, FontCommand},
     {IDM_COLORS, "Co&lor...", nullptr, Needs::nothing, ColorsCommand},
-    {IDM_SAVE_OPTIONS, "S&ave Options...", nullptr, Needs::nothing, nullptr},
+    {IDM_SAVE_OPTIONS, "S&ave Options...", nullptr, Needs::nothing, SaveOptionsCommand},
     {IDM_SAVE_SETUP, "Sa&ve Setup...", nullptr, Needs::nothing, nullptr},
     {IDM_LOAD_SETUP, "Loa&d Setup...", nullptr, Needs::nothing, nullptr},
     {IDM_RELOAD_SETUP, nullptr, nullptr, Needs::nothing, ReloadSetupCommand},

@@ -12,9 +12,8 @@ namespace {
 
 std::string Letters(const CommandLineWords& line) {
   std::string letters;
-  for (const char letter : line.OptionLetters) {
+  for (const char letter : line.OptionLetters)
     if (letter != '\0') letters += letter;
-  }
   return letters;
 }
 
@@ -22,27 +21,25 @@ TEST(CommandLine, TextIsSplitIntoWords) {
   struct Case {
     std::string text, letters, setup, file;
   };
-  const Case cases[] = {
-      {"", "", "", "*.*"},
-      {"   ", "", "", "*.*"},
-      {"report.txt", "", "", "report.txt"},
-      {"  -WB  report.txt  other.txt ", "BW", "", "report.txt"},
-      {"-w -W", "W", "", "*.*"},
-      {"-W -w", "w", "", "*.*"},
-      {"a.txt -h", "h", "", "a.txt"},
-      {"-h-r/t", "hrt", "", "*.*"},
-      {"- a", "", "", "a"},
-      {"-1?x", "x", "", "*.*"},
-      {"-Vmy/set other.txt", "V", "Setup: my", "other.txt"},
-      {"-vone -vtwo", "v", "Setup: two", "*.*"},
-      {"-V", "V", "Setup: ", "*.*"},
-      {"-WV", "VW", "", "*.*"},
-      {"-v" + std::string(80, 'n'), "v", "Setup: " + std::string(56, 'n'), "*.*"},
-      {"a\tb", "", "", "a"},
-      {"\x01\x02-h\x03", "h", "", "*.*"},
-      {"stra\xC3\x9F\x65.txt -x", "x", "", "stra\xC3\x9F\x65.txt"},
-      {std::string("-h\0-x", 5), "hx", "", "*.*"},
-  };
+  const Case cases[] = {{"", "", "", "*.*"},
+                        {"   ", "", "", "*.*"},
+                        {"report.txt", "", "", "report.txt"},
+                        {"  -WB  report.txt  other.txt ", "BW", "", "report.txt"},
+                        {"-w -W", "W", "", "*.*"},
+                        {"-W -w", "w", "", "*.*"},
+                        {"a.txt -h", "h", "", "a.txt"},
+                        {"-h-r/t", "hrt", "", "*.*"},
+                        {"- a", "", "", "a"},
+                        {"-1?x", "x", "", "*.*"},
+                        {"-Vmy/set other.txt", "V", "Setup: my", "other.txt"},
+                        {"-vone -vtwo", "v", "Setup: two", "*.*"},
+                        {"-V", "V", "Setup: ", "*.*"},
+                        {"-WV", "VW", "", "*.*"},
+                        {"-v" + std::string(80, 'n'), "v", "Setup: " + std::string(56, 'n'), "*.*"},
+                        {"a\tb", "", "", "a"},
+                        {"\x01\x02-h\x03", "h", "", "*.*"},
+                        {"stra\xC3\x9F\x65.txt -x", "x", "", "stra\xC3\x9F\x65.txt"},
+                        {std::string("-h\0-x", 5), "hx", "", "*.*"}};
   for (const Case& c : cases) {
     const auto line = std::make_unique<CommandLineWords>();
     ParseCommandLine(c.text, *line);
@@ -59,13 +56,13 @@ TEST(CommandLine, AWordOfTheSystemMayHoldAnyByte) {
     std::vector<std::string> words;
     std::string letters, file;
   };
-  const Case cases[] = {
-      {{"my file.txt", "-h"}, "h", "my file.txt"},
-      {{"", "a"}, "", "a"},
-      {{"\x80\xFF \x01"}, "", "\x80\xFF \x01"},
-      {{tooLong}, "", tooLong.substr(0, kPathBytes - 1)},
-      {{"-vmy set", "x"}, "v", "x"},
-  };
+  // A slash begins an option only where it cannot begin a path.
+  const Case cases[] = {{{"my file.txt", "-h"}, "h", "my file.txt"},
+                        {{"", "a"}, "", "a"},
+                        {{"\x80\xFF \x01"}, "", "\x80\xFF \x01"},
+                        {{tooLong}, "", tooLong.substr(0, kPathBytes - 1)},
+                        {{"-vmy set", "x"}, "v", "x"},
+                        {{"/h", "x"}, kSlashBeginsOption ? "h" : "", kSlashBeginsOption ? "x" : "/h"}};
   for (const Case& c : cases) {
     const auto line = std::make_unique<CommandLineWords>();
     for (const std::string& word : c.words)
@@ -76,32 +73,26 @@ TEST(CommandLine, AWordOfTheSystemMayHoldAnyByte) {
   }
 }
 
-TEST(CommandLine, ASlashBeginsAnOptionOnlyWhereItCannotBeginAPath) {
-  const auto line = std::make_unique<CommandLineWords>();
-  TakeCommandWord("/h", *line);
-  EXPECT_EQ(Letters(*line), kSlashBeginsOption ? "h" : "");
-  EXPECT_STREQ(line->CommandFile, kSlashBeginsOption ? "" : "/h");
-}
-
 TEST(ApplyOptionLetters, WorksInAFixedOrder) {
   struct Case {
     const char* words;
     std::int32_t format;
     ViewOptions flags;  // from a word of 0x220
-    std::int32_t code;
+    std::int32_t code, lists, escape;
   };
-  const Case cases[] = {
-      {"", 0, 0x220, 0},
-      {"-W -B -L -O", 0, 0x23B, 0},
-      {"-w -b -e -l -o", 0, 0x200, 0},
-      {"-w -W", 0, 0x221, 0},
-      {"-H -T", 1, 0x220, 0},
-      {"-R -H -T", 2, 0x220, 0},
-      {"-t", 0, 0x220, 0},
-      {"-a", 0, 0x260, 1},
-      {"-C -A", 0, 0x2A0, 2},
-      {"-F -G -I -J -K -P -Q -U -Z", 0, 0x220, 0},
-  };
+  const Case cases[] = {{"", 0, 0x220, 0, 1, 0},
+                        {"-W -B -L -O", 0, 0x23B, 0, 1, 0},
+                        {"-w -b -e -l -o", 0, 0x200, 0, 1, 0},
+                        {"-w -W", 0, 0x221, 0, 1, 0},
+                        {"-H -T", 1, 0x220, 0, 1, 0},
+                        {"-R -H -T", 2, 0x220, 0, 1, 0},
+                        {"-a", 0, 0x260, 1, 1, 0},
+                        {"-C -A", 0, 0x2A0, 2, 1, 0},
+                        {"-F -G -I -J -K -P -Q -U -Z", 0, 0x220, 0, 1, 0},
+                        {"-s", 0, 0x220, 0, 0, 0},
+                        {"-S", 0, 0x220, 0, 1, 0},
+                        {"-y", 0, 0x220, 0, 1, 1},
+                        {"-Y -s", 0, 0x220, 0, 0, 1}};
   for (const Case& c : cases) {
     const auto line = std::make_unique<CommandLineWords>();
     ParseCommandLine(c.words, *line);
@@ -112,21 +103,9 @@ TEST(ApplyOptionLetters, WorksInAFixedOrder) {
     EXPECT_EQ(options.FormatIndex, c.format) << c.words;
     EXPECT_EQ(options.FormatFlags, c.flags) << c.words;
     EXPECT_EQ(options.CharCode, c.code) << c.words;
-    EXPECT_EQ(keys.MruFiles, 1) << c.words;
-  }
-}
-
-TEST(ApplyOptionLetters, SwitchesListsAndEsc) {
-  for (const auto& [words, lists, escape] :
-       {std::tuple{"-s", 0, 0}, {"-S", 1, 0}, {"-y", 1, 1}, {"-Y -s", 0, 1}}) {
-    const auto line = std::make_unique<CommandLineWords>();
-    ParseCommandLine(words, *line);
-    FormatOptions options;
-    AdvancedKeys keys;
-    ApplyOptionLetters(*line, options, keys);
-    EXPECT_EQ(keys.MruFiles, lists) << words;
-    EXPECT_EQ(keys.MruSearch, lists) << words;
-    EXPECT_EQ(options.EscExit, escape) << words;
+    EXPECT_EQ(keys.MruFiles, c.lists) << c.words;
+    EXPECT_EQ(keys.MruSearch, c.lists) << c.words;
+    EXPECT_EQ(options.EscExit, c.escape) << c.words;
   }
 }
 

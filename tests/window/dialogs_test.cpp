@@ -3,6 +3,7 @@
 #include "resources/dialogs/about_dialog.h"
 #include "resources/dialogs/color_dialog.h"
 #include "resources/dialogs/freeze_columns_dialog.h"
+#include "resources/dialogs/save_options_dialog.h"
 #include "tests/window/dialog_steps.h"
 #include "tests/window/viewer.h"
 
@@ -134,6 +135,70 @@ TEST(FreezeColumnsDialog, RefusesWhatIsNoNumberOfColumns) {
   }});
   viewer.Command(IDM_FREEZE_COLUMNS);
   EXPECT_EQ(MainState.FrozenColumns, 255);
+}
+
+TEST(SaveOptions, SavesResetsOrKeepsEachGroup) {
+  const ScratchFile file("head\nline\n");
+  const std::string profile =
+      "; mine\n[Quorl]\nTabLength=4\nForeign=1\n[Titles]\nTitles=1\nTitle1=old\n"
+      "[Quorl Colors]\nTagText=5\n";
+  const struct {
+    std::vector<int> clicks;
+    const char* button;  // of Save before it is pressed
+    const char* left;
+  } cases[] = {
+      {{kSaveFormatBox, kSaveTitlesBox, kSaveColorsBox}, "gray", profile.c_str()},
+      {{kSaveFormatBox, kSaveColorsBox, kSaveTitlesBox, kSaveTitlesBox},
+       "works",
+       "; mine\n[Quorl]\nTabLength=4\nForeign=1\n[Quorl Colors]\nTagText=5\n"},
+      {{kSaveFormatBox, kSaveColorsBox},
+       "works",
+       "; mine\n[Quorl]\nTabLength=4\nForeign=1\n[Titles]\nTitles=1\nTitle1=head\n"
+       "[Quorl Colors]\nTagText=5\n"},
+      {{kSaveFormatBox, kSaveTitlesBox},
+       "works",
+       "; mine\n[Quorl]\nTabLength=4\nForeign=1\n[Titles]\nTitles=1\nTitle1=old\n"
+       "[Quorl Colors]\nTagText=6\n"},
+  };
+  for (const auto& c : cases) {
+    Viewer viewer({"-s", file.Path()}, profile);
+    MainState.SelStart = 0;
+    MainState.SelEnd = 1;
+    viewer.Command(IDM_FREEZE_TITLE);
+    ColorTable[TagText] = 6;
+    std::vector<DialogStep> steps;
+    for (const int box : c.clicks)
+      steps.push_back(Click(box));
+    ControlState button;
+    steps.insert(steps.end(), {Look(IDOK, button), Click(IDOK)});
+    ScriptNextDialog(steps);
+    viewer.Command(IDM_SAVE_OPTIONS);
+    EXPECT_EQ(button.enabled, std::string(c.button) == "works");
+    EXPECT_EQ(Viewer::Profile(), c.left);
+    ResetColors(COLORS_WINDOW, ColorTable);
+  }
+}
+
+TEST(SaveOptions, OfTheFormatHoldAtTheNextStart) {
+  const ScratchFile file("text\n");
+  std::string saved;
+  {
+    Viewer viewer({file.Path()});
+    viewer.Command(IDM_HEX);
+    MainState.FrozenColumns = 7;
+    MainState.SavePos = 1;
+    ScriptNextDialog({Press(kEnter)});
+    viewer.Command(IDM_SAVE_OPTIONS);
+    saved = Viewer::Profile();
+    EXPECT_NE(saved.find("WindowPos="), std::string::npos);
+  }
+  Viewer viewer({file.Path()}, saved);
+  EXPECT_EQ(MainState.FormatIndex, kFormatHex);
+  EXPECT_EQ(MainState.FrozenColumns, 7);
+  RECT window{};
+  GetWindowRect(viewer.Window(), &window);
+  EXPECT_EQ(window.left, MainState.WindowX);
+  EXPECT_EQ(window.top, MainState.WindowY);
 }
 
 TEST(AboutBox, TellsItsVersion) {

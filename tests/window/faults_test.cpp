@@ -1,12 +1,7 @@
 // What a user's disk and window can do to a viewer: odd files, files that change while they are viewed, and
 // windows of hardly any size. Nothing here may crash, hang, or show a wrong byte.
-#include <fcntl.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
-#include <unistd.h>
 
-#include <filesystem>
 #include <functional>
 
 #include "tests/window/viewer.h"
@@ -14,10 +9,28 @@
 
 namespace {
 
-constexpr int kAllKeys[] = {VK_DOWN,  VK_UP,   VK_NEXT, VK_PRIOR, VK_END,  VK_UP,   VK_DOWN,
-                            VK_PRIOR, VK_HOME, VK_NEXT, VK_END,   VK_NEXT, VK_HOME, VK_RIGHT};
+// Where keys lead: no error page anywhere, unless `readable` is false.
+void PressAll(Viewer& viewer, const std::string& what, bool readable = true) {
+  for (const int key : {VK_DOWN, VK_UP, VK_NEXT, VK_PRIOR, VK_END, VK_UP, VK_DOWN, VK_PRIOR, VK_HOME, VK_NEXT,
+                        VK_END, VK_NEXT, VK_HOME, VK_RIGHT}) {
+    viewer.Key(key);
+    if (readable) ASSERT_FALSE(Viewer::ErrorPage()) << what << ", key " << key;
+  }
+}
 
-const std::vector<std::vector<std::string>> kVariants = {{}, {"-W"}, {"-H"}, {"-R"}, {"-C"}, {"-A", "-W"}};
+void DragToTheMiddle(Viewer& viewer) {
+  platform_testing::DragThumb(viewer.Window(), SB_VERT, MainState.File.Flen / 2);
+  viewer.Pump();
+}
+
+void Open(Viewer& viewer, const std::string& path) {
+  viewer.Send(WM_FILE_OPEN, 0, reinterpret_cast<LPARAM>(path.c_str()));
+}
+
+// Each format, and what changes how it cuts lines.
+std::vector<std::vector<std::string>> Variants(const std::string& path) {
+  return {{path}, {"-W", path}, {"-H", path}, {"-R", path}, {"-C", path}, {"-A", "-W", path}};
+}
 
 TEST(Faults, SmallAndOddFiles) {
   std::vector<std::string> contents = {"",
@@ -32,22 +45,16 @@ TEST(Faults, SmallAndOddFiles) {
                                        "\x1A\x1A\n\x1A",
                                        std::string(1, '\0')};
   for (const std::size_t size : {65534U, 65535U, 65536U, 65537U})
-    contents.push_back(std::string(size, 'z'));
-  contents.push_back(std::string(70000, '\0'));
-  contents.push_back(std::string(70000, '\n'));
-  contents.push_back(std::string(70000, '\f'));
+    contents.emplace_back(size, 'z');
+  for (const char byte : {'\0', '\n', '\f'})
+    contents.emplace_back(70000, byte);
   for (const std::string& content : contents) {
     const ScratchFile file(content);
-    for (std::vector<std::string> words : kVariants) {
-      words.push_back(file.Path());
+    for (const auto& words : Variants(file.Path())) {
       Viewer viewer(words);
       EXPECT_FALSE(Viewer::ErrorPage());
-      for (const int key : kAllKeys) {
-        viewer.Key(key);
-        ASSERT_FALSE(Viewer::ErrorPage()) << content.size() << " bytes, key " << key << " " << words[0];
-      }
-      platform_testing::DragThumb(viewer.Window(), SB_VERT, MainState.File.Flen / 2);
-      viewer.Pump();
+      PressAll(viewer, std::to_string(content.size()) + " bytes " + words[0]);
+      DragToTheMiddle(viewer);
       EXPECT_FALSE(Viewer::ErrorPage());
       EXPECT_TRUE(platform_testing::Boxes().empty());
     }
@@ -64,11 +71,9 @@ TEST(Faults, ALineOfAnyLengthAndBytesOfAnyValue) {
   const ScratchFile line("start");
   std::filesystem::resize_file(line.Path(), 300000000);
   for (const std::string& path : {noise.Path(), line.Path()}) {
-    for (std::vector<std::string> words : kVariants) {
-      words.push_back(path);
+    for (const auto& words : Variants(path)) {
       Viewer viewer(words);
-      platform_testing::DragThumb(viewer.Window(), SB_VERT, MainState.File.Flen / 2);
-      viewer.Pump();
+      DragToTheMiddle(viewer);
       const FilePos middle = Viewer::Top();
       if (path == line.Path()) {
         viewer.Key(VK_NEXT, 0, 12);
@@ -76,41 +81,23 @@ TEST(Faults, ALineOfAnyLengthAndBytesOfAnyValue) {
         viewer.Key(VK_PRIOR, 0, 12);
         EXPECT_EQ(Viewer::Top(), middle) << words[0];
       }
-      for (const int key : kAllKeys) {
-        viewer.Key(key);
-        ASSERT_FALSE(Viewer::ErrorPage()) << path << ", key " << key << " " << words[0];
-      }
+      PressAll(viewer, words[0]);
     }
   }
 }
 
-TEST(Faults, APathThatIsNoFileIsAskedForAndNeverHangs) {
-  const std::filesystem::path folder =
-      std::filesystem::temp_directory_path() / ("quorl faults " + std::to_string(std::random_device()()));
-  std::filesystem::create_directory(folder);
-  const std::string pipe = (folder / "pipe").string();
-  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-  const std::string socketPath = (folder / "s").string();
-  const int server = socket(AF_UNIX, SOCK_STREAM, 0);
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  socketPath.copy(address.sun_path, sizeof address.sun_path - 1);
-  ASSERT_EQ(bind(server, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-  for (const std::string& path :
-       {folder.string(), folder.string() + "/", pipe, socketPath, std::string("/dev/null"),
-        std::string("/dev/zero"), std::string("/no/such")}) {
-    Viewer viewer({path});
-    EXPECT_FALSE(viewer.Running()) << path;
-    EXPECT_EQ(platform_testing::FileDialogs().size(), 1U) << path;
-  }
-  // The road that tests nothing shows the error page.
-  for (const std::string& path : {folder.string(), pipe, std::string("/dev/zero")}) {
+// Such a path is asked for at start-up; the road that tests nothing shows the error page.
+TEST(Faults, APathThatIsNoFileNeverHangs) {
+  for (const char* path : {"/tmp", "/tmp/", "/dev/null", "/dev/zero", "/no/such"}) {
+    {
+      Viewer viewer({path});
+      EXPECT_FALSE(viewer.Running()) << path;
+      EXPECT_EQ(platform_testing::FileDialogs().size(), 1U) << path;
+    }
     Viewer viewer({"-D"});
-    viewer.Send(WM_FILE_OPEN, 0, reinterpret_cast<LPARAM>(path.c_str()));
+    Open(viewer, path);
     EXPECT_TRUE(Viewer::ErrorPage()) << path;
   }
-  close(server);
-  std::filesystem::remove_all(folder);
 }
 
 // Each change happens in the middle of a file; the user then presses every key, the file comes back, and
@@ -127,36 +114,21 @@ TEST(Faults, FilesThatChangeWhileTheyAreViewed) {
       {"truncated", [](ScratchFile& file) { file.Write("line 0\nshort\n"); }, true},
       {"emptied", [](ScratchFile& file) { file.Write(""); }, true},
       {"grown", [](ScratchFile& file) { file.Append(NumberedLines(500)); }, true},
-      {"replaced",
-       [](ScratchFile& file) {
-         file.Remove();
-         file.Write(std::string(4000, '\n'));
-       },
-       true},
+      {"replaced", [](ScratchFile& file) { file.Remove(), file.Write(std::string(4000, '\n')); }, true},
       {"a directory in its place",
-       [](ScratchFile& file) {
-         file.Remove();
-         std::filesystem::create_directory(file.Path());
-       },
-       false},
+       [](ScratchFile& file) { file.Remove(), std::filesystem::create_directory(file.Path()); }, false},
   };
   for (const Case& c : cases) {
-    for (std::vector<std::string> words : kVariants) {
-      ScratchFile file(content);
-      words.push_back(file.Path());
+    ScratchFile file(content);
+    for (const auto& words : Variants(file.Path())) {
+      file.Write(content);
       Viewer viewer(words);
       viewer.MoveTo(30000);
       c.change(file);
-      for (const int key : kAllKeys) {
-        viewer.Key(key);
-        if (c.readable) {
-          ASSERT_FALSE(Viewer::ErrorPage()) << c.what << ", key " << key;
-        }
-      }
+      PressAll(viewer, c.what, c.readable);
       viewer.Send(WM_VIEW_LOAD, 0, kNoPosition);
       EXPECT_EQ(Viewer::ErrorPage(), !c.readable) << c.what;
-      for (const int key : kAllKeys)
-        viewer.Key(key);
+      PressAll(viewer, c.what, c.readable);
       if (std::filesystem::is_directory(file.Path())) std::filesystem::remove(file.Path());
       file.Write(content);
       viewer.Key(VK_END);
@@ -172,12 +144,10 @@ TEST(Faults, AFileMadeUnreadable) {
   const ScratchFile file(NumberedLines(3000));
   Viewer viewer({file.Path()});
   const uid_t user = geteuid();
-  if (user == 0) {
-    ASSERT_EQ(seteuid(kNobody), 0) << "root may read every file";
-  }
+  if (user == 0) ASSERT_EQ(seteuid(kNobody), 0) << "root may read every file";
   ScratchFile twin("");  // belongs to whoever the test is now
   twin.Write(NumberedLines(3000));
-  viewer.Send(WM_FILE_OPEN, 0, reinterpret_cast<LPARAM>(twin.Path().c_str()));
+  Open(viewer, twin.Path());
   viewer.Key(VK_NEXT);
   EXPECT_FALSE(Viewer::ErrorPage());
   std::filesystem::permissions(twin.Path(), std::filesystem::perms::none);
@@ -186,9 +156,7 @@ TEST(Faults, AFileMadeUnreadable) {
   std::filesystem::permissions(twin.Path(), std::filesystem::perms::owner_read);
   viewer.Key(VK_END);
   EXPECT_FALSE(Viewer::ErrorPage());
-  if (user == 0) {
-    ASSERT_EQ(seteuid(user), 0);
-  }
+  if (user == 0) ASSERT_EQ(seteuid(user), 0);
 }
 
 TEST(Faults, TheErrorPageGoesAndTheViewIsWhereItWas) {
@@ -219,8 +187,7 @@ TEST(Faults, AWindowTooNarrowForAHexRow) {
   viewer.Resize(21, 10);
   ASSERT_TRUE(Viewer::ErrorPage());
   EXPECT_EQ(Viewer::Text(3), "* Status=110");
-  for (const int key : kAllKeys)
-    viewer.Key(key);
+  PressAll(viewer, "narrow", false);
   viewer.Resize(22, 10);
   EXPECT_FALSE(Viewer::ErrorPage());
   viewer.Resize(21, 10);
@@ -228,37 +195,26 @@ TEST(Faults, AWindowTooNarrowForAHexRow) {
   EXPECT_FALSE(Viewer::ErrorPage());
 }
 
-TEST(Faults, WindowsOfHardlyAnySize) {
+TEST(Faults, WindowsOfHardlyAnySizeAndTallOnes) {
   const ScratchFile file(NumberedLines(3000));
-  for (std::vector<std::string> words : kVariants) {
-    if (!words.empty() && words[0] == "-H") continue;  // has a case of its own
-    words.push_back(file.Path());
+  for (const auto& words : Variants(file.Path())) {
+    if (words[0] == "-H") continue;  // has a case of its own
     Viewer viewer(words);
     const std::pair<int, int> sizes[] = {{1, 1}, {MainState.CharWidth - 1, 500}, {600, 1}, {1, 700}, {3, 40}};
     for (const auto& [width, height] : sizes) {
       viewer.ResizePixels(width, height);
-      for (const int key : kAllKeys) {
-        viewer.Key(key);
-        ASSERT_FALSE(Viewer::ErrorPage()) << width << " x " << height << ", key " << key;
-      }
+      PressAll(viewer, std::to_string(width) + " x " + std::to_string(height));
     }
     viewer.Resize(80, 24);
     viewer.Key(VK_HOME);
     EXPECT_EQ(Viewer::Top(), 0);
   }
-}
-
-TEST(Faults, TinyLettersOnATallWindow) {
-  const ScratchFile file(NumberedLines(9000));
   Viewer viewer({file.Path()});
   MainState.ZoomLevel = -9;
   viewer.Send(WM_VIEW_FONT);
   viewer.ResizePixels(400, 2400);
   EXPECT_GT(MainState.LinesPerScreen, kViewLines);
-  for (const int key : kAllKeys) {
-    viewer.Key(key);
-    ASSERT_FALSE(Viewer::ErrorPage());
-  }
+  PressAll(viewer, "tiny letters");
 }
 
 TEST(Faults, TitlesHigherThanTheWindow) {
@@ -268,9 +224,7 @@ TEST(Faults, TitlesHigherThanTheWindow) {
   MainState.Titles.Lines.Alast = 15;
   viewer.Resize(80, 5);
   EXPECT_EQ(MainState.LinesPerScreen, 1);
-  for (const int key : kAllKeys)
-    viewer.Key(key);
-  EXPECT_FALSE(Viewer::ErrorPage());
+  PressAll(viewer, "titles");
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ class Find : public testing::Test {
   // Lines of 10 bytes: "line 0000\n" and so on.
   static std::string Lines(int count) {
     std::string text;
-    char line[16];
+    char line[32];
     for (int i = 0; i < count; ++i) {
       std::snprintf(line, sizeof line, "line %04d\n", i);
       text += line;

@@ -5,23 +5,17 @@
 
 namespace {
 
-TEST(FontHeight, RoundsToTheNearestPixel) {
-  EXPECT_EQ(FontHeight(10, 96), -13);
-  EXPECT_EQ(FontHeight(12, 96), -16);
-  EXPECT_EQ(FontHeight(8, 96), -11);
-  EXPECT_EQ(FontHeight(1, 96), -1);
-  EXPECT_EQ(FontHeight(10, 192), -27);
-}
-
-TEST(ZoomedHeight, GoesInEqualStepsOfAFifth) {
+TEST(FontHeight, RoundsAndZoomsInStepsOfAFifth) {
   struct Case {
-    int height, level, expected;
+    int value, by, expected;
   };
+  for (const auto& [points, dpi, height] :
+       {Case{10, 96, -13}, Case{12, 96, -16}, Case{8, 96, -11}, Case{1, 96, -1}, Case{10, 192, -27}})
+    EXPECT_EQ(FontHeight(points, dpi), height);
   for (const auto& [height, level, expected] :
        {Case{-13, 0, -13}, Case{-13, 1, -15}, Case{-13, 2, -17}, Case{-13, -1, -11}, Case{-13, -6, -1},
-        Case{-13, -7, -1}, Case{-4, 5, -4}, Case{20, 1, 24}, Case{-13, 2000000000, -INT16_MAX}}) {
+        Case{-13, -7, -1}, Case{-4, 5, -4}, Case{20, 1, 24}, Case{-13, 2000000000, -INT16_MAX}})
     EXPECT_EQ(ZoomedHeight(height, level), expected) << height << " at " << level;
-  }
 }
 
 TEST(Zoom, ReturnsToTheFirstFont) {
@@ -67,16 +61,6 @@ TEST(FontDialog, AFontIsTakenOrLeft) {
   EXPECT_EQ(MainState.ZoomLevel, 1) << "the zoom stays";
   EXPECT_GT(MainState.CharHeight, height + height / 2);
   EXPECT_EQ(MainState.FormatWidth, MainState.ClientWidth / MainState.CharWidth) << "laid out anew";
-}
-
-TEST(Fonts, AFontThatCannotBeMadeIsReplaced) {
-  const ScratchFile file("text\n");
-  Viewer viewer({file.Path()});
-  std::snprintf(MainState.ViewLogFont.lfFaceName, LF_FACESIZE, "%s", "No Such Face Anywhere");
-  viewer.Send(WM_VIEW_FONT);
-  EXPECT_NE(MainState.ViewFont, nullptr);
-  EXPECT_GT(MainState.CharHeight, 0);
-  EXPECT_GT(MainState.CharWidth, 0);
 }
 
 }  // namespace

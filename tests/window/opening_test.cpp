@@ -36,13 +36,6 @@ TEST(Opening, PutsTheWindowInOrder) {
   EXPECT_EQ(MainState.File.Fname, first.Path()) << "an empty entry opens nothing";
 }
 
-TEST(Opening, TheIndexTimerEndsItself) {
-  const ScratchFile file("text\n");
-  Viewer viewer({file.Path()});
-  viewer.Send(WM_TIMER, 3);
-  EXPECT_FALSE(platform_testing::TimerIsSet(viewer.Window(), 3));
-}
-
 TEST(Opening, TryOpensOrAsksOrDoesNothing) {
   const ScratchFile file("text\n");
   const ScratchFile chosen("chosen\n");
@@ -79,12 +72,8 @@ TEST(Opening, TheDirectoryOfThePatternServesOnce) {
   EXPECT_EQ(second.filterIndex, 2);
   EXPECT_EQ(first.filters, second.filters);
   EXPECT_STREQ(MainState.CommandFile, "*.log");
-}
-
-TEST(Opening, FiltersAreTheWholeAndThePattern) {
-  const std::string filters = OpenFilters("a`b*.txt");
-  constexpr char expected[] = "Any File (*.*)\0*.*\0Default (a`b*.txt)\0a`b*.txt\0";
-  EXPECT_EQ(filters, std::string(expected, sizeof expected - 1));
+  constexpr char filters[] = "Any File (*.*)\0*.*\0Default (a`b*.txt)\0a`b*.txt\0";
+  EXPECT_EQ(OpenFilters("a`b*.txt"), std::string(filters, sizeof filters - 1));
 }
 
 TEST(Opening, NamesOfAnyKind) {
@@ -108,7 +97,7 @@ TEST(Opening, NamesOfAnyKind) {
   std::filesystem::remove_all(folder);
 }
 
-TEST(Opening, CloseLeavesAnEmptyWindow) {
+TEST(Opening, CloseLeavesAnEmptyWindowAndExitNone) {
   const ScratchFile file(NumberedLines(300));
   Viewer viewer({file.Path()});
   viewer.Key(VK_NEXT);
@@ -127,11 +116,9 @@ TEST(Opening, CloseLeavesAnEmptyWindow) {
   EXPECT_FALSE(FileIsOpen());
   viewer.Command(IDM_RECENT1);
   EXPECT_EQ(Viewer::Text(), "line 0");
-}
-
-TEST(Opening, ExitEndsTheProgram) {
-  const ScratchFile file("text\n");
-  Viewer viewer({file.Path()});
+  for (int step = 0; step < 3; ++step)
+    viewer.Send(WM_TIMER, 3);
+  EXPECT_FALSE(platform_testing::TimerIsSet(viewer.Window(), 3)) << "the index timer ends itself";
   viewer.Command(IDM_EXIT);
   EXPECT_FALSE(viewer.Running());
 }

@@ -2,7 +2,7 @@
 // calls are compared. The colors are the numbers of their slots, so that a call tells which it used.
 #include "window/painting.h"
 
-#include <functional>
+#include <sstream>
 
 #include "tests/window/viewer.h"
 
@@ -10,57 +10,45 @@ namespace {
 
 using platform_testing::DrawCall;
 
-std::string Area(int left, int top, int right, int bottom) {
-  return "[" + std::to_string(left) + " " + std::to_string(top) + " " + std::to_string(right) + " " +
-         std::to_string(bottom) + "]";
-}
-
-std::string Slots(int text, int background) {
-  return " " + std::to_string(text) + "/" + std::to_string(background);
+template <typename... Parts>
+std::string Words(const Parts&... parts) {
+  std::ostringstream words;
+  ((words << parts << ' '), ...);
+  return words.str();
 }
 
 std::string Fill(int x, int left, int top, int right, const std::string& text, int color, int background) {
-  return "fill " + std::to_string(x) + Area(left, top, right, top + MainState.CharHeight) + text +
-         Slots(color, background);
+  return Words("fill", x, left, top, right, top + MainState.CharHeight, text, color, background);
 }
-
 std::string Note(int x, int y, const std::string& text) {
-  return "note " + std::to_string(x) + " " + std::to_string(y) + text + Slots(CommentText, CommentBgnd);
+  return Words("note", x, y, text, CommentText, CommentBgnd);
 }
-
 std::string Rule(int style, int x, int y, int toX, int toY) {
-  return "rule " + std::to_string(style) + Area(x, y, toX, toY) + " " + std::to_string(WindowText);
+  return Words("rule", style, x, y, toX, toY, WindowText);
 }
-
 std::string Box(int left, int top, int right, int bottom) {
-  return "box " + Area(left, top, right, bottom) + " " + std::to_string(Background);
+  return Words("box", left, top, right, bottom, Background);
 }
-
 std::string Invert(int y) {
-  return "invert " + Area(0, y, MainState.ClientWidth + 1, y + MainState.CharHeight);
+  return Words("invert", 0, y, MainState.ClientWidth + 1, y + MainState.CharHeight);
 }
 
 std::string Describe(const DrawCall& call) {
-  const RECT& r = call.rect;
-  const std::string area = Area(r.left, r.top, r.right, r.bottom);
-  const int color = static_cast<int>(call.color);
-  const int background = static_cast<int>(call.background);
+  const auto& [left, top, right, bottom] = call.rect;
   switch (call.kind) {
     case DrawCall::Kind::text:
-      return "note " + std::to_string(call.x) + " " + std::to_string(call.y) + call.text +
-             Slots(color, background);
+      return Words("note", call.x, call.y, call.text, call.color, call.background);
     case DrawCall::Kind::fillText:
-      return "fill " + std::to_string(call.x) + area + call.text + Slots(color, background);
+      return Words("fill", call.x, left, top, right, bottom, call.text, call.color, call.background);
     case DrawCall::Kind::line:
-      return "rule " + std::to_string(call.penStyle) + area + " " + std::to_string(color);
+      return Words("rule", call.penStyle, left, top, right, bottom, call.color);
     case DrawCall::Kind::rectangle:
-      return "box " + area + " " + std::to_string(background);
+      return Words("box", left, top, right, bottom, call.background);
     case DrawCall::Kind::invert:
-      return "invert " + area;
-    case DrawCall::Kind::scroll:
-      return "scroll " + area;
+      return Words("invert", left, top, right, bottom);
+    default:
+      return "scroll";
   }
-  return "";
 }
 
 // A window on three lines, which a test changes before it is painted.
@@ -112,37 +100,28 @@ class Painting : public testing::Test {
   int width_ = 0, ch_ = 0, cw_ = 0;
 };
 
-TEST_F(Painting, PlainRows) {
-  EXPECT_EQ(Paint(), WithRest({Fill(1, 0, 0, width_ + 2, "first", WindowText, WindowBgnd)}));
-  EXPECT_EQ(MainState.PaintedTop, 0);
-}
-
 TEST_F(Painting, FlagsOfALine) {
   struct Case {
     const char* what;
     std::uint32_t flags;
-    std::int32_t showMessages;
     int text, background;
     std::vector<std::string> behind;
+    std::int32_t showMessages = 1;
   };
   const int end = 5 * cw_ + 2;  // where the text of the first line ends
+  const std::vector<std::string> truncated{Note(end + 2, 0, " [Truncated...] ")};
+  const std::vector<std::string> incomplete{Note(end + 2, 0, " [Incomplete Line...] ")};
   const Case cases[] = {
-      {"tag set by hand", 2, 1, TagText, TagBgnd, {}},
-      {"any tag bit", 8, 1, TagText, TagBgnd, {}},
-      {"message", LF_MESSAGE, 1, MessageText, MessageBgnd, {}},
-      {"message wins over tag", LF_MESSAGE | 1, 1, MessageText, MessageBgnd, {}},
-      {"truncated", LF_TRUNCATED, 1, WindowText, WindowBgnd, {Note(end + 2, 0, " [Truncated...] ")}},
-      {"incomplete", LF_INCOMPLETE, 1, WindowText, WindowBgnd, {Note(end + 2, 0, " [Incomplete Line...] ")}},
-      {"truncated wins",
-       LF_INCOMPLETE | LF_TRUNCATED,
-       1,
-       WindowText,
-       WindowBgnd,
-       {Note(end + 2, 0, " [Truncated...] ")}},
-      {"tagged and truncated", LF_TRUNCATED | 1, 1, TagText, TagBgnd, {Note(end + 2, 0, " [Truncated...] ")}},
-      {"no notes wanted", LF_TRUNCATED, 0, WindowText, WindowBgnd, {}},
-      {"another flag of the notes' field", 0x0400, 1, WindowText, WindowBgnd, {}},
-      {"page mark", LF_PAGEMARK, 1, WindowText, WindowBgnd, {Rule(PS_DOT, 0, 0, width_ + 1, 0)}},
+      {"no flag", 0, WindowText, WindowBgnd, {}},
+      {"tag set by hand", 2, TagText, TagBgnd, {}},
+      {"any tag bit", 8, TagText, TagBgnd, {}},
+      {"message wins over tag", LF_MESSAGE | 1, MessageText, MessageBgnd, {}},
+      {"incomplete", LF_INCOMPLETE, WindowText, WindowBgnd, incomplete},
+      {"truncated wins", LF_INCOMPLETE | LF_TRUNCATED, WindowText, WindowBgnd, truncated},
+      {"tagged and truncated", LF_TRUNCATED | 1, TagText, TagBgnd, truncated},
+      {"no notes wanted", LF_TRUNCATED, WindowText, WindowBgnd, {}, 0},
+      {"another flag of the notes' field", 0x0400, WindowText, WindowBgnd, {}},
+      {"page mark", LF_PAGEMARK, WindowText, WindowBgnd, {Rule(PS_DOT, 0, 0, width_ + 1, 0)}},
   };
   for (const Case& c : cases) {
     Line(0).Lflags = c.flags;
@@ -151,13 +130,13 @@ TEST_F(Painting, FlagsOfALine) {
     expected.insert(expected.end(), c.behind.begin(), c.behind.end());
     EXPECT_EQ(Paint(), WithRest(expected)) << c.what;
   }
-}
-
-TEST_F(Painting, ANoteWithoutRoomIsNotWritten) {
+  EXPECT_EQ(MainState.PaintedTop, 0);
+  // A note without room is not written.
   Line(0).Lflags = LF_TRUNCATED;
+  MainState.ShowMessages = 1;
   viewer_.ResizePixels(5 * cw_ + 2, 6 * ch_);
-  const std::vector<std::string> calls = Paint();
-  EXPECT_EQ(std::ranges::count_if(calls, [](const auto& call) { return call.starts_with("note"); }), 0);
+  for (const std::string& call : Paint())
+    EXPECT_FALSE(call.starts_with("note"));
 }
 
 TEST_F(Painting, BehindTheTextIsBackground) {
@@ -225,9 +204,8 @@ TEST_F(Painting, ASelectionInvertsTheRowsItMeets) {
     MainState.SelStart = start;
     MainState.SelEnd = end;
     std::vector<std::string> inverted;
-    for (const std::string& call : Paint()) {
+    for (const std::string& call : Paint())
       if (call.starts_with("invert")) inverted.push_back(call);
-    }
     std::vector<std::string> expected;
     for (const int row : rows)
       expected.push_back(Invert(row * ch_));
@@ -248,54 +226,20 @@ TEST_F(Painting, TitlesStandAboveTheText) {
       Fill(1, 0, 4 * ch_, width_ + 2, "ird", WindowText, WindowBgnd),
       Box(-1, 5 * ch_, width_ + 1, 6 * ch_ + 1)};
   EXPECT_EQ(calls, expected);
-}
-
-TEST_F(Painting, TitlesStayWithoutAFile) {
-  FreezeTitles();
-  viewer_.Send(WM_COMMAND, 112);
-  const std::vector<std::string> calls = Paint();
-  ASSERT_EQ(calls.size(), 3U);
-  EXPECT_EQ(calls[0], Fill(0, 0, 0, width_ + 1, "Title", HeadingText, HeadingBgnd));
-  EXPECT_EQ(calls[2], Rule(PS_SOLID, 0, 2 * ch_ - 1, width_, 2 * ch_ - 1));
-}
-
-TEST_F(Painting, TitlesAndColumnsCross) {
-  FreezeTitles();
+  // They cross frozen columns, and stay without a file.
+  MainState.HorzOffset = 0;
   MainState.FrozenColumns = 3;
-  const std::vector<std::string> calls = Paint();
+  const std::vector<std::string> crossed = Paint();
   const int frozen = 3 * cw_ + 3;
-  EXPECT_EQ(calls[0], Fill(0, 0, 0, frozen - 1, "Tit", HeadingText, HeadingBgnd));
-  EXPECT_EQ(calls[1], Fill(frozen, frozen, 0, width_ + 1, "le", HeadingText, HeadingBgnd));
-  EXPECT_EQ(calls[4], Rule(PS_SOLID, 0, 2 * ch_ - 1, width_, 2 * ch_ - 1));
-}
-
-TEST_F(Painting, APartialPaintDrawsTheRowsItMeets) {
-  struct Case {
-    int top, bottom;
-    std::vector<std::string> rows, withTitles;
-  };
-  const Case cases[] = {
-      {0, ch_, {"first"}, {"Title", "Second"}},
-      {ch_, ch_ + 1, {"second line"}, {"Title", "Second"}},
-      {ch_ - 1, ch_ + 1, {"first", "second line"}, {"Title", "Second"}},
-      {2 * ch_, 3 * ch_, {"third"}, {"first"}},
-      {3 * ch_, 5 * ch_, {}, {"second line", "third"}},
-  };
-  for (const bool titles : {false, true}) {
-    if (titles) FreezeTitles();
-    for (const Case& c : cases) {
-      platform_testing::ForgetRecords();
-      platform_testing::LogDrawing(true);
-      const RECT rect{0, c.top, width_, c.bottom};
-      InvalidateRect(viewer_.Window(), &rect, FALSE);
-      UpdateWindow(viewer_.Window());
-      std::vector<std::string> texts;
-      for (const DrawCall& call : platform_testing::DrawingLog()) {
-        if (call.kind == DrawCall::Kind::fillText) texts.push_back(call.text);
-      }
-      EXPECT_EQ(texts, titles ? c.withTitles : c.rows) << c.top;
-    }
-  }
+  EXPECT_EQ(crossed[0], Fill(0, 0, 0, frozen - 1, "Tit", HeadingText, HeadingBgnd));
+  EXPECT_EQ(crossed[1], Fill(frozen, frozen, 0, width_ + 1, "le", HeadingText, HeadingBgnd));
+  EXPECT_EQ(crossed[4], expected[2]);
+  MainState.FrozenColumns = 0;
+  viewer_.Send(WM_COMMAND, 112);
+  const std::vector<std::string> alone = Paint();
+  ASSERT_EQ(alone.size(), 3U);
+  EXPECT_EQ(alone[0], Fill(0, 0, 0, width_ + 1, "Title", HeadingText, HeadingBgnd));
+  EXPECT_EQ(alone[2], expected[2]);
 }
 
 TEST_F(Painting, PixelsShowTheColors) {
@@ -310,15 +254,6 @@ TEST_F(Painting, PixelsShowTheColors) {
   EXPECT_EQ(pixels.Get(width_ - 1, ch_ + 1), RGB(5, 4, 3)) << "a selected row is inverted";
   EXPECT_EQ(pixels.Get(width_ / 2, 5 * ch_), RGB(10, 20, 30));
   EXPECT_EQ(pixels.Get(width_ / 2, 3 * ch_), RGB(0, 0, 0)) << "the line that marks the end of the data";
-}
-
-TEST(PaintedWindow, AnEmptyFileIsAllBackground) {
-  const ScratchFile file("");
-  Viewer viewer({file.Path()});
-  EXPECT_TRUE(FileIsOpen());
-  EXPECT_FALSE(Viewer::ErrorPage());
-  const platform_testing::Pixels pixels = platform_testing::ClientPixels(viewer.Window());
-  EXPECT_EQ(pixels.Get(5, pixels.height / 2), ColorTable[Background]);
 }
 
 }  // namespace

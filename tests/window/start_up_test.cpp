@@ -1,7 +1,4 @@
 // Start-up as a whole: command words in, the state of the running program out.
-#include <algorithm>
-#include <filesystem>
-
 #include "tests/window/viewer.h"
 #include "window/main_window.h"
 
@@ -71,7 +68,7 @@ TEST(StartUp, AServerWithoutAFileWaits) {
   EXPECT_EQ(MainState.DdeState, 2);
 }
 
-TEST(StartUp, ShowStates) {
+TEST(StartUp, ShowStatesAndEsc) {
   const ScratchFile file("text\n");
   {
     Viewer viewer({"-N", "-D"});
@@ -81,9 +78,14 @@ TEST(StartUp, ShowStates) {
     Viewer viewer({"-N", "-X", file.Path()});
     EXPECT_FALSE(IsIconic(viewer.Window())) << "opening a file restores the window";
     EXPECT_EQ(Viewer::Text(), "text");
+    viewer.Key(VK_ESCAPE);
+    EXPECT_TRUE(viewer.Running());
+    EXPECT_TRUE(IsIconic(viewer.Window()));
   }
-  Viewer viewer({"-M", file.Path()});
+  Viewer viewer({"-M", "-Y", file.Path()});
   EXPECT_EQ(MainState.AlwaysOnTop, 1);
+  viewer.Key(VK_ESCAPE);
+  EXPECT_FALSE(viewer.Running());
 }
 
 TEST(StartUp, ASecondClassIsRefused) {
@@ -99,19 +101,6 @@ TEST(StartUp, ASecondClassIsRefused) {
   DestroyIcon(MainState.AppIcon);
   MainState = MainWindowState{};
   platform_testing::ForgetRecords();
-}
-
-TEST(StartUp, EscClosesOrMinimizes) {
-  const ScratchFile file("text\n");
-  {
-    Viewer viewer({file.Path()});
-    viewer.Key(VK_ESCAPE);
-    EXPECT_TRUE(viewer.Running());
-    EXPECT_TRUE(IsIconic(viewer.Window()));
-  }
-  Viewer viewer({"-Y", file.Path()});
-  viewer.Key(VK_ESCAPE);
-  EXPECT_FALSE(viewer.Running());
 }
 
 }  // namespace

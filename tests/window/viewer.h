@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "platform/testing.h"
-#include "tests/engine/scratch_file.h"
+#include "tests/scratch.h"
 #include "window/main_window_state.h"
 #include "window/private_messages.h"
 #include "window/start_up.h"

@@ -379,6 +379,18 @@ HWND SetFocus(HWND window) {
   return former;
 }
 
+BOOL GetWindowRect(HWND window, RECT* rect) {
+  if (!IsMainWindow(window)) {
+    return FALSE;
+  }
+  const QWidget& frame = *window->frame;
+  const double ratio = frame.devicePixelRatioF();
+  const auto pixels = [ratio](int logical) { return static_cast<LONG>(std::lround(logical * ratio)); };
+  *rect = {pixels(frame.x()), pixels(frame.y()), pixels(frame.x()) + pixels(frame.width()),
+           pixels(frame.y()) + pixels(frame.height())};
+  return TRUE;
+}
+
 BOOL GetClientRect(HWND window, RECT* rect) {
   if (!IsWindowAlive(window)) {
     return FALSE;
