@@ -2,11 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <memory>
 #include <random>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -20,20 +18,17 @@ struct SmallRun {
   TextBuffer text;
   LineArray lines;
 
-  SmallRun(const std::string& words, int first, int cur, FilePos start) {
+  SmallRun(const std::string& words, int first, int cur, FilePos pos) {
     lines = {entries.get(), kEntries, static_cast<std::int16_t>(cur), static_cast<std::int16_t>(first),
              static_cast<std::int16_t>(first + static_cast<int>(words.size()))};
     text = {characters.data(), static_cast<std::int32_t>(characters.size()), 6};
-    FilePos pos = start;
-    int i = first;
+    LineEntry* entry = entries.get() + first;
     for (const char word : words) {
-      entries[static_cast<std::size_t>(i++)] = {pos, word == '-' ? 4 : 0, word == '-' ? 2 : 4, 0,
-                                                word == 'f'   ? LF_PAGEMARK
-                                                : word == 'g' ? LF_PAGEGAP
-                                                              : 0};
+      const std::uint32_t flags = word == 'f' ? LF_PAGEMARK : word == 'g' ? LF_PAGEGAP : 0;
+      *entry++ = {pos, word == '-' ? 4 : 0, word == '-' ? 2 : 4, 0, flags};
       pos += 10;
     }
-    entries[static_cast<std::size_t>(i)] = SentinelAt(pos);
+    *entry = SentinelAt(pos);
   }
 
   // The lines as words again; "." is a pad line, "G" a gap line, and "<" stands in front of the top line.
@@ -52,13 +47,13 @@ struct SmallRun {
   }
 };
 
-TEST(PadPages, FillsPagesUp) {
+TEST(PadPages, FillsPagesUpAndEndsTheFileWithOneGap) {
   struct Case {
     const char* what;
     std::string words;
     int first, cur;
     FilePos start;
-    int pageLength;
+    int pageLength;  // 0: 66, and the run's end is the file's
     std::string after;
   };
   constexpr FilePos kInside = 500;  // the run starts in the middle of the file
@@ -71,45 +66,28 @@ TEST(PadPages, FillsPagesUp) {
       {"no room in front: what lies above drops out", "xxfx", 0, 2, 0, 4, "..<fx"},
       {"room for one line only", "xf", 0, 1, 0, 9, "x<f"},
       {"no room behind: the rest drops out", "xxfxxx", 4, 4, 0, 9, "<xx....."},
+      {"blank lines go", "xx--", 2, 2, 100, 0, "<xxG"},
+      {"no blank line", "xx", 2, 2, 100, 0, "<xxG"},
+      {"nothing but blank lines", "---", 2, 2, 100, 0, "<-G"},
+      {"the top line was one of them", "xx---", 2, 6, 100, 0, "xx<G"},
+      {"at the array's end, as after a jump to the bottom", "xxx", 8, 10, 100, 0, "xx<xG"},
+      {"the same with a full array", "xxxxxxxxxxx", 0, 10, 100, 0, "xxxxxxxxx<xG"},
   };
   for (const Case& c : cases) {
     SmallRun run(c.words, c.first, c.cur, c.start);
-    PadPages(run.lines, run.text, kBehindEveryPosition, c.pageLength);
+    const FilePos end = c.start + 10 * static_cast<FilePos>(c.words.size());
+    const bool atEnd = c.pageLength == 0;
+    PadPages(run.lines, run.text, atEnd ? end : kBehindEveryPosition, atEnd ? 66 : c.pageLength);
     EXPECT_EQ(run.Words(), c.after) << c.what;
-  }
-}
-
-TEST(PadPages, BlankLinesAtTheFilesEndBecomeOneGap) {
-  struct Case {
-    const char* what;
-    std::string words;
-    int first, cur;
-    std::string after;
-  };
-  const Case cases[] = {
-      {"blank lines go", "xx--", 2, 2, "<xxG"},
-      {"no blank line", "xx", 2, 2, "<xxG"},
-      {"nothing but blank lines", "---", 2, 2, "<-G"},
-      {"the top line was one of them", "xx---", 2, 6, "xx<G"},
-      {"at the array's end, as after a jump to the bottom", "xxx", 8, 10, "xx<xG"},
-      {"the same with a full array", "xxxxxxxxxxx", 0, 10, "xxxxxxxxx<xG"},
-  };
-  for (const Case& c : cases) {
-    SmallRun run(c.words, c.first, c.cur, 100);
-    const FilePos length = 100 + 10 * static_cast<FilePos>(c.words.size());
-    PadPages(run.lines, run.text, length, 66);
-    EXPECT_EQ(run.Words(), c.after) << c.what;
-    EXPECT_EQ(run.lines.Aline[run.lines.Alast].Lpos, length) << c.what;
+    if (atEnd) EXPECT_EQ(run.lines.Aline[run.lines.Alast].Lpos, end) << c.what;
     EXPECT_EQ(run.lines.Aline[run.lines.Alast].Llen, kSentinelLength) << c.what;
   }
 }
 
 TEST(PadPages, LeavesASoundRunWhateverItIsGiven) {
   std::mt19937 random(7);
+  const auto pick = [&random](int most) { return static_cast<int>(random() % static_cast<unsigned>(most)); };
   for (int round = 0; round < 20000; ++round) {
-    const auto pick = [&random](int most) {
-      return static_cast<int>(random() % static_cast<unsigned>(most));
-    };
     std::string words(static_cast<std::size_t>(pick(kEntries)), 'x');
     for (char& word : words)
       word = "xx--fg"[pick(6)];
@@ -126,9 +104,7 @@ TEST(PadPages, LeavesASoundRunWhateverItIsGiven) {
     ASSERT_EQ(lines.Aline[lines.Alast].Llen, kSentinelLength) << words;
     if (words.empty()) continue;
     ASSERT_LT(lines.Acur, lines.Alast) << words;
-    if (!atEnd) {
-      ASSERT_EQ(lines.Aline[lines.Acur].Lpos, top) << words;
-    }
+    if (!atEnd) ASSERT_EQ(lines.Aline[lines.Acur].Lpos, top) << words;
   }
 }
 

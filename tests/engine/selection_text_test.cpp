@@ -8,53 +8,48 @@
 #include "engine/hex_format.h"
 #include "engine/raw_format.h"
 #include "engine/text_format.h"
-#include "tests/engine/scratch_file.h"
+#include "tests/scratch.h"
 
 namespace {
 
-ViewFile Open(const ScratchFile& scratch) {
+struct Selected {
+  explicit Selected(const std::string& content, std::uintmax_t length = 0) : scratch(content) {
+    if (length > 0) std::filesystem::resize_file(scratch.Path(), length);
+    scratch.Path().copy(file.Fname, sizeof file.Fname - 1);
+    file.Flen = static_cast<FilePos>(std::filesystem::file_size(scratch.Path()));
+  }
+  std::string Copied(FilePos from, FilePos to, FormatProc format = FormatText,
+                     ViewOptions options = VO_EXPANDTABS, std::int32_t lineLen = 80) {
+    const SelectionText text = FormatSelection(from, to, file, format, options, lineLen);
+    EXPECT_EQ(text.failure, CopyFailure::none);
+    return text.text ? std::string(text.text.get()) : "nothing";
+  }
+  ScratchFile scratch;
   ViewFile file;
-  scratch.Path().copy(file.Fname, sizeof file.Fname - 1);
-  file.Flen = static_cast<FilePos>(std::filesystem::file_size(scratch.Path()));
-  return file;
-}
-
-std::string Copied(ViewFile& file, FilePos from, FilePos to, FormatProc format = FormatText,
-                   ViewOptions options = VO_EXPANDTABS, std::int32_t lineLen = 80) {
-  const SelectionText text = FormatSelection(from, to, file, format, options, lineLen);
-  EXPECT_EQ(text.failure, CopyFailure::none);
-  return text.text ? std::string(text.text.get()) : "nothing";
-}
+};
 
 TEST(SelectionText, IsWhatTheViewShows) {
-  const ScratchFile scratch("one\ttab\r\ntwo\r\nthree\r\n");
-  ViewFile file = Open(scratch);
-  EXPECT_EQ(Copied(file, 0, 9), "one     tab\r\n");
-  EXPECT_EQ(Copied(file, 0, 10), "one     tab\r\ntwo\r\n");
-  EXPECT_EQ(Copied(file, 5, 5), "ab\r\n");
-  EXPECT_EQ(Copied(file, -7, -1), "one     tab\r\ntwo\r\nthree\r\n");
-  EXPECT_EQ(Copied(file, 9, 12, FormatHex),
+  Selected tabs("one\ttab\r\ntwo\r\nthree\r\n");
+  EXPECT_EQ(tabs.Copied(0, 9), "one     tab\r\n");
+  EXPECT_EQ(tabs.Copied(0, 10), "one     tab\r\ntwo\r\n");
+  EXPECT_EQ(tabs.Copied(5, 5), "ab\r\n");
+  EXPECT_EQ(tabs.Copied(-7, -1), "one     tab\r\ntwo\r\nthree\r\n");
+  EXPECT_EQ(tabs.Copied(9, 12, FormatHex),
             "000009  74776F0D 0A746872 65650D0A           two\xB7\xB7three\xB7\xB7\r\n");
-  EXPECT_EQ(Copied(file, 1, 5, FormatRaw, 0, 4), "ne\xA4t\r\n");
-  EXPECT_EQ(Copied(file, file.Flen, -1), "nothing");
+  EXPECT_EQ(tabs.Copied(1, 5, FormatRaw, 0, 4), "ne\xA4t\r\n");
+  EXPECT_EQ(tabs.Copied(tabs.file.Flen, -1), "nothing");
 }
 
-TEST(SelectionText, EndsAtItsLimit) {
-  const ScratchFile scratch(std::string(100, 'x') + "\n" + std::string(40000, 'y') + "\n");
-  ViewFile file = Open(scratch);
-  const std::string text = Copied(file, 0, -1, FormatText, VO_WRAP, 30000);
+TEST(SelectionText, EndsAtItsLimitAndReadsWhatItNeeds) {
+  std::string content(40102, 'y');
+  content[100] = content.back() = '\n';
+  Selected lines(content);
+  const std::string text = lines.Copied(0, -1, FormatText, VO_WRAP, 30000);
   EXPECT_EQ(text.size(), 32759U);
   EXPECT_EQ(text.substr(text.size() - 4), "yy\r\n");
-}
-
-// A selection of any size reads what its text needs, and no more.
-TEST(SelectionText, ReadsWhatItNeeds) {
-  const ScratchFile scratch("start\n");
-  std::filesystem::resize_file(scratch.Path(), std::uintmax_t{64} << 30);
-  ViewFile file = Open(scratch);
-  const SelectionText text = FormatSelection(0, file.Flen - 1, file, FormatRaw, 0, 80);
-  EXPECT_GT(text.length, 32700);
-  EXPECT_EQ(file.Fcur, 0);
+  Selected huge("start\n", std::uintmax_t{64} << 30);
+  EXPECT_GT(FormatSelection(0, huge.file.Flen - 1, huge.file, FormatRaw, 0, 80).length, 32700);
+  EXPECT_EQ(huge.file.Fcur, 0);
 }
 
 // In a line longer than a slice, the copy has the rows that the view shows, and loses no byte.
@@ -62,19 +57,16 @@ TEST(SelectionText, CopiesRowsOfALongLine) {
   std::string content;
   while (content.size() < 300000)
     content += std::to_string(content.size()) + ",";
-  const ScratchFile scratch(content);
-  ViewFile file = Open(scratch);
-  std::string text = Copied(file, 160000, 160000 + 20000);
+  std::string text = Selected(content).Copied(160000, 160000 + 20000);
   std::erase_if(text, [](char c) { return c == '\r' || c == '\n'; });
   EXPECT_EQ(text.substr(0, 20000), content.substr(160000, 20000));
 }
 
 TEST(SelectionText, TellsOfAFailure) {
-  ScratchFile scratch("abc\n");
-  ViewFile file = Open(scratch);
-  EXPECT_EQ(FormatSelection(0, -1, file, FormatHex, 0, 21).failure, CopyFailure::format);
-  scratch.Remove();
-  const SelectionText gone = FormatSelection(0, -1, file, FormatRaw, 0, 80);
+  Selected lines("abc\n");
+  EXPECT_EQ(FormatSelection(0, -1, lines.file, FormatHex, 0, 21).failure, CopyFailure::format);
+  lines.scratch.Remove();
+  const SelectionText gone = FormatSelection(0, -1, lines.file, FormatRaw, 0, 80);
   EXPECT_EQ(gone.failure, CopyFailure::read);
   EXPECT_EQ(gone.length, 0);
 }

@@ -8,24 +8,15 @@
 namespace {
 
 LRESULT CALLBACK ChildProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  switch (message) {
-    case WM_CLOSE:
-      std::puts("close");
-      break;
-    case WM_DESTROY:
-      PostQuitMessage(7);
-      return 0;
-    default:
-      break;
-  }
+  if (message == WM_CLOSE) std::puts("close");
+  if (message == WM_DESTROY) PostQuitMessage(7);
   return DefWindowProcA(window, message, wParam, lParam);
 }
 
 int ChildEntry(HINSTANCE, HINSTANCE, char* commandLine, int show) {
   std::printf("[%s]\n", commandLine);
-  for (int i = 0; i < CommandWordCount(); ++i) {
+  for (int i = 0; i < CommandWordCount(); ++i)
     std::puts(CommandWord(i));
-  }
   WNDCLASSA windowClass{};
   windowClass.lpfnWndProc = ChildProcedure;
   windowClass.lpszClassName = "CHILD";
@@ -36,9 +27,8 @@ int ChildEntry(HINSTANCE, HINSTANCE, char* commandLine, int show) {
   std::puts("ready");
   std::fflush(stdout);
   MSG message{};
-  while (GetMessageA(&message, nullptr, 0, 0) != 0) {
+  while (GetMessageA(&message, nullptr, 0, 0) != 0)
     DispatchMessageA(&message);
-  }
   return static_cast<int>(message.wParam);
 }
 

@@ -1,12 +1,8 @@
-#include <gtest/gtest.h>
-#include <unistd.h>
-
-#include <cstdlib>
 #include <cstring>
-#include <fstream>
 
 #include "platform/paths.h"
 #include "tests/platform/test_window.h"
+#include "tests/scratch.h"
 
 namespace {
 
@@ -31,9 +27,7 @@ TEST(Boxes, ShowTextAndCaptionAndServeTheQueueBehindThem) {
 TEST(Boxes, AQuitEndsABoxAndGoesOnToTheLoopOutside) {
   TestWindow window;
   window.handle = [](UINT message, WPARAM, LPARAM) {
-    if (message == WM_DESTROY) {
-      PostQuitMessage(5);
-    }
+    if (message == WM_DESTROY) PostQuitMessage(5);
     return false;
   };
   PostMessageA(window.Handle(), WM_CLOSE, 0, 0);
@@ -43,31 +37,12 @@ TEST(Boxes, AQuitEndsABoxAndGoesOnToTheLoopOutside) {
   EXPECT_EQ(message.wParam, 5U);
 }
 
-TEST(Boxes, ABoxMayOpenBehindABox) {
-  TestWindow window;
-  int depth = 0;
-  window.handle = [&](UINT message, WPARAM, LPARAM) {
-    if (message == WM_USER && depth++ < 3) {
-      PostMessageA(window.Handle(), WM_USER, 0, 0);
-      MessageBoxA(window.Handle(), "again", "Quorl", MB_OK);
-    }
-    return false;
-  };
-  PostMessageA(window.Handle(), WM_USER, 0, 0);
-  window.Pump();
-  EXPECT_EQ(Boxes().size(), 3U);
-}
-
 class FileDialogs : public testing::Test {
  protected:
   FileDialogs() {
-    char name[] = "/tmp/quorl dialog XXXXXX";
-    folder_ = mkdtemp(name);
-    std::ofstream(folder_ + "/report.txt") << "x";
-    std::ofstream(folder_ + "/two words (1).dat") << "x";
-    std::ofstream(folder_ + "/\xC3\xBC.log") << "x";
+    for (const char* name : {"report.txt", "two words (1).dat", "\xC3\xBC.log"})
+      scratch_.Write(name, "x");
   }
-  ~FileDialogs() override { static_cast<void>(std::system(("rm -rf '" + folder_ + "'").c_str())); }
 
   BOOL Run(const char* name, const char* directory) {
     std::strcpy(file_, name);
@@ -84,7 +59,8 @@ class FileDialogs : public testing::Test {
   }
 
   TestWindow window_;
-  std::string folder_;
+  ScratchFolder scratch_;
+  std::string folder_ = scratch_.Path();
   char file_[kPathBytes] = {};
   DWORD size_ = kPathBytes;
 };
@@ -105,67 +81,51 @@ TEST_F(FileDialogs, GiveTheAbsolutePathOfTheChosenFile) {
   EXPECT_EQ(first.name, "");
 }
 
-TEST_F(FileDialogs, BeginWithANameThatIsNoPattern) {
+TEST_F(FileDialogs, RefuseWhatCannotBeOpenedAndServeTheQueueMeanwhile) {
   EXPECT_FALSE(Run("missing.txt", folder_.c_str()));
   EXPECT_EQ(platform_testing::FileDialogs().front().name, "missing.txt");
   EXPECT_STREQ(file_, "missing.txt");
-}
-
-TEST_F(FileDialogs, RefuseWhatDoesNotExistAndServeTheQueueMeanwhile) {
   PostMessageA(window_.Handle(), WM_USER, 0, 0);
   AnswerNextFileDialog(folder_ + "/nothing");
   EXPECT_FALSE(Run("", folder_.c_str()));
   EXPECT_EQ(window_.Count(WM_USER), 1);
-}
-
-TEST_F(FileDialogs, GiveNothingWhenThePathDoesNotFit) {
-  size_ = 8;
+  size_ = 8;  // the path does not fit
   AnswerNextFileDialog(folder_ + "/report.txt");
   EXPECT_FALSE(Run("x", folder_.c_str()));
   EXPECT_STREQ(file_, "x");
 }
 
-class FontDialogs : public testing::Test {
- protected:
-  FontDialogs() {
-    std::strcpy(font_.lfFaceName, "Courier New");
-    font_.lfHeight = -13;
-    font_.lfWeight = 400;
-    choose_.lStructSize = sizeof choose_;
-    choose_.hwndOwner = window_.Handle();
-    choose_.lpLogFont = &font_;
-    choose_.Flags = CF_SCREENFONTS | CF_INITTOLOGFONTSTRUCT | CF_FORCEFONTEXIST;
+TEST(FontDialogs, FillInTheChoice) {
+  struct Case {
+    std::optional<FontAnswer> answer;
+    const char* face;
+    int height, weight, points;
+  };
+  const Case cases[] = {
+      {FontAnswer{"DejaVu Sans Mono", 18, 700, false}, "DejaVu Sans Mono", -24, 700, 180},
+      {std::nullopt, "Courier New", -13, 400, 0},
+      // A stand-in face keeps the name that it stands in for.
+      {FontAnswer{"Liberation Mono", 10, 400, false}, "Courier New", -13, 400, 100},
+  };
+  TestWindow window;
+  for (const Case& c : cases) {
+    LOGFONTA font{};
+    std::strcpy(font.lfFaceName, "Courier New");
+    font.lfHeight = -13;
+    font.lfWeight = 400;
+    CHOOSEFONTA choose{};
+    choose.lStructSize = sizeof choose;
+    choose.hwndOwner = window.Handle();
+    choose.lpLogFont = &font;
+    choose.Flags = CF_SCREENFONTS | CF_INITTOLOGFONTSTRUCT | CF_FORCEFONTEXIST;
+    AnswerNextFontDialog(c.answer);
+    EXPECT_EQ(ChooseFontA(&choose) != FALSE, c.answer.has_value());
+    EXPECT_STREQ(font.lfFaceName, c.face);
+    EXPECT_EQ(font.lfHeight, c.height);
+    EXPECT_EQ(font.lfWeight, c.weight);
+    EXPECT_EQ(font.lfItalic, 0);
+    EXPECT_EQ(choose.iPointSize, c.points);
   }
-
-  TestWindow window_;
-  LOGFONTA font_{};
-  CHOOSEFONTA choose_{};
-};
-
-TEST_F(FontDialogs, FillInTheChoice) {
-  AnswerNextFontDialog(FontAnswer{"DejaVu Sans Mono", 18, 700, false});
-  ASSERT_TRUE(ChooseFontA(&choose_));
-  EXPECT_STREQ(font_.lfFaceName, "DejaVu Sans Mono");
-  EXPECT_EQ(font_.lfHeight, -24);
-  EXPECT_EQ(choose_.iPointSize, 180);
-  EXPECT_EQ(font_.lfWeight, 700);
-  EXPECT_EQ(font_.lfItalic, 0);
-}
-
-TEST_F(FontDialogs, CancelChangesNothing) {
-  AnswerNextFontDialog(std::nullopt);
-  EXPECT_FALSE(ChooseFontA(&choose_));
-  EXPECT_STREQ(font_.lfFaceName, "Courier New");
-  EXPECT_EQ(font_.lfHeight, -13);
-  EXPECT_EQ(choose_.iPointSize, 0);
-}
-
-TEST_F(FontDialogs, AStandInFaceKeepsTheNameItStandsInFor) {
-  AnswerNextFontDialog(FontAnswer{"Liberation Mono", 10, 400, false});
-  ASSERT_TRUE(ChooseFontA(&choose_));
-  EXPECT_STREQ(font_.lfFaceName, "Courier New");
-  EXPECT_EQ(font_.lfHeight, -13);
-  EXPECT_EQ(choose_.iPointSize, 100);
 }
 
 }  // namespace

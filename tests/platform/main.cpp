@@ -7,9 +7,7 @@
 
 int main(int argc, char** argv) {
   // Some tests run this program again as the program under test.
-  if (argc > 1 && std::string_view(argv[1]) == kChildOption) {
-    return RunChildProgram(argc, argv);
-  }
+  if (argc > 1 && std::string_view(argv[1]) == kChildOption) return RunChildProgram(argc, argv);
   testing::InitGoogleTest(&argc, argv);
   platform_testing::StartToolkit(argc, argv);
   return RUN_ALL_TESTS();

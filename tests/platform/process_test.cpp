@@ -25,9 +25,8 @@ class Child {
     if (process_ == 0) {
       dup2(out[1], STDOUT_FILENO);
       dup2(err[1], STDERR_FILENO);
-      for (const int end : {out[0], out[1], err[0], err[1]}) {
+      for (const int end : {out[0], out[1], err[0], err[1]})
         close(end);
-      }
       setenv("QT_QPA_PLATFORM", platform, 1);
       unsetenv("DISPLAY");
       unsetenv("WAYLAND_DISPLAY");
@@ -62,9 +61,8 @@ class Child {
     GetModuleFileNameA(nullptr, path, sizeof path);
     words.insert(words.begin(), {path, kChildOption});
     std::vector<char*> arguments;
-    for (std::string& word : words) {
+    for (std::string& word : words)
       arguments.push_back(word.data());
-    }
     arguments.push_back(nullptr);
     execv(path, arguments.data());
     _exit(99);
@@ -75,9 +73,7 @@ class Child {
     char byte = 0;
     while (read(from, &byte, 1) == 1) {
       text += byte;
-      if (until != nullptr && text.find(until) != std::string::npos) {
-        break;
-      }
+      if (until != nullptr && text.find(until) != std::string::npos) break;
     }
     return text;
   }

@@ -37,9 +37,7 @@ TestWindow::~TestWindow() {
   DestroyWindow(handle_);
   platform_testing::PumpUntilIdle(nullptr, nullptr);
   UnregisterClassA(kClassName, nullptr);
-  if (accelerators != nullptr) {
-    DestroyAcceleratorTable(accelerators);
-  }
+  if (accelerators != nullptr) DestroyAcceleratorTable(accelerators);
   platform_testing::LogDrawing(false);
   platform_testing::ForgetRecords();
   current = nullptr;
@@ -47,12 +45,8 @@ TestWindow::~TestWindow() {
 
 LRESULT CALLBACK TestWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   TestWindow& self = *current;
-  if (message != WM_ERASEBKGND) {
-    self.log.push_back({message, wParam, lParam});
-  }
-  if (self.handle && self.handle(message, wParam, lParam)) {
-    return 0;
-  }
+  if (message != WM_ERASEBKGND) self.log.push_back({message, wParam, lParam});
+  if (self.handle && self.handle(message, wParam, lParam)) return 0;
   if (message == WM_PAINT && self.paint) {
     PAINTSTRUCT record{};
     const HDC dc = BeginPaint(window, &record);
@@ -65,9 +59,8 @@ LRESULT CALLBACK TestWindow::Procedure(HWND window, UINT message, WPARAM wParam,
 
 std::vector<UINT> TestWindow::Messages() const {
   std::vector<UINT> messages;
-  for (const Received& received : log) {
+  for (const Received& received : log)
     messages.push_back(received.message);
-  }
   return messages;
 }
 
@@ -84,35 +77,16 @@ void TestWindow::Draw(const std::function<void(HDC)>& draw) {
 
 std::vector<std::string> TestWindow::Art(int x, int y, int width, int height) const {
   const platform_testing::Pixels pixels = platform_testing::ClientPixels(handle_);
-  std::vector<std::string> art;
-  for (int row = y; row < y + height; ++row) {
-    std::string line;
+  static constexpr std::pair<COLORREF, char> kLetters[] = {{kWhite, '.'}, {kBlack, '#'}, {kRed, 'r'},
+                                                           {kGreen, 'g'}, {kBlue, 'b'},  {kYellow, 'y'}};
+  std::vector<std::string> art(static_cast<std::size_t>(height));
+  for (int row = 0; row < height; ++row) {
     for (int column = x; column < x + width; ++column) {
-      switch (pixels.Get(column, row)) {
-        case kWhite:
-          line += '.';
-          break;
-        case kBlack:
-          line += '#';
-          break;
-        case kRed:
-          line += 'r';
-          break;
-        case kGreen:
-          line += 'g';
-          break;
-        case kBlue:
-          line += 'b';
-          break;
-        case kYellow:
-          line += 'y';
-          break;
-        default:
-          line += '?';
-          break;
-      }
+      const auto* letter = std::find_if(std::begin(kLetters), std::end(kLetters), [&](const auto& each) {
+        return each.first == pixels.Get(column, y + row);
+      });
+      art[static_cast<std::size_t>(row)] += letter == std::end(kLetters) ? '?' : letter->second;
     }
-    art.push_back(line);
   }
   return art;
 }

@@ -1,20 +1,15 @@
 #include "platform/posix/profile_file.h"
 
-#include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <chrono>
 #include <cstring>
-#include <filesystem>
-#include <random>
 #include <thread>
 
 #include "platform/paths.h"
 #include "platform/profile_batch.h"
 #include "platform/win32.h"
-#include "tests/posix/scratch_folder.h"
+#include "tests/scratch.h"
 
 namespace {
 
@@ -23,6 +18,10 @@ std::string Text(const char* section, const char* key, const std::string& file, 
   const DWORD length = GetPrivateProfileStringA(section, key, fallback, buffer, sizeof buffer, file.c_str());
   EXPECT_EQ(length, std::strlen(buffer));
   return buffer;
+}
+
+bool Put(const std::string& file, const char* section, const char* key, const char* value) {
+  return WritePrivateProfileStringA(section, key, value, file.c_str()) != FALSE;
 }
 
 mode_t ModeOf(const std::string& path) {
@@ -77,55 +76,24 @@ TEST(ProfileFile, CutsTextsToTheBuffer) {
 
 TEST(ProfileFile, KeepsEveryByteThatIsNotItsOwn) {
   const ScratchFolder folder;
-  const std::string file = folder.Write("p.ini",
-                                        "\xEF\xBB\xBF; my settings, do not touch!\r\n"
-                                        "\r\n"
-                                        "[OTHER program]\r\n"
-                                        "  Path = C:\\x ; keep\r\n"
-                                        "FORMAT=9\r\n"
-                                        "\r\n"
-                                        "[quorl]\t; the viewer\r\n"
-                                        "   format   =   0   \r\n"
-                                        "LINELENGTH\t=\t127\r\n"
-                                        "Mine=caf\xC3\xA9\r\n"
-                                        "# TabLength=4\r\n"
-                                        "\r\n"
-                                        "; colors I like\r\n"
-                                        "[Quorl Colors]\r\n"
-                                        "TagBgnd=255\r\n"
-                                        "TagText=1\r\n"
-                                        "not a key line\r\n"
-                                        "last=line");
-  const char* const name = file.c_str();
-  EXPECT_TRUE(WritePrivateProfileStringA("Quorl", "Format", "2", name));
-  EXPECT_TRUE(WritePrivateProfileStringA("Quorl", "LineLength", "127", name));
-  EXPECT_TRUE(WritePrivateProfileStringA("Quorl", "TabLength", "8", name));
-  EXPECT_TRUE(WritePrivateProfileStringA("Quorl Colors", "TagBgnd", nullptr, name));
-  EXPECT_TRUE(WritePrivateProfileStringA("Quorl Colors", "WindowText", nullptr, name));
-  EXPECT_TRUE(WritePrivateProfileStringA("Titles", "Title1", "  Name", name));
-  EXPECT_TRUE(WritePrivateProfileStringA("Print Setup", nullptr, nullptr, name));
-  EXPECT_EQ(ContentOf(file),
-            "\xEF\xBB\xBF; my settings, do not touch!\r\n"
-            "\r\n"
-            "[OTHER program]\r\n"
-            "  Path = C:\\x ; keep\r\n"
-            "FORMAT=9\r\n"
-            "\r\n"
-            "[quorl]\t; the viewer\r\n"
-            "   format   =   2   \r\n"
-            "LINELENGTH\t=\t127\r\n"
-            "Mine=caf\xC3\xA9\r\n"
-            "TabLength=8\r\n"
-            "# TabLength=4\r\n"
-            "\r\n"
-            "; colors I like\r\n"
-            "[Quorl Colors]\r\n"
-            "TagText=1\r\n"
-            "not a key line\r\n"
-            "last=line\r\n"
-            "\r\n"
-            "[Titles]\r\n"
-            "Title1=\"  Name\"\r\n");
+  const std::string head =
+      "\xEF\xBB\xBF; my settings, do not touch!\r\n\r\n[OTHER program]\r\n  Path = C:\\x ; "
+      "keep\r\nFORMAT=9\r\n"
+      "\r\n[quorl]\t; the viewer\r\n";
+  const std::string middle = "LINELENGTH\t=\t127\r\nMine=caf\xC3\xA9\r\n";
+  const std::string tail = "# TabLength=4\r\n\r\n; colors I like\r\n[Quorl Colors]\r\n";
+  const std::string end = "TagText=1\r\nnot a key line\r\nlast=line";
+  const std::string file =
+      folder.Write("p.ini", head + "   format   =   0   \r\n" + middle + tail + "TagBgnd=255\r\n" + end);
+  EXPECT_TRUE(Put(file, "Quorl", "Format", "2"));
+  EXPECT_TRUE(Put(file, "Quorl", "LineLength", "127"));
+  EXPECT_TRUE(Put(file, "Quorl", "TabLength", "8"));
+  EXPECT_TRUE(Put(file, "Quorl Colors", "TagBgnd", nullptr));
+  EXPECT_TRUE(Put(file, "Quorl Colors", "WindowText", nullptr));
+  EXPECT_TRUE(Put(file, "Titles", "Title1", "  Name"));
+  EXPECT_TRUE(Put(file, "Print Setup", nullptr, nullptr));
+  EXPECT_EQ(ContentOf(file), head + "   format   =   2   \r\n" + middle + "TabLength=8\r\n" + tail + end +
+                                 "\r\n\r\n[Titles]\r\nTitle1=\"  Name\"\r\n");
   EXPECT_EQ(Text("titles", "TITLE1", file), "  Name");
 }
 
@@ -143,9 +111,8 @@ TEST(ProfileFile, RefusesWhatNoLineCanHold) {
                {"", "K", "1"},
                {"S", ";K", "1"},
                {"S", "[K]", "1"}};
-  for (const auto& it : cases) {
-    EXPECT_FALSE(WritePrivateProfileStringA(it.section, it.key, it.value, file.c_str())) << it.value;
-  }
+  for (const auto& it : cases)
+    EXPECT_FALSE(Put(file, it.section, it.key, it.value)) << it.value;
   EXPECT_EQ(ContentOf(file), content);
 }
 
@@ -153,16 +120,16 @@ TEST(ProfileFile, BareNameLiesInTheSettingsFolder) {
   const ScratchFolder folder;
   setenv("XDG_CONFIG_HOME", folder.Path("deep/config").c_str(), 1);
   EXPECT_EQ(Text("S", "K", "QUORL.INI"), "-");
-  EXPECT_TRUE(WritePrivateProfileStringA("S", "K", nullptr, "QUORL.INI"));
+  EXPECT_TRUE(Put("QUORL.INI", "S", "K", nullptr));
   EXPECT_FALSE(std::filesystem::exists(folder.Path("deep"))) << "nothing to save, nothing to create";
 
-  EXPECT_TRUE(WritePrivateProfileStringA("S", "K", "1", "QUORL.INI"));
+  EXPECT_TRUE(Put("QUORL.INI", "S", "K", "1"));
   EXPECT_EQ(ContentOf(folder.Path("deep/config/quorl/QUORL.INI")), "[S]\nK=1\n");
   EXPECT_EQ(ModeOf(folder.Path("deep/config/quorl")), 0700U);
   EXPECT_EQ(folder.Names("deep/config/quorl"), "QUORL.INI");
   EXPECT_EQ(Text("S", "K", "QUORL.INI"), "1");
   // Only the settings folder is created.
-  EXPECT_FALSE(WritePrivateProfileStringA("S", "K", "1", folder.Path("no/p.ini").c_str()));
+  EXPECT_FALSE(Put(folder.Path("no/p.ini"), "S", "K", "1"));
 
   char path[kPathBytes];
   setenv("XDG_CONFIG_HOME", "relative", 1);
@@ -181,16 +148,15 @@ TEST(ProfileFile, KeepsModeAndLinks) {
   std::filesystem::create_symlink("real/new.ini", folder.Path("dangling"));
   std::filesystem::create_symlink("circle", folder.Path("circle"));
 
-  EXPECT_TRUE(WritePrivateProfileStringA("S", "K", "2", folder.Path("two").c_str()));
+  EXPECT_TRUE(Put(folder.Path("two"), "S", "K", "2"));
   EXPECT_EQ(ContentOf(file), "[S]\nK=2\n");
   EXPECT_EQ(ModeOf(file), 0640U);
   EXPECT_EQ(Text("S", "K", folder.Path("two")), "2");
-  EXPECT_TRUE(WritePrivateProfileStringA("S", "K", "3", folder.Path("dangling").c_str()));
+  EXPECT_TRUE(Put(folder.Path("dangling"), "S", "K", "3"));
   EXPECT_EQ(ContentOf(folder.Path("real/new.ini")), "[S]\nK=3\n");
-  for (const char* link : {"one", "two", "dangling"}) {
+  for (const char* link : {"one", "two", "dangling"})
     EXPECT_TRUE(std::filesystem::is_symlink(folder.Path(link))) << link;
-  }
-  EXPECT_FALSE(WritePrivateProfileStringA("S", "K", "4", folder.Path("circle").c_str()));
+  EXPECT_FALSE(Put(folder.Path("circle"), "S", "K", "4"));
   EXPECT_EQ(folder.Names("real").find(".new"), std::string::npos);
 }
 
@@ -200,19 +166,19 @@ TEST(ProfileFile, ReadOnlyFileAndFolder) {
   const std::string locked = folder.Write("open/locked.ini", content);
   const std::string inside = folder.Write("shut/p.ini", content);
   ASSERT_EQ(chmod(locked.c_str(), 0444), 0);
-  ASSERT_EQ(chmod(folder.Path("").c_str(), 0777), 0);
+  ASSERT_EQ(chmod(folder.Path().c_str(), 0777), 0);
   ASSERT_EQ(chmod(folder.Path("open").c_str(), 0777), 0);
   ASSERT_EQ(chmod(inside.c_str(), 0666), 0);
   ASSERT_EQ(chmod(folder.Path("shut").c_str(), 0555), 0);
   // Root, too, respects a file that nobody may write.
   EXPECT_FALSE(FileMayBeWritten(locked.c_str()));
-  EXPECT_FALSE(WritePrivateProfileStringA("S", "K", "2", locked.c_str()));
+  EXPECT_FALSE(Put(locked, "S", "K", "2"));
   EXPECT_EQ(ContentOf(locked), content);
   {
     const OrdinaryUser user;
     EXPECT_FALSE(FileMayBeWritten(inside.c_str()));
-    EXPECT_FALSE(WritePrivateProfileStringA("S", "K", "2", inside.c_str()));
-    EXPECT_FALSE(WritePrivateProfileStringA("S", "K", "2", folder.Path("shut/new.ini").c_str()));
+    EXPECT_FALSE(Put(inside, "S", "K", "2"));
+    EXPECT_FALSE(Put(folder.Path("shut/new.ini"), "S", "K", "2"));
     EXPECT_EQ(Text("S", "K", inside), "1");
   }
   EXPECT_EQ(ContentOf(inside), content);
@@ -220,7 +186,7 @@ TEST(ProfileFile, ReadOnlyFileAndFolder) {
   {
     const OrdinaryUser user;
     EXPECT_TRUE(FileMayBeWritten(inside.c_str()));
-    EXPECT_TRUE(WritePrivateProfileStringA("S", "K", "2", inside.c_str()));
+    EXPECT_TRUE(Put(inside, "S", "K", "2"));
   }
   EXPECT_EQ(Text("S", "K", inside), "2");
   EXPECT_FALSE(FileMayBeWritten(folder.Path("absent").c_str()));
@@ -236,28 +202,13 @@ TEST(ProfileFile, WhatIsNoProfileReadsEmptyAndStays) {
   std::filesystem::create_directory(folder.Path("folder.ini"));
   for (const std::string& file : {huge, wide, pipe, folder.Path("folder.ini")}) {
     EXPECT_EQ(Text("S", "K", file), "-") << file;
-    EXPECT_FALSE(WritePrivateProfileStringA("S", "K", "2", file.c_str())) << file;
+    EXPECT_FALSE(Put(file, "S", "K", "2")) << file;
     const ProfileBatch batch(file.c_str());
-    EXPECT_FALSE(WritePrivateProfileStringA("S", "K", "2", file.c_str())) << file;
+    EXPECT_FALSE(Put(file, "S", "K", "2")) << file;
   }
   EXPECT_EQ(std::filesystem::file_size(huge), 50'000'000U);
   EXPECT_EQ(std::filesystem::file_size(wide), 18U);
   EXPECT_TRUE(std::filesystem::is_fifo(pipe));
-}
-
-TEST(ProfileFile, GarbageStaysInFrontOfWhatIsSaved) {
-  const ScratchFolder folder;
-  std::mt19937 random(7);
-  for (int round = 0; round < 20; ++round) {
-    std::string garbage(random() % 5000, '\0');
-    for (char& byte : garbage)
-      byte = static_cast<char>(random());
-    const std::string file = folder.Write("p.ini", garbage);
-    EXPECT_EQ(Text("Quorl", "Format", file), "-");
-    EXPECT_TRUE(WritePrivateProfileStringA("Quorl", "Format", "2", file.c_str()));
-    EXPECT_EQ(Text("Quorl", "Format", file), "2");
-    EXPECT_EQ(ContentOf(file).substr(0, garbage.size()), garbage);
-  }
 }
 
 TEST(ProfileFile, ReadsTheDiskOnceForManyKeys) {
@@ -287,12 +238,11 @@ TEST(ProfileFile, BatchIsSavedAtItsEnd) {
   const ScratchFolder folder;
   const std::string content = "[S]\nK=1\nL=1\n";
   const std::string file = folder.Write("p.ini", content);
-  const char* const name = file.c_str();
-  BeginProfileBatch(name);
-  EXPECT_TRUE(WritePrivateProfileStringA("S", "K", "2", name));
-  EXPECT_TRUE(WritePrivateProfileStringA("T", "K", "3", name));
-  BeginProfileBatch(name);
-  EXPECT_TRUE(WritePrivateProfileStringA("S", "L", nullptr, name));
+  BeginProfileBatch(file.c_str());
+  EXPECT_TRUE(Put(file, "S", "K", "2"));
+  EXPECT_TRUE(Put(file, "T", "K", "3"));
+  BeginProfileBatch(file.c_str());
+  EXPECT_TRUE(Put(file, "S", "L", nullptr));
   EXPECT_TRUE(EndProfileBatch());
   EXPECT_EQ(Text("S", "K", file), "2");
   EXPECT_EQ(Text("T", "K", file), "3");

@@ -2,13 +2,10 @@
 // at once: each with real processes.
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sched.h>
 #include <sys/file.h>
 #include <sys/mount.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 #include <csignal>
 #include <functional>
@@ -16,7 +13,7 @@
 
 #include "platform/profile_batch.h"
 #include "platform/win32.h"
-#include "tests/posix/scratch_folder.h"
+#include "tests/scratch.h"
 
 namespace {
 
@@ -33,26 +30,30 @@ int Finish(pid_t child) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : 1000 + WTERMSIG(status);
 }
 
+bool Put(const std::string& file, const std::string& key, const std::string& value) {
+  return WritePrivateProfileStringA("S", key.c_str(), value.c_str(), file.c_str()) != FALSE;
+}
+
 constexpr const char* kHead = "; by hand\n[Other]\nkeep = this\n\n";
 constexpr const char* kTail = "\n; end\n[Last]\nx=1";
+
+// The keys A, B and C that a save number `number` leaves.
+std::string Filler(int number) {
+  return std::string(3000, static_cast<char>('a' + number % 26));
+}
 
 TEST(ProfileProcess, KillLeavesTheOldFileOrTheNew) {
   const ScratchFolder folder;
   const auto whole = [](int number) {
     const std::string value = std::to_string(number);
-    return kHead +
-           ("[S]\nA=" + value + "\nB=" + std::string(3000, static_cast<char>('a' + number % 26)) +
-            "\nC=" + value + "\n") +
-           kTail;
+    return kHead + ("[S]\nA=" + value + "\nB=" + Filler(number) + "\nC=" + value + "\n") + kTail;
   };
   const std::string file = folder.Write("p.ini", whole(0));
   const auto save = [&file](int number) {
-    const std::string value = std::to_string(number);
-    const std::string filler(3000, static_cast<char>('a' + number % 26));
     BeginProfileBatch(file.c_str());
-    WritePrivateProfileStringA("S", "A", value.c_str(), file.c_str());
-    WritePrivateProfileStringA("S", "B", filler.c_str(), file.c_str());
-    WritePrivateProfileStringA("S", "C", value.c_str(), file.c_str());
+    Put(file, "A", std::to_string(number));
+    Put(file, "B", Filler(number));
+    Put(file, "C", std::to_string(number));
     return EndProfileBatch();
   };
   std::mt19937 random(11);
@@ -60,9 +61,8 @@ TEST(ProfileProcess, KillLeavesTheOldFileOrTheNew) {
   int killed = 0;
   for (int round = 0; round < 60; ++round) {
     const pid_t child = Start([&save, lastSeen] {
-      for (int i = 1; i <= 200; ++i) {
+      for (int i = 1; i <= 200; ++i)
         if (!save(lastSeen + i)) return 1;
-      }
       return 0;
     });
     usleep(static_cast<useconds_t>(random() % 30'000));
@@ -85,9 +85,8 @@ TEST(ProfileProcess, TwoViewersKeepEachOthersKeys) {
   const ScratchFolder folder;
   const std::string file = folder.Write("p.ini", std::string(kHead) + "[S]\n" + kTail);
   const auto writer = [&file](const std::string& name) {
-    for (int i = 0; i < 60; ++i) {
-      if (!WritePrivateProfileStringA("S", (name + std::to_string(i)).c_str(), "1", file.c_str())) return 1;
-    }
+    for (int i = 0; i < 60; ++i)
+      if (!Put(file, name + std::to_string(i), "1")) return 1;
     return 0;
   };
   const pid_t one = Start([&writer] { return writer("one"); });
@@ -108,9 +107,7 @@ TEST(ProfileProcess, TwoViewersKeepEachOthersKeys) {
 TEST(ProfileProcess, FirstSavesOfTwoViewersMeet) {
   for (int round = 0; round < 10; ++round) {
     const ScratchFolder folder;
-    const auto writer = [](const char* key) {
-      return WritePrivateProfileStringA("S", key, "1", "QUORL.INI") ? 0 : 1;
-    };
+    const auto writer = [](const char* key) { return Put("QUORL.INI", key, "1") ? 0 : 1; };
     const pid_t one = Start([&writer] { return writer("one"); });
     const pid_t two = Start([&writer] { return writer("two"); });
     EXPECT_EQ(Finish(one) + Finish(two), 0);
@@ -122,28 +119,12 @@ TEST(ProfileProcess, FirstSavesOfTwoViewersMeet) {
 TEST(ProfileProcess, StuckSaveOfAnotherFailsOurs) {
   const ScratchFolder folder;
   const std::string file = folder.Write("p.ini", "[S]\nK=1\n");
-  const int lock = open(folder.Path("").c_str(), O_RDONLY | O_DIRECTORY);
+  const int lock = open(folder.Path().c_str(), O_RDONLY | O_DIRECTORY);
   ASSERT_EQ(flock(lock, LOCK_EX), 0);
-  EXPECT_FALSE(WritePrivateProfileStringA("S", "K", "2", file.c_str()));
+  EXPECT_FALSE(Put(file, "K", "2"));
   EXPECT_EQ(ContentOf(file), "[S]\nK=1\n");
   close(lock);
-  EXPECT_TRUE(WritePrivateProfileStringA("S", "K", "2", file.c_str()));
-}
-
-TEST(ProfileProcess, FileSizeLimitLeavesTheOldFile) {
-  const ScratchFolder folder;
-  const std::string content = "[S]\nK=" + std::string(3000, 'k') + "\n";
-  const std::string file = folder.Write("p.ini", content);
-  const pid_t child = Start([&file] {
-    std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit limit{3100, 3100};
-    if (setrlimit(RLIMIT_FSIZE, &limit) != 0) return 2;
-    const std::string value(500, 'l');
-    return WritePrivateProfileStringA("S", "L", value.c_str(), file.c_str()) ? 1 : 0;
-  });
-  EXPECT_EQ(Finish(child), 0);
-  EXPECT_EQ(ContentOf(file), content);
-  EXPECT_EQ(folder.Names(), "p.ini");
+  EXPECT_TRUE(Put(file, "K", "2"));
 }
 
 // On a small disk of its own, which only root can make.

@@ -18,29 +18,27 @@ TEST(ProfileText, Reads) {
   const struct {
     const char* text;
     const char* value;  // of the key "Key" in the section "Sec"
-  } cases[] = {
-      {"[Sec]\nKey=1\n", "1"},
-      {"[Sec]\nKey=1", "1"},
-      {"[Sec]\r\nKey=1\r\n", "1"},
-      {"\xEF\xBB\xBF[Sec]\nKey=1\n", "1"},
-      {"[sEC]\nkEY=1\n", "1"},
-      {"  [ Sec ] \n \t Key \t=  a b \t \n", "a b"},
-      {"[Sec] ; a comment with [brackets]\nKey=1\n", "1"},
-      {"[Sec]\nKey=\n", ""},
-      {"[Sec]\nKey=a=b;c\n", "a=b;c"},
-      {"[Sec]\nKey=\" a \"\n", " a "},
-      {"[Sec]\nKey=' a '\n", " a "},
-      {"[Sec]\nKey=\"a'\n", "\"a'"},
-      {"[Sec]\nKey=\"\n", "\""},
-      {"[Sec]\nKey=\"\"a\"\"\n", "\"a\""},
-      {"[Sec]\n;Key=1\n#Key=2\n ; Key=3\nKey 4\nKeys=5\nKey=6\nKey=7\n", "6"},
-      {"Key=0\n[Other]\nKey=1\n[Sec]\n[Sec]\nKey=2\n", "(no key)"},
-      {"[Other]\nKey=1\n", "(no section)"},
-      {"[Sec\nKey=1\n", "(no section)"},
-      {"[Sec]\nOther=1\n[Third]\nKey=1\n", "(no key)"},
-      {"[Secret]\nKey=0\n[Sec]y]\nKey=1\n[Sec]\nKey=2\n", "2"},
-      {"", "(no section)"},
-  };
+  } cases[] = {{"[Sec]\nKey=1\n", "1"},
+               {"[Sec]\nKey=1", "1"},
+               {"[Sec]\r\nKey=1\r\n", "1"},
+               {"\xEF\xBB\xBF[Sec]\nKey=1\n", "1"},
+               {"[sEC]\nkEY=1\n", "1"},
+               {"  [ Sec ] \n \t Key \t=  a b \t \n", "a b"},
+               {"[Sec] ; a comment with [brackets]\nKey=1\n", "1"},
+               {"[Sec]\nKey=\n", ""},
+               {"[Sec]\nKey=a=b;c\n", "a=b;c"},
+               {"[Sec]\nKey=\" a \"\n", " a "},
+               {"[Sec]\nKey=' a '\n", " a "},
+               {"[Sec]\nKey=\"a'\n", "\"a'"},
+               {"[Sec]\nKey=\"\n", "\""},
+               {"[Sec]\nKey=\"\"a\"\"\n", "\"a\""},
+               {"[Sec]\n;Key=1\n#Key=2\n ; Key=3\nKey 4\nKeys=5\nKey=6\nKey=7\n", "6"},
+               {"Key=0\n[Other]\nKey=1\n[Sec]\n[Sec]\nKey=2\n", "(no key)"},
+               {"[Other]\nKey=1\n", "(no section)"},
+               {"[Sec\nKey=1\n", "(no section)"},
+               {"[Sec]\nOther=1\n[Third]\nKey=1\n", "(no key)"},
+               {"[Secret]\nKey=0\n[Sec]y]\nKey=1\n[Sec]\nKey=2\n", "2"},
+               {"", "(no section)"}};
   for (const auto& it : cases)
     EXPECT_EQ(Read(it.text, "Sec", "Key"), it.value) << it.text;
   EXPECT_EQ(Read("[Setup: a[1]]\nKey=1\n[Setup: a]\nKey=2\n", "Setup: a[1]", "Key"), "1");
@@ -117,9 +115,8 @@ TEST(ProfileText, RandomEditsActOnTheirKeyAlone) {
   for (int round = 0; round < 3000; ++round) {
     std::string text;
     const char* const lineBreak = random() % 2 == 0 ? "\n" : "\r\n";
-    for (std::size_t count = random() % 12; count > 0; --count) {
+    for (std::size_t count = random() % 12; count > 0; --count)
       text += pick(lines) + (count > 1 || random() % 2 == 0 ? lineBreak : "");
-    }
     const std::string before = text;
     std::map<std::pair<std::string, std::string>, std::string> model;
     for (const std::string& section : sections) {
@@ -147,9 +144,7 @@ TEST(ProfileText, RandomEditsActOnTheirKeyAlone) {
     for (const auto& [name, value] : model) {
       EXPECT_EQ(Read(text, name.first, name.second), value)
           << "kind " << kind << " on " << section << "/" << key << " asked " << name.first << "/"
-          << name.second << "\nbefore:\n"
-          << before << "\nafter:\n"
-          << text;
+          << name.second << testing::PrintToString(before) << " became " << testing::PrintToString(text);
     }
     if (HasFailure()) return;
   }

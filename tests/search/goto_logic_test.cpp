@@ -1,9 +1,7 @@
 // Go To: the field and the range of each choice, what OK accepts, and where the answer leads.
 #include "search/goto_logic.h"
 
-#include <gtest/gtest.h>
-
-#include "tests/engine/scratch_file.h"
+#include "tests/scratch.h"
 
 namespace {
 
@@ -37,34 +35,35 @@ TEST(GoTo, FieldOfEachChoice) {
 }
 
 TEST(GoTo, Validate) {
+  const std::string offset = "File Offset must be a number between 0 and 100!";
+  const std::string page = "Page Number must be a number between 1 and 5!";
   struct Case {
     GoToChoice choice;
     const char* text;
     bool accepted;
-    const char* message;
+    std::string message;
   };
-  const GoToLimits limits{100, 5};
   const Case cases[] = {
       {GoToChoice::top, "N/A", true, ""},
       {GoToChoice::bottom, "N/A", true, ""},
       {GoToChoice::none, "1", false, ""},
       {GoToChoice::bytePosition, "0", true, ""},
       {GoToChoice::bytePosition, "0x64", true, ""},
-      {GoToChoice::bytePosition, "101", false, "File Offset must be a number between 0 and 100!"},
-      {GoToChoice::bytePosition, "", false, "File Offset must be a number between 0 and 100!"},
+      {GoToChoice::bytePosition, "101", false, offset},
       {GoToChoice::bytePosition, "64h", false, "Invalid character \"h\" in File Offset."},
       {GoToChoice::pageNumber, "0x5", true, ""},
-      {GoToChoice::pageNumber, "0", false, "Page Number must be a number between 1 and 5!"},
-      {GoToChoice::pageNumber, "6", false, "Page Number must be a number between 1 and 5!"},
+      {GoToChoice::pageNumber, "0", false, page},
+      {GoToChoice::pageNumber, "6", false, page},
   };
   for (const Case& c : cases) {
-    const FieldCheck check = GoToValidate(c.choice, c.text, limits);
+    const FieldCheck check = GoToValidate(c.choice, c.text, {100, 5});
     EXPECT_EQ(check.accepted, c.accepted) << c.text;
     EXPECT_EQ(check.message, c.message);
   }
   // A field of the greatest file holds its last position in each notation.
-  EXPECT_TRUE(GoToValidate(GoToChoice::bytePosition, "0777777777777777777777", {INTPTR_MAX, -1}).accepted);
-  EXPECT_EQ(std::string("0777777777777777777777").size(), std::size_t{kGoToFieldChars});
+  const std::string longest = "0777777777777777777777";
+  EXPECT_TRUE(GoToValidate(GoToChoice::bytePosition, longest, {INTPTR_MAX, -1}).accepted);
+  EXPECT_EQ(longest.size(), std::size_t{kGoToFieldChars});
 }
 
 TEST(GoTo, AnswerAndTarget) {

@@ -1,32 +1,19 @@
 #include "settings/format_options.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdio>
-#include <string>
 
 #include "engine/text_format.h"
-#include "tests/posix/scratch_folder.h"
+#include "tests/scratch.h"
 
 namespace {
 
-TEST(ApplyCharCode, PutsTheCodeIntoEveryWordAndNothingElse) {
-  struct Case {
-    std::int32_t code;
-    ViewOptions bits;
-  };
-  for (const auto& [code, bits] :
-       {Case{kCodeAnsi, 0}, Case{kCodeAscii, VO_ASCII}, Case{kCodeEbcdic, VO_EBCDIC}, Case{3, 0}}) {
-    FormatOptions options;
-    options.StoredFlags[1] = VO_ASCII | VO_EBCDIC | VO_WRAP;
-    options.FormatFlags = VO_EBCDIC | VO_BACKGROUND;
-    options.CharCode = code;
-    ApplyCharCode(options);
-    EXPECT_EQ(options.StoredFlags[0], VO_EXPANDTABS | bits);
-    EXPECT_EQ(options.StoredFlags[1], VO_WRAP | bits);
-    EXPECT_EQ(options.StoredFlags[2], VO_WRAP | bits);
-    EXPECT_EQ(options.FormatFlags, VO_BACKGROUND | bits);
-  }
+// The group as the lines of a section give it.
+FormatOptions Loaded(const std::string& lines) {
+  const ScratchFolder folder;
+  FormatOptions options;
+  options.FontPoints = 33;
+  LoadFormat(folder.Write("p.ini", "[quorl]\n" + lines + "\n").c_str(), "Quorl", options);
+  return options;
 }
 
 TEST(LoadFormat, GivesTheDefaultsOfAbsentKeys) {
@@ -34,7 +21,6 @@ TEST(LoadFormat, GivesTheDefaultsOfAbsentKeys) {
   options.FormatIndex = 2;
   options.CharCode = kCodeEbcdic;
   options.LineLength = 9;
-  options.FontPoints = 33;
   options.FrozenColumns = 4;
   options.ViewLogFont.lfHeight = -13;
   options.ViewLogFont.lfItalic = 1;
@@ -49,28 +35,18 @@ TEST(LoadFormat, GivesTheDefaultsOfAbsentKeys) {
   EXPECT_EQ(TextTabLength, 8);
   EXPECT_EQ(options.HorzScroll, kBarNever);
   EXPECT_EQ(options.FrozenColumns, 0);
-  EXPECT_EQ(std::string(options.ViewLogFont.lfFaceName), "Courier New");
+  EXPECT_STREQ(options.ViewLogFont.lfFaceName, "Courier New");
   EXPECT_EQ(options.ViewLogFont.lfHeight, 10) << "above 0: the height is still to be worked out";
   EXPECT_EQ(options.ViewLogFont.lfItalic, 0);
 }
 
-// A number of the group as a line of the profile gives it.
-struct NumberCase {
-  const char* line;
-  std::int32_t value;
-};
-
 TEST(LoadFormat, BoundsEachNumber) {
-  const ScratchFolder folder;
-  const auto check = [&folder](std::initializer_list<NumberCase> cases, const auto& field) {
-    for (const NumberCase& c : cases) {
-      const std::string file = folder.Write("p.ini", std::string("[quorl]\n") + c.line + "\n");
-      FormatOptions options;
-      LoadFormat(file.c_str(), "Quorl", options);
-      EXPECT_EQ(field(options), c.value) << c.line;
-    }
-  };
+  using Cases = std::initializer_list<std::pair<const char*, std::int32_t>>;
   using Options = const FormatOptions&;
+  const auto check = [](const Cases& cases, const auto& field) {
+    for (const auto& [line, value] : cases)
+      EXPECT_EQ(field(Loaded(line)), value) << line;
+  };
   check({{"Format=1", 1}, {"Format=3", 2}, {"Format=-1", 2}, {"Format=", 0}},
         [](Options options) { return options.FormatIndex; });
   check({{"CharCode=2", 2}, {"CharCode=3", 3}, {"CharCode=99", 3}, {"CharCode=-1", 3}},
@@ -90,7 +66,6 @@ TEST(LoadFormat, BoundsEachNumber) {
 }
 
 TEST(LoadFormat, SplitsTheFont) {
-  const ScratchFolder folder;
   const std::string longFace(40, 'f');
   const struct {
     std::string value, face;
@@ -106,10 +81,7 @@ TEST(LoadFormat, SplitsTheFont) {
                {longFace + ",14", longFace.substr(0, 31), 14},
                {"", "", 33}};
   for (const auto& c : cases) {
-    const std::string file = folder.Write("p.ini", "[Quorl]\nFont=" + c.value + "\n");
-    FormatOptions options;
-    options.FontPoints = 33;
-    LoadFormat(file.c_str(), "Quorl", options);
+    const FormatOptions options = Loaded("Font=" + c.value);
     EXPECT_EQ(options.FontFace, c.face) << c.value;
     EXPECT_EQ(options.ViewLogFont.lfFaceName, c.face) << c.value;
     EXPECT_EQ(options.FontPoints, c.points) << c.value;
@@ -118,13 +90,9 @@ TEST(LoadFormat, SplitsTheFont) {
 }
 
 TEST(LoadFormat, TakesTheWordsAndTheCode) {
-  const ScratchFolder folder;
-  const std::string file =
-      folder.Write("p.ini", "[Quorl]\nOptions0=\nOptions1=64\nOptions2=4294967295\nFormat=1\nCharCode=2\n");
-  FormatOptions options;
-  options.StoredFlags[0] = VO_WRAP;
-  LoadFormat(file.c_str(), "Quorl", options);
-  EXPECT_EQ(options.StoredFlags[0], VO_WRAP | VO_FORMFEED | VO_EBCDIC) << "an empty value leaves the word";
+  const FormatOptions options = Loaded("Options0=\nOptions1=64\nOptions2=4294967295\nFormat=1\nCharCode=2");
+  EXPECT_EQ(options.StoredFlags[0], VO_EXPANDTABS | VO_FORMFEED | VO_EBCDIC)
+      << "an empty value leaves the word";
   EXPECT_EQ(options.StoredFlags[1], VO_EBCDIC);
   EXPECT_EQ(options.StoredFlags[2], 0xFFFFFFFFU & ~VO_ASCII);
   EXPECT_EQ(options.FormatFlags, VO_EBCDIC);
@@ -132,21 +100,18 @@ TEST(LoadFormat, TakesTheWordsAndTheCode) {
 
 TEST(LoadWindowPos, ReadsTopLeftHeightWidth) {
   const ScratchFolder folder;
+  constexpr std::int32_t kNone = CW_USEDEFAULT;
   const struct {
     const char* line;
-    std::int32_t x, y, w, h;
-  } cases[] = {{"WindowPos=1,2,3,4", 2, 1, 4, 3},
-               {"WindowPos= -1 , -2,3x,", -2, -1, 0, 3},
-               {"WindowPos=7", 0, 7, 0, 0},
-               {"", CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT}};
+    std::vector<std::int32_t> position;
+  } cases[] = {{"WindowPos=1,2,3,4", {2, 1, 4, 3}},
+               {"WindowPos= -1 , -2,3x,", {-2, -1, 0, 3}},
+               {"WindowPos=7", {0, 7, 0, 0}},
+               {"", {kNone, kNone, kNone, kNone}}};
   for (const auto& c : cases) {
-    const std::string file = folder.Write("p.ini", std::string("[S]\n") + c.line + "\n");
     FormatOptions options;
-    LoadWindowPos(file.c_str(), "S", options);
-    EXPECT_EQ(options.WindowX, c.x) << c.line;
-    EXPECT_EQ(options.WindowY, c.y) << c.line;
-    EXPECT_EQ(options.WindowW, c.w) << c.line;
-    EXPECT_EQ(options.WindowH, c.h) << c.line;
+    LoadWindowPos(folder.Write("p.ini", std::string("[S]\n") + c.line + "\n").c_str(), "S", options);
+    EXPECT_EQ((std::vector{options.WindowX, options.WindowY, options.WindowW, options.WindowH}), c.position);
   }
 }
 
@@ -175,7 +140,6 @@ TEST(SaveFormat, WritesTheGroupInItsOrder) {
   EXPECT_EQ(ContentOf(place.ProfilePath), expected);
   EXPECT_EQ(SaveFormat(place, "Quorl", options, &window), 1);
   EXPECT_EQ(ContentOf(place.ProfilePath), expected + "WindowPos=10,20,300,400\n");
-
   FormatOptions loaded;
   loaded.StoredFlags[2] = 0;
   LoadFormat(place.ProfilePath, "Quorl", loaded);

@@ -1,13 +1,9 @@
 #include "settings/profile.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <cstdio>
-#include <filesystem>
-
 #include "platform/paths.h"
-#include "tests/posix/scratch_folder.h"
+#include "tests/scratch.h"
 
 namespace {
 
@@ -56,27 +52,20 @@ TEST(ReadAdvancedKeys, ReadsAndBounds) {
   EXPECT_EQ(keys.FastMouseLines, 10);
   EXPECT_EQ(keys.PageIndexingBuffer, 8192);
   EXPECT_STREQ(keys.DebugFileName, "");
-
-  const std::string file =
-      folder.Write("p.ini",
-                   "[Quorl Setup]\nDiagMode=1\nMruFiles=0\nMruSearch=7\nFastMouseDelay=0\n"
-                   "FastMouseLines=-1\nSlowMouseDelay=-9\nSlowMouseLines=-5\n"
-                   "PageIndexingDelay=-1\nPadPageLength=60\nShowPageGap=1\nPadLineLength=132\n"
-                   "DebugFileName=" +
-                       std::string(300, 'd') + "\n[Quorl]\nCuaKeyboard=1\n");
+  const std::string file = folder.Write(
+      "p.ini",
+      "[Quorl Setup]\nDiagMode=1\nMruFiles=0\nMruSearch=7\nFastMouseDelay=0\nFastMouseLines=-1\n"
+      "SlowMouseDelay=-9\nSlowMouseLines=-5\nPageIndexingDelay=-1\nPadPageLength=60\nShowPageGap=1\n"
+      "PadLineLength=132\nDebugFileName=" +
+          std::string(300, 'd') + "\n[Quorl]\nCuaKeyboard=1\n");
   ReadAdvancedKeys(file.c_str(), keys);
-  EXPECT_EQ(keys.DiagMode, 1);
-  EXPECT_EQ(keys.MruFiles, 0);
-  EXPECT_EQ(keys.MruSearch, 7);
-  EXPECT_EQ(keys.CuaKeyboard, 0);
-  EXPECT_EQ(keys.FastMouseDelay, 1);
-  EXPECT_EQ(keys.FastMouseLines, 0);
-  EXPECT_EQ(keys.SlowMouseDelay, 1);
-  EXPECT_EQ(keys.SlowMouseLines, 0);
-  EXPECT_EQ(keys.PageIndexingDelay, -1);
-  EXPECT_EQ(keys.PadPageLength, 60);
-  EXPECT_EQ(keys.ShowPageGap, 1);
-  EXPECT_EQ(keys.PadLineLength, 132);
+  EXPECT_EQ(
+      (std::vector<int>{keys.DiagMode, keys.MruFiles, keys.MruSearch, keys.CuaKeyboard,
+                        keys.PageIndexingDelay, keys.PadPageLength, keys.ShowPageGap, keys.PadLineLength}),
+      (std::vector<int>{1, 0, 7, 0, -1, 60, 1, 132}));
+  EXPECT_EQ(
+      (std::vector<int>{keys.FastMouseDelay, keys.FastMouseLines, keys.SlowMouseDelay, keys.SlowMouseLines}),
+      (std::vector<int>{1, 0, 1, 0}));
   EXPECT_EQ(keys.DebugFileName, std::string(256, 'd'));
 }
 

@@ -1,33 +1,19 @@
 #include "settings/recent_lists.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdio>
-#include <cstring>
 #include <memory>
-#include <string>
-#include <vector>
 
-#include "tests/posix/scratch_folder.h"
+#include "tests/scratch.h"
 
 namespace {
 
 constexpr int kCapacity = 4;
 constexpr std::size_t kWidth = 6;
 
-struct SmallList {
-  char slots[kCapacity][kWidth] = {};
-  explicit SmallList(const std::vector<std::string>& entries) {
-    for (std::size_t i = 0; i < entries.size(); ++i)
-      std::snprintf(slots[i], kWidth, "%s", entries[i].c_str());
-  }
-  [[nodiscard]] std::vector<std::string> Entries() const { return {slots[0], slots[1], slots[2], slots[3]}; }
-};
-
 TEST(TouchRecentList, MovesAnEntryToTheFront) {
   struct Case {
     const char* what;
-    std::vector<std::string> before;
+    std::vector<const char*> before;
     int index;
     std::string text;
     std::vector<std::string> after;
@@ -44,29 +30,16 @@ TEST(TouchRecentList, MovesAnEntryToTheFront) {
       {"too long, and there already", {"a", "12345", "", ""}, -1, "1234567", {"12345", "a", "", ""}},
   };
   for (const Case& c : cases) {
-    SmallList list(c.before);
+    char slots[kCapacity][kWidth] = {};
+    for (std::size_t i = 0; i < c.before.size(); ++i)
+      std::snprintf(slots[i], kWidth, "%s", c.before[i]);
     char text[16];
     std::snprintf(text, sizeof text, "%s", c.text.c_str());
-    const std::size_t length = TouchRecentList(list.slots[0], kCapacity, kWidth, c.index, text);
-    EXPECT_EQ(list.Entries(), c.after) << c.what;
+    const std::size_t length = TouchRecentList(slots[0], kCapacity, kWidth, c.index, text);
+    EXPECT_EQ((std::vector<std::string>{slots[0], slots[1], slots[2], slots[3]}), c.after) << c.what;
     EXPECT_EQ(length, c.after[0].size()) << c.what;
     EXPECT_EQ(text, c.after[0]) << c.what;
   }
-}
-
-TEST(TouchRecentFile, KeepsFourPathsWholeAndCountsThem) {
-  const auto recent = std::make_unique<RecentFileList>();
-  const std::string longPath = "/" + std::string(kPathBytes - 3, 'x');
-  for (const char* path : {"/a", "/b", "/a", "/c"})
-    TouchRecentFile(*recent, path);
-  EXPECT_EQ(recent->RecentFileCount, 3);
-  TouchRecentFile(*recent, longPath.c_str());
-  TouchRecentFile(*recent, "/d");
-  EXPECT_EQ(recent->RecentFileCount, 4);
-  EXPECT_STREQ(recent->RecentFiles[0], "/d");
-  EXPECT_EQ(recent->RecentFiles[1], longPath);
-  EXPECT_STREQ(recent->RecentFiles[2], "/c");
-  EXPECT_STREQ(recent->RecentFiles[3], "/a");
 }
 
 std::unique_ptr<ProfilePlace> PlaceOf(const std::string& file) {
@@ -98,15 +71,20 @@ TEST(RecentFiles, GapsCloseAndOldKeysStay) {
   EXPECT_EQ(recent->RecentFileCount, 0);
 }
 
-TEST(RecentFiles, AnyPathComesBackAsItWas) {
+TEST(RecentFiles, FourAreKeptAndAnyPathComesBackAsItWas) {
   const ScratchFolder folder;
   const auto place = PlaceOf(folder.Path("p.ini"));
   const auto recent = std::make_unique<RecentFileList>();
   const std::vector<std::string> paths = {"/" + std::string(kPathBytes - 2, 'x'), "/a\nFile4=/b", "'/quoted'",
                                           " /caf\xC3\xA9 [1];x=\r"};
+  for (const char* old : {"/a", "/b", "/a"})
+    TouchRecentFile(*recent, old);
+  EXPECT_EQ(recent->RecentFileCount, 2);
   for (auto path = paths.rbegin(); path != paths.rend(); ++path)
     TouchRecentFile(*recent, path->c_str());
+  EXPECT_EQ(recent->RecentFileCount, 4);
   EXPECT_EQ(SaveRecentFiles(*place, 1, *recent), 1);
+  EXPECT_EQ(ContentOf(place->ProfilePath).find("File4="), std::string::npos) << "numbers without a gap";
   const auto loaded = std::make_unique<RecentFileList>();
   LoadRecentFiles(place->ProfilePath, 1, *loaded);
   ASSERT_EQ(loaded->RecentFileCount, 3) << "all but the one with a line feed";
@@ -135,6 +113,10 @@ TEST(RecentSearches, AListThatWasNotReadIsNotWritten) {
             "Text1=\" 32 characters with blanks here \"\n");
   LoadRecentStrings(place->ProfilePath, "MRU Search", "Text", recent.RecentTexts[1], 1, kRecentStringBytes);
   EXPECT_STREQ(recent.RecentTexts[1], " 32 characters with blanks here ");
+  recent.RecentTextCount = 0;
+  EXPECT_EQ(SaveRecentSearches(*place, 1, recent), 1);
+  EXPECT_NE(ContentOf(place->ProfilePath).find("Texts=0\n"), std::string::npos)
+      << "an empty list is one, too";
   folder.Write("p.ini", "[MRU Search]\nHexs=-3\n");
   EXPECT_EQ(LoadRecentStrings(place->ProfilePath, "MRU Search", "Hex", recent.RecentHex[0], kRecentStrings,
                               kRecentStringBytes),

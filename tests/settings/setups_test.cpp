@@ -1,13 +1,11 @@
 #include "settings/setups.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdio>
 #include <memory>
 
 #include "engine/text_format.h"
 #include "settings/colors.h"
-#include "tests/posix/scratch_folder.h"
+#include "tests/scratch.h"
 
 namespace {
 
@@ -19,19 +17,6 @@ constexpr const char* kProfile =
     "[Setup: Colors]\nSaveOptions=256\nFormat=2\nTagText=31\nPrintTag=32\n"
     "[Setup: All]\nFormat=2\nWindowPos=1,2,3,4\nTagText=41\nPrintTag=42\n";
 
-struct Result {
-  std::int32_t format, lineLength, windowX, recentFiles;
-  COLORREF tagText, printTag;
-  std::int32_t saveWhat;
-  bool operator==(const Result&) const = default;
-};
-
-std::ostream& operator<<(std::ostream& out, const Result& result) {
-  return out << result.format << ' ' << result.lineLength << ' ' << result.windowX << ' '
-             << result.recentFiles << ' ' << result.tagText << ' ' << result.printTag << ' '
-             << result.saveWhat;
-}
-
 TEST(Setups, LoadTheirGroupsAndNoOthers) {
   const ScratchFolder folder;
   const std::string file = folder.Write("p.ini", kProfile);
@@ -40,6 +25,7 @@ TEST(Setups, LoadTheirGroupsAndNoOthers) {
   ResetColors(COLORS_PRINT, defaults);
   const auto settings = std::make_unique<Settings>();
   std::snprintf(settings->ProfilePath, sizeof settings->ProfilePath, "%s", file.c_str());
+  using Result = std::vector<std::int64_t>;
   const auto result = [&settings] {
     return Result{settings->FormatIndex, settings->LineLength, settings->WindowX, settings->RecentFileCount,
                   ColorTable[TagText],   ColorTable[PrintTag], settings->SaveWhat};
