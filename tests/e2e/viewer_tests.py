@@ -102,23 +102,11 @@ def press(viewer, *keys):
     viewer.desktop.keys(*keys)
 
 
-def first_screen(bench):
-    reader = bench.reader()
-    path = bench.numbered_file()
-    viewer = bench.show(path)
-    bench.expect_top(viewer, 0, "the first lines")
-    assert reader.rows >= 20 and reader.columns >= 80, "the view is too small for these tests"
-
-
-def relative_name(bench):
-    bench.numbered_file()
-    viewer = bench.show("numbered.txt", cwd=bench.folder)
-    bench.expect_top(viewer, 0, "the file of the current folder")
-
-
 def lines_and_pages(bench):
     reader = bench.reader()
-    viewer = bench.show(bench.numbered_file())
+    assert reader.rows >= 20 and reader.columns >= 80, "the view is too small for these tests"
+    bench.numbered_file()
+    viewer = bench.show("numbered.txt", cwd=bench.folder)
     first = bench.expect_top(viewer, 0, "the first lines")
     press(viewer, "Down", "Down", "Down")
     bench.expect_top(viewer, 3, "three lines down")
@@ -185,19 +173,6 @@ def formats(bench):
     bench.expect_rows(viewer, [text[:reader.columns]], "text again")
 
 
-def wrap(bench):
-    reader = bench.reader()
-    text = "".join(f"<{column:04d}>" for column in range(300))
-    file = text + "\n" + "second line\n" * 100
-    viewer = bench.show(bench.write("wrap.txt", file.encode("ascii")))
-    bench.expect_rows(viewer, [text[:reader.columns], "second line"], "a long line in one row")
-    press(viewer, "ctrl+w")
-    rows = [text[i:i + reader.columns] for i in range(0, 1800, reader.columns)] + ["second line"]
-    bench.expect_rows(viewer, rows[:reader.rows], "a long line in rows of the view's width")
-    press(viewer, "ctrl+w")
-    bench.expect_rows(viewer, [text[:reader.columns], "second line"], "one row again")
-
-
 def cell_height(picture):
     try:
         return ScreenReader(picture).cell_height
@@ -257,33 +232,18 @@ def middle_line(part):
     return f"part {part:03d} of the middle".ljust(31)
 
 
-def huge_file(bench, with_middle=False):
-    """64 GB, nearly all of it holes, with text at its start and end, and in its middle if wanted."""
+def huge_file(bench):
+    """64 GB, nearly all of it holes, with text at its start, in its middle, and at its end."""
     path = bench.path("huge.bin")
     with open(path, "wb") as file:
         file.write("".join(f"start {line}\n" for line in range(200)).encode("ascii"))
-        if with_middle:
-            file.seek(HUGE // 2 - (MIDDLE_MIB << 19))
-            for part in range(MIDDLE_MIB):
-                file.write((middle_line(part) + "\n").encode("ascii") * (1 << 15))
+        file.seek(HUGE // 2 - (MIDDLE_MIB << 19))
+        for part in range(MIDDLE_MIB):
+            file.write((middle_line(part) + "\n").encode("ascii") * (1 << 15))
         tail = "\n" + "".join(f"end {line}\n" for line in range(200))
         file.seek(HUGE - len(tail))
         file.write(tail.encode("ascii"))
     return path
-
-
-def huge_jumps(bench):
-    reader = bench.reader()
-    viewer = bench.show(huge_file(bench))
-    starts = [f"start {line}" for line in range(reader.rows)]
-    bench.expect_rows(viewer, starts, "the start")
-    press(viewer, "End")
-    bench.expect_rows(viewer, ["end 199"], "the end")
-    press(viewer, "Prior")
-    bench.expect_rows(viewer, [f"end {line}" for line in range(199 - reader.rows, 200)][:reader.rows],
-                      "a page above the end")
-    press(viewer, "Home")
-    bench.expect_rows(viewer, starts, "the start again")
 
 
 def drag(viewer, x, from_y, to_y):
@@ -297,8 +257,15 @@ def drag(viewer, x, from_y, to_y):
 def huge_thumb(bench):
     """The thumb reaches a place of 64 GB to a pixel of the bar, and the text there can be read."""
     reader = bench.reader()
-    viewer = bench.show(huge_file(bench, with_middle=True))
-    bench.expect_rows(viewer, ["start 0", "start 1"], "the start")
+    viewer = bench.show(huge_file(bench))
+    starts = [f"start {line}" for line in range(reader.rows)]
+    bench.expect_rows(viewer, starts, "the start")
+    press(viewer, "End")
+    bench.expect_rows(viewer, ["end 199"], "the end")
+    press(viewer, "Prior")
+    bench.expect_rows(viewer, [f"end {line}" for line in range(199 - reader.rows, 199)], "a page above the end")
+    press(viewer, "Home")
+    bench.expect_rows(viewer, starts, "the start again")
     x = (reader.right + WINDOW[0]) // 2
     button = WINDOW[0] - reader.right  # the arrow buttons of the bar are square
     thumb, middle = reader.top + button + button // 2, (reader.top + reader.bottom) // 2
@@ -321,16 +288,6 @@ def huge_thumb(bench):
     assert all(row in names for row in rows[1:]), f"not all rows are of the middle: {rows}"
     press(viewer, "Home")
     bench.expect_rows(viewer, ["start 0", "start 1"], "the start")
-
-
-def growing_file(bench):
-    path = bench.numbered_file()
-    viewer = bench.show(path)
-    bench.expect_top(viewer, 0, "the first lines")
-    with open(path, "ab") as file:
-        file.write("".join(f"more {line}\n" for line in range(2000)).encode("ascii"))
-    press(viewer, "End", "Home", "End")
-    bench.expect_rows(viewer, ["more 1999"], "the line that was added last")
 
 
 def unusual_names(bench):
@@ -421,6 +378,322 @@ def font_dialog(bench):
     expect_picture(viewer, first, "the view as it was")
 
 
+def clipboard(viewer):
+    """What another program gets when it pastes."""
+    done = subprocess.run(["xclip", "-o", "-selection", "clipboard"], env=viewer.desktop.env, capture_output=True,
+                          check=False, timeout=desktop.PATIENCE_S)
+    return done.stdout.decode()
+
+
+def row_center(reader, row):
+    return reader.top + row * reader.cell_height + reader.cell_height // 2
+
+
+def select_and_copy(bench):
+    """A selection dragged with the mouse, copied in each format."""
+    reader = bench.reader()
+    path = bench.write("copied.txt", "".join(numbered(line) + "\r\n" for line in range(LINES)).encode("ascii"))
+    viewer = bench.show(path)
+    for key, count in (("ctrl+t", 3), ("ctrl+h", 3), ("ctrl+r", 2)):
+        press(viewer, key)
+        wait_until(lambda: reader.read(viewer.picture(), 1)[0] != "", f"the format of {key}", viewer.process)
+        press(viewer, "Home")
+        plain = viewer.picture()
+        rows = reader.read(plain, count + 1)
+        drag(viewer, 200, row_center(reader, 1), row_center(reader, count))
+        wait_until(lambda: viewer.picture() != plain, "inverted rows", viewer.process)
+        press(viewer, "ctrl+c")
+        wait_until(lambda: [line.rstrip() for line in clipboard(viewer).splitlines()] == rows[1:],
+                   f"rows 1 to {count} on the clipboard after {key}, not {clipboard(viewer)!r}", viewer.process)
+        viewer.desktop.xdotool("click", "3")
+        expect_picture(viewer, plain, "the view without the selection")
+
+
+def tags(bench):
+    """A line tagged by a double click is found again in another format."""
+    reader = bench.reader()
+    viewer = bench.show(bench.numbered_file())
+    bench.expect_top(viewer, 0, "the first lines")
+    plain = viewer.picture()
+    point_at(viewer, 200, row_center(reader, 5))
+    viewer.desktop.xdotool("click", "--repeat", "2", "--delay", "40", "1")
+    wait_until(lambda: viewer.picture() != plain, "the tagged line", viewer.process)
+    point_at(viewer, 200, 5)
+    press(viewer, "End", "ctrl+h", "Home", "F2")
+    below = (5 * (len(numbered(0)) + 1) // 32 + 1) * 32  # the tagged row itself has colors of its own
+    wait_until(lambda: reader.read(viewer.picture(), 2)[1].startswith(f"{below:06X}"),
+               "the tagged bytes on top", viewer.process)
+    press(viewer, "ctrl+t", "Home", "F2")
+    wait_until(lambda: reader.read(viewer.picture(), 2)[1] == numbered(6), "the tagged line on top", viewer.process)
+    press(viewer, "ctrl+shift+F2")
+    bench.expect_top(viewer, 5, "the line without its tag")
+
+
+def recent_files(bench):
+    """Recent files open by their access keys, and are there again at the next start."""
+    first, second = bench.write("first.txt", b"this is first\n"), bench.write("second.txt", b"this is second\n")
+    viewer = bench.show(first)
+    press(viewer, "alt+F4")
+    viewer.wait_end()
+    viewer = bench.show(second)
+    bench.expect_rows(viewer, ["this is second"], "the second file")
+    open_menu(viewer, "alt+f")
+    press(viewer, "2")
+    viewer.find("Quorl - first.txt")
+    bench.expect_rows(viewer, ["this is first"], "the file of the former start")
+    press(viewer, "ctrl+F12")
+    dialog_of(viewer)
+    press(viewer, "Escape")
+    viewer.find("Quorl - first.txt")
+    open_menu(viewer, "alt+f")
+    press(viewer, "c")
+    viewer.find("Quorl")
+    open_menu(viewer, "alt+f")
+    press(viewer, "1")
+    viewer.find("Quorl - first.txt")
+
+
+def drop(bench):
+    """A file dragged from another program opens."""
+    viewer = bench.show(bench.numbered_file())
+    bench.expect_top(viewer, 0, "the first lines")
+    path = bench.write("dropped & 100 %.txt", b"this was dropped\n")
+    source = subprocess.Popen([os.path.join(desktop.BUILD, "bin", "drag_source"), path, bench.path("other")],
+                              env=viewer.desktop.env, stdin=subprocess.DEVNULL)
+    try:
+        xdotool = viewer.desktop.xdotool
+        window = wait_until(lambda: xdotool("search", "--onlyvisible", "--name", "drag source", check=False).strip(),
+                            "the program to drag from", source)
+        xdotool("windowactivate", "--sync", window)
+        drag(viewer, 60, 30, 500)
+        viewer.find("Quorl - dropped & 100 %.txt")
+    finally:
+        source.kill()
+        source.wait()
+    bench.expect_rows(viewer, ["this was dropped"], "the file that was dropped")
+    with open(path, "rb") as file:
+        assert file.read() == b"this was dropped\n", "the file was moved or changed by the drop"
+
+
+def colors(bench):
+    """A color chosen in the dialogs shows at once, and after a change of mind no more."""
+    viewer = bench.show(bench.numbered_file())
+    plain = bench.expect_top(viewer, 0, "the first lines")
+    corner = (bench.reader().right - 2, bench.reader().bottom - 2)
+    for button, changed in (("Escape", False), ("Return", True)):
+        open_menu(viewer, "alt+o")
+        press(viewer, "l")
+        dialog = dialog_of(viewer)
+        press(viewer, "Down")  # Text background
+        press(viewer, "alt+c")
+        picker = wait_until(lambda: next((window for window in viewer.windows()
+                                          if window not in (viewer.window, dialog)), None),
+                            "the system's color dialog", viewer.process)
+        viewer.desktop.xdotool("windowactivate", "--sync", picker)
+        press(viewer, "alt+h", "ctrl+a")
+        viewer.desktop.xdotool("type", "--delay", "2", "#ccff99")
+        press(viewer, "Tab", "Return")
+        wait_until(lambda: picker not in viewer.windows(), "the color dialog to close", viewer.process)
+        viewer.desktop.xdotool("windowactivate", "--sync", dialog)
+        press(viewer, button)
+        wait_until(lambda: dialog not in viewer.windows(), "the dialog to close", viewer.process)
+        if changed:
+            wait_until(lambda: viewer.picture().at(*corner) == b"\x99\xff\xcc", "the new background", viewer.process)
+        else:
+            expect_picture(viewer, plain, "the view as it was")
+
+
+def type_text(viewer, text):
+    viewer.desktop.xdotool("type", "--delay", "2", text)
+
+
+def in_dialog(viewer, key, action):
+    """Opens the dialog of a key, and waits for it to be gone after the action."""
+    press(viewer, key)
+    dialog = dialog_of(viewer)
+    action()
+    wait_until(lambda: dialog not in viewer.windows(), f"the dialog of {key} to close", viewer.process)
+    viewer.focus()
+
+
+def find_text(bench):
+    reader = bench.reader()
+    viewer = bench.show(bench.write("find.txt", ("".join(numbered(line) + "\n" for line in range(LINES))
+                                                 .replace("004000 the quick", "004000 The Quick")).encode("ascii")))
+    bench.expect_rows(viewer, [numbered(0)], "the first line")
+
+    def expect_hit(line, what):
+        """The hit is on top, inverted, and the line below it is not."""
+        wait_until(lambda: reader.read(viewer.picture(), 2)[1] == numbered(line + 1), what, viewer.process)
+        inverted = viewer.picture().at(reader.right - 3, reader.top + 3)
+        assert inverted == b"\0\0\0", f"the row of the hit is not inverted: {inverted}"
+
+    def search(text):
+        type_text(viewer, text)
+        press(viewer, "Return")
+
+    in_dialog(viewer, "shift+F3", lambda: search("2500 THE"))
+    expect_hit(2500, "the first hit of a search without regard to case")
+    in_dialog(viewer, "shift+F3", lambda: search("4000 the"))
+    expect_hit(4000, "the hit of another search")
+    hit = viewer.picture()
+    press(viewer, "F3")
+    wait_until(lambda: viewer.picture() != hit, "the selection to go when there is no further hit", viewer.process)
+    press(viewer, "Home", "F3")
+    expect_hit(4000, "the hit again, from the top")
+    press(viewer, "Home")
+    bench.expect_top(viewer, 0, "the first lines")
+
+    def mark_all():
+        type_text(viewer, "7 the")
+        press(viewer, "alt+m")
+
+    in_dialog(viewer, "shift+F3", mark_all)
+    point_at(viewer, 300, 300)
+    viewer.desktop.xdotool("click", "3")  # F2 would go on from the selection
+    press(viewer, "Home")
+    for line in (7, 17, 27):
+        press(viewer, "F2")
+        wait_until(lambda: reader.read(viewer.picture(), 2)[1] == numbered(line + 1), f"the tag at line {line}",
+                   viewer.process)
+    press(viewer, "alt+F4")
+    viewer.wait_end()
+    # The list of former searches is there at the next start; its first entry is chosen already.
+    viewer = bench.show(bench.path("find.txt"))
+    in_dialog(viewer, "shift+F3", lambda: press(viewer, "Down", "Return"))
+    expect_hit(4000, "the hit of the search before the last one")
+
+
+def find_hex(bench):
+    reader = bench.reader()
+    viewer = bench.show(bench.numbered_file())
+    bench.expect_top(viewer, 0, "the first lines")
+
+    def search():
+        type_text(viewer, "30 31x")
+        shown = viewer.desktop.grab()
+        press(viewer, "Return")  # refused
+        assert len(viewer.windows()) == 2, "a wrong digit was accepted"
+        press(viewer, "End", "BackSpace")
+        wait_until(lambda: viewer.desktop.grab() != shown, "the error line to go", viewer.process)
+        type_text(viewer, "3030 20")
+        press(viewer, "Return")
+
+    in_dialog(viewer, "ctrl+F3", search)
+    wait_until(lambda: reader.read(viewer.picture(), 2)[1] == numbered(101), "the line with the bytes 30 31 30 30 20",
+               viewer.process)
+
+
+def go_to(bench):
+    reader = bench.reader()
+    path = bench.write("pages.txt", "\f".join(f"page {page + 1}\n" + "text\n" * 50 for page in range(3000)).encode())
+    viewer = bench.show(path)
+    bench.expect_rows(viewer, ["page 1", "text"], "the first page")
+    with open(path, "rb") as file:
+        data = file.read()
+
+    def position(text):
+        press(viewer, "alt+b")
+        type_text(viewer, text)
+        press(viewer, "Return")
+
+    for key in ("ctrl+h", "ctrl+r", "ctrl+t"):
+        press(viewer, key)
+        in_dialog(viewer, "F5", lambda: position("0x1234"))
+        start = data.rfind(b"\n", 0, 0x1234) + 1
+        expected = {"ctrl+h": "001234", "ctrl+r": data[0x1234:0x123c].decode().replace("\n", "\u00b7"),
+                    "ctrl+t": data[start:].split(b"\n", 1)[0].strip(b"\f").decode()}[key]
+        wait_until(lambda: reader.read(viewer.picture(), 1)[0].startswith(expected), f"byte 0x1234 after {key}",
+                   viewer.process)
+
+    def page():
+        press(viewer, "alt+p")
+        type_text(viewer, "20")
+        press(viewer, "Return")
+
+    in_dialog(viewer, "F5", page)  # the index is built while these tests run
+    bench.expect_rows(viewer, ["page 20", "text"], "the twentieth page")
+
+
+# Where the twelfth character of the ruler ends, from the corner of the dialog.
+BEHIND_TWELVE_IN_RULER = (102, 116)
+
+
+def titles_and_columns(bench):
+    reader = bench.reader()
+    head = ["Article      Stock", "name         place", "-" * 60]
+    lines = [f"{line:04d} article {'x' * (line % 30)}|" for line in range(500)]
+    path = bench.write("table.txt", "\n".join(head + lines).encode("ascii"))
+    viewer = bench.show(path)
+    bench.expect_rows(viewer, head + lines[:3], "the table")
+
+    def expect_table(first, what, shift=0):
+        def same():
+            seen = reader.read(viewer.picture(), 8)
+            return seen[3:] == [line[shift:] for line in lines[first:first + 5]]
+
+        wait_until(same, what, viewer.process)
+
+    drag(viewer, 300, row_center(reader, 0), row_center(reader, 2))
+    open_menu(viewer, "alt+m")
+    press(viewer, "f")
+    press(viewer, "Down", "Down", "Down")
+    expect_table(0, "the table below its titles")
+    press(viewer, "Next")
+    expect_table(reader.rows - 3, "a page further, below the titles")
+    open_menu(viewer, "alt+o")
+    press(viewer, "a")
+    dialog = dialog_of(viewer)
+    press(viewer, "Return")
+    wait_until(lambda: dialog not in viewer.windows(), "the dialog to close", viewer.process)
+    viewer.focus()
+    press(viewer, "alt+F4")
+    viewer.wait_end()
+
+    viewer = bench.show(path)
+    wait_until(lambda: reader.read(viewer.picture(), 4)[3] == head[0], "the titles of the former start above the file",
+               viewer.process)
+    titled = viewer.picture()
+    open_menu(viewer, "alt+m")
+    press(viewer, "e")
+    dialog = dialog_of(viewer)
+    viewer.desktop.xdotool("mousemove", "--window", dialog, *BEHIND_TWELVE_IN_RULER, "click", "1")
+    press(viewer, "Return")
+    wait_until(lambda: dialog not in viewer.windows(), "the dialog to close", viewer.process)
+    wait_until(lambda: viewer.picture() != titled, "the frozen columns", viewer.process)
+    viewer.focus()
+    frozen = viewer.picture()
+    press(viewer, "ctrl+Right")
+    wait_until(lambda: viewer.picture() != frozen, "a step to the right", viewer.process)
+    width = 12 * reader.cell_width
+    assert viewer.picture().crop(0, reader.top, width, 300) == frozen.crop(0, reader.top, width, 300), \
+        "twelve columns stay while the rest moves"
+    open_menu(viewer, "alt+m")
+    press(viewer, "c")
+    open_menu(viewer, "alt+m")
+    press(viewer, "a")
+    press(viewer, "ctrl+Home")
+    bench.expect_rows(viewer, head + lines[:3], "the file without titles and frozen columns")
+
+
+def search_ended(bench):
+    """Esc ends a search of 64 GB, and leaves all as it was."""
+    viewer = bench.show(huge_file(bench))
+    bench.expect_rows(viewer, ["start 0", "start 1"], "the start")
+    plain = viewer.picture()
+
+    def search():
+        type_text(viewer, "nowhere")
+        press(viewer, "Return")
+
+    in_dialog(viewer, "shift+F3", search)
+    wait_until(lambda: any(name.endswith(" %") for name in viewer.titles().values()), "the caption to count",
+               viewer.process)
+    press(viewer, "Escape")
+    viewer.find("Quorl - huge.bin")
+    expect_picture(viewer, plain, "the view as it was")
+
+
 def no_display(bench):
     env = {name: value for name, value in bench.desktop.env.items() if name != "DISPLAY"}
     for display in (None, ":4711"):
@@ -432,5 +705,5 @@ def no_display(bench):
 
 
 ALL_TESTS = [(test.__name__, test) for test in (
-    first_screen, relative_name, lines_and_pages, sideways, formats, wrap, zoom, wheel, huge_jumps, huge_thumb,
-    growing_file, unusual_names, menu, ways_to_end, not_found, open_dialog, font_dialog, no_display)]
+    lines_and_pages, sideways, formats, zoom, wheel, huge_thumb, unusual_names, menu, ways_to_end, not_found, open_dialog, font_dialog, select_and_copy, tags,
+    recent_files, drop, colors, find_text, find_hex, go_to, titles_and_columns, search_ended, no_display)]
