@@ -108,8 +108,7 @@ HexKey ReadHexKey(std::string_view text, std::int32_t least) {
   HexKey key;
   const std::ptrdiff_t length = CountCharacters(text);
   if (length < least || length > kHexDigits) {
-    key.length = {false, "Number of hex digits must be between " + std::to_string(least) + " and " +
-                             std::to_string(kHexDigits) + "!"};
+    key.length = {false, "Number of hex digits must be between 1 and " + std::to_string(kHexDigits) + "!"};
     return key;
   }
   const std::int32_t result = ParseHexText(key.bytes, text.data(), static_cast<std::int32_t>(text.size()));

@@ -4,9 +4,9 @@
 #include <cstring>
 #include <iterator>
 
-#include "platform/dialog.h"
 #include "resources/dialogs/color_dialog.h"
 #include "settings/colors.h"
+#include "window/dialog_routing.h"
 #include "window/help.h"
 #include "window/main_window_state.h"
 
@@ -46,24 +46,25 @@ constexpr bool SamplesAreSound() {
     const auto draws = [&sample](const ControlTemplate& control) {
       return control.kind == ControlKind::ownerDrawn && control.id == sample.id;
     };
-    if (std::ranges::count_if(kColorControls, draws) != 1) return false;
+    if (std::ranges::count_if(color_dialog::kControls, draws) != 1) return false;
   }
-  return std::size(kSamples) == kLastSample - kFirstSample + 1;
+  return std::size(kSamples) == color_dialog::kLastSample - color_dialog::kFirstSample + 1;
 }
 static_assert(SamplesAreSound());
 
-void StartDialog(HWND dialog) {
+INT_PTR StartDialog(HWND dialog, LPARAM /*param*/) {
   std::copy(std::begin(ColorTable), std::end(ColorTable), ColorScratch);
   for (int slot = 0; slot < kWindowColors; ++slot) {
-    SendDlgItemMessageA(dialog, kColorList, CB_ADDSTRING, 0,
+    SendDlgItemMessageA(dialog, color_dialog::kList, CB_ADDSTRING, 0,
                         reinterpret_cast<LPARAM>(kColorSlotInfos[slot].name));
   }
-  SendDlgItemMessageA(dialog, kColorList, CB_SETCURSEL, 0, 0);
-  SetFocus(GetDlgItem(dialog, kColorList));
+  SendDlgItemMessageA(dialog, color_dialog::kList, CB_SETCURSEL, 0, 0);
+  SetFocus(GetDlgItem(dialog, color_dialog::kList));
+  return FALSE;
 }
 
 int ChosenSlot(HWND dialog) {
-  const LRESULT row = SendDlgItemMessageA(dialog, kColorList, CB_GETCURSEL, 0, 0);
+  const LRESULT row = SendDlgItemMessageA(dialog, color_dialog::kList, CB_GETCURSEL, 0, 0);
   return static_cast<int>(std::clamp<LRESULT>(row, 0, kWindowColors - 1));
 }
 
@@ -100,13 +101,13 @@ void DrawSample(const DRAWITEMSTRUCT& item) {
 void ChooseSample(HWND dialog, int id) {
   const auto* const sample = std::ranges::find(kSamples, id, &Sample::id);
   const ColorSlot slot = ChosenSlot(dialog) == sample->text ? sample->background : sample->text;
-  SendDlgItemMessageA(dialog, kColorList, CB_SETCURSEL, static_cast<WPARAM>(slot), 0);
-  SetFocus(GetDlgItem(dialog, kColorList));
+  SendDlgItemMessageA(dialog, color_dialog::kList, CB_SETCURSEL, static_cast<WPARAM>(slot), 0);
+  SetFocus(GetDlgItem(dialog, color_dialog::kList));
 }
 
 void ShowColors(HWND dialog) {
   InvalidateRect(dialog, nullptr, FALSE);
-  SetFocus(GetDlgItem(dialog, kColorList));
+  SetFocus(GetDlgItem(dialog, color_dialog::kList));
 }
 
 void ChangeColor(HWND dialog) {
@@ -136,55 +137,45 @@ void AcceptColors(HWND dialog) {
   EndDialog(dialog, 1);
 }
 
-void RunColorControl(HWND dialog, int id) {
-  switch (id) {
+void Act(HWND dialog, int control, UINT /*notification*/) {
+  switch (control) {
     case IDOK:
       AcceptColors(dialog);
       break;
     case IDCANCEL:
       EndDialog(dialog, 0);
       break;
-    case kColorChange:
+    case color_dialog::kChange:
       ChangeColor(dialog);
       break;
-    case kColorReset:
+    case color_dialog::kReset:
       ResetChosen(dialog, ChosenSlot(dialog));
       break;
-    case kColorResetAll:
+    case color_dialog::kResetAll:
       ResetChosen(dialog, COLORS_WINDOW);
       break;
-    case kColorHelp:
+    case color_dialog::kHelp:
       ShowHelp(kHelpColors);
       break;
     default:
-      if (id >= kFirstSample && id <= kLastSample) ChooseSample(dialog, id);
+      if (control >= color_dialog::kFirstSample && control <= color_dialog::kLastSample)
+        ChooseSample(dialog, control);
       break;
   }
 }
 
 INT_PTR CALLBACK ColorDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-  switch (message) {
-    case WM_INITDIALOG:
-      StartDialog(dialog);
-      return FALSE;  // the focus is set
-    case WM_DRAWITEM:
-      DrawSample(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
-      return TRUE;
-    case WM_CLOSE:
-      PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
-      return TRUE;
-    case WM_COMMAND:
-      RunColorControl(dialog, LOWORD(wParam));
-      return TRUE;
-    default:
-      return FALSE;
+  if (message == WM_DRAWITEM) {
+    DrawSample(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+    return TRUE;
   }
+  return RouteDialog({StartDialog, Act}, dialog, message, wParam, lParam);
 }
 
 }  // namespace
 
 INT_PTR RunColorDialog(HWND owner) {
-  return RunDialog(kColorDialog, owner, ColorDlgProc, 0);
+  return RunDialog(color_dialog::kTemplate, owner, ColorDlgProc, 0);
 }
 
 LRESULT ColorsCommand(UINT /*id*/) {

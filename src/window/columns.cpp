@@ -5,8 +5,8 @@
 #include <string>
 
 #include "platform/ansi_text.h"
-#include "platform/dialog.h"
 #include "resources/dialogs/freeze_columns_dialog.h"
+#include "window/dialog_routing.h"
 #include "window/field_boxes.h"
 #include "window/fonts.h"
 #include "window/help.h"
@@ -23,16 +23,15 @@ constexpr std::size_t kLongestSample = 515;
 constexpr int kScalePoints = 8;
 constexpr const char* kRuler =
     "....+....1....+....2....+....3....+....4....+....5....+....6....+....7....+....8";
-constexpr int kScales[] = {kFreezeSample, kFreezeRuler};
+constexpr int kScales[] = {freeze_columns_dialog::kSample, freeze_columns_dialog::kRuler};
 
 // Of the one dialog that is open.
-HWND FreezeDialog = nullptr;
 HFONT ScaleFont = nullptr;
 WNDPROC FormerScaleProc = nullptr;  // one for both: they are of one kind
 
 LRESULT CALLBACK ScaleEditProc(HWND control, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_LBUTTONDOWN || message == WM_KEYDOWN) {
-    PostMessageA(FreezeDialog, WM_SCALE_CLICK, reinterpret_cast<WPARAM>(control), 0);
+    PostMessageA(GetParent(control), WM_SCALE_CLICK, reinterpret_cast<WPARAM>(control), 0);
   }
   return CallWindowProcA(FormerScaleProc, control, message, wParam, lParam);
 }
@@ -44,11 +43,10 @@ HFONT MakeScaleFont() {
   return CreateFontIndirectA(&font);
 }
 
-void StartDialog(HWND dialog, const char* sample) {
-  FreezeDialog = dialog;
-  SetDlgItemInt(dialog, kFreezeCount, static_cast<UINT>(MainState.FrozenColumns), FALSE);
-  SetDlgItemTextA(dialog, kFreezeSample, sample);
-  SetDlgItemTextA(dialog, kFreezeRuler, kRuler);
+INT_PTR StartDialog(HWND dialog, LPARAM sample) {
+  SetDlgItemInt(dialog, freeze_columns_dialog::kCount, static_cast<UINT>(MainState.FrozenColumns), FALSE);
+  SetDlgItemTextA(dialog, freeze_columns_dialog::kSample, reinterpret_cast<const char*>(sample));
+  SetDlgItemTextA(dialog, freeze_columns_dialog::kRuler, kRuler);
   ScaleFont = MakeScaleFont();
   for (const int scale : kScales) {
     const HWND control = GetDlgItem(dialog, scale);
@@ -56,11 +54,12 @@ void StartDialog(HWND dialog, const char* sample) {
     FormerScaleProc = reinterpret_cast<WNDPROC>(
         SetWindowLongPtrA(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(ScaleEditProc)));
   }
+  return TRUE;
 }
 
 void ShowCaretColumn(HWND dialog, HWND control) {
   const LRESULT selection = SendMessageA(control, EM_GETSEL, 0, 0);
-  SetDlgItemInt(dialog, kFreezeCount, LOWORD(static_cast<ULONG_PTR>(selection)), FALSE);
+  SetDlgItemInt(dialog, freeze_columns_dialog::kCount, LOWORD(static_cast<ULONG_PTR>(selection)), FALSE);
 }
 
 void CloseDialog(HWND dialog, INT_PTR result) {
@@ -71,8 +70,8 @@ void CloseDialog(HWND dialog, INT_PTR result) {
 }
 
 void AcceptColumns(HWND dialog) {
-  const std::string text = FieldText(dialog, kFreezeCount);
-  if (!CheckField(dialog, kFreezeCount,
+  const std::string text = FieldText(dialog, freeze_columns_dialog::kCount);
+  if (!CheckField(dialog, freeze_columns_dialog::kCount,
                   ValidateIntField(text, 0, kMostFrozen, "Number of columns to lock"))) {
     MessageBeep(MB_ICONASTERISK);
     return;
@@ -81,15 +80,15 @@ void AcceptColumns(HWND dialog) {
   CloseDialog(dialog, 1);
 }
 
-void RunFreezeControl(HWND dialog, int id) {
-  switch (id) {
+void Act(HWND dialog, int control, UINT /*notification*/) {
+  switch (control) {
     case IDOK:
       AcceptColumns(dialog);
       break;
     case IDCANCEL:
       CloseDialog(dialog, 0);
       break;
-    case kFreezeHelp:
+    case freeze_columns_dialog::kHelp:
       ShowHelp(kHelpFreezeColumns);
       break;
     default:
@@ -98,22 +97,11 @@ void RunFreezeControl(HWND dialog, int id) {
 }
 
 INT_PTR CALLBACK FreezeColumnsDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-  switch (message) {
-    case WM_INITDIALOG:
-      StartDialog(dialog, reinterpret_cast<const char*>(lParam));
-      return TRUE;
-    case WM_SCALE_CLICK:
-      ShowCaretColumn(dialog, reinterpret_cast<HWND>(wParam));
-      return TRUE;
-    case WM_CLOSE:
-      PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
-      return TRUE;
-    case WM_COMMAND:
-      RunFreezeControl(dialog, LOWORD(wParam));
-      return TRUE;
-    default:
-      return FALSE;
+  if (message == WM_SCALE_CLICK) {
+    ShowCaretColumn(dialog, reinterpret_cast<HWND>(wParam));
+    return TRUE;
   }
+  return RouteDialog({StartDialog, Act}, dialog, message, wParam, lParam);
 }
 
 // The top line as an edit field can show it: a control character takes one column here as it does in the
@@ -133,8 +121,8 @@ std::string SampleLine() {
 
 LRESULT FreezeColumnsCommand(UINT /*id*/) {
   const std::string sample = SampleLine();
-  const INT_PTR result = RunDialog(kFreezeColumnsDialog, MainState.MainWindow, FreezeColumnsDlgProc,
-                                   reinterpret_cast<LPARAM>(sample.c_str()));
+  const INT_PTR result = RunDialog(freeze_columns_dialog::kTemplate, MainState.MainWindow,
+                                   FreezeColumnsDlgProc, reinterpret_cast<LPARAM>(sample.c_str()));
   if (ScaleFont != nullptr) DeleteObject(ScaleFont);
   ScaleFont = nullptr;
   if (result == 1) RepaintWindow();

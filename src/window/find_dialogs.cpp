@@ -7,6 +7,7 @@
 #include "resources/dialogs/find_hex_dialog.h"
 #include "resources/dialogs/find_text_dialog.h"
 #include "search/search_key.h"
+#include "window/dialog_routing.h"
 #include "window/field_boxes.h"
 #include "window/main_window_state.h"
 
@@ -55,7 +56,7 @@ void EndWithSearch(HWND dialog, std::uint16_t flags, bool markAll) {
 
 // --- Find Text -------------------------------------------------------------------------------------------
 
-void StartFindText(HWND dialog) {
+INT_PTR StartFindText(HWND dialog, LPARAM /*param*/) {
   MainWindowState& state = MainState;
   constexpr int id = find_text_dialog::kKey;
   LoadHistory("Text", state.RecentTexts, state.RecentTextCount);
@@ -69,6 +70,7 @@ void StartFindText(HWND dialog) {
   Tick(dialog, find_text_dialog::kCaseSensitive, SEARCH_CASE);
   Tick(dialog, find_text_dialog::kFromTop, SEARCH_FROM_TOP);
   SetFocus(GetDlgItem(dialog, id));
+  return FALSE;
 }
 
 // A chosen entry stands for its bytes, whatever they look like; only typed text is converted.
@@ -95,17 +97,17 @@ void FinishFindText(HWND dialog, bool markAll) {
   EndWithSearch(dialog, static_cast<std::uint16_t>(flags), markAll);
 }
 
-INT_PTR FindTextPressed(HWND dialog, int id) {
-  switch (id) {
+void ActInFindText(HWND dialog, int control, UINT /*notification*/) {
+  switch (control) {
     case IDOK:
     case find_text_dialog::kMarkAll:
-      FinishFindText(dialog, id != IDOK);
-      return TRUE;
+      FinishFindText(dialog, control != IDOK);
+      break;
     case IDCANCEL:
       EndDialog(dialog, 0);
-      return TRUE;
+      break;
     default:
-      return FALSE;
+      break;
   }
 }
 
@@ -123,7 +125,7 @@ void TakeHexKey(const HexKey& key) {
   search.SearchKeyLen = key.count;
 }
 
-void StartFindHex(HWND dialog) {
+INT_PTR StartFindHex(HWND dialog, LPARAM /*param*/) {
   MainWindowState& state = MainState;
   constexpr int id = find_hex_dialog::kKey;
   LoadHistory("Hex", state.RecentHex, state.RecentHexCount);
@@ -136,6 +138,7 @@ void StartFindHex(HWND dialog) {
   Tick(dialog, find_hex_dialog::kFromTop, SEARCH_FROM_TOP);
   SetDlgItemTextA(dialog, find_hex_dialog::kError, " ");
   SetFocus(GetDlgItem(dialog, id));
+  return FALSE;
 }
 
 std::string HexText(HWND dialog) {
@@ -174,57 +177,35 @@ void FinishFindHex(HWND dialog, bool markAll) {
   EndWithSearch(dialog, static_cast<std::uint16_t>(flags), markAll);
 }
 
-INT_PTR FindHexPressed(HWND dialog, int id, UINT notification) {
-  switch (id) {
+void ActInFindHex(HWND dialog, int control, UINT notification) {
+  switch (control) {
     case find_hex_dialog::kKey:
       // The arrow keys choose without opening the list.
       if (notification == CBN_EDITCHANGE || notification == CBN_CLOSEUP || notification == CBN_SELCHANGE) {
         CheckHexKey(dialog, 0);
       }
-      return TRUE;
+      break;
     case IDOK:
     case find_hex_dialog::kMarkAll:
-      FinishFindHex(dialog, id != IDOK);
-      return TRUE;
+      FinishFindHex(dialog, control != IDOK);
+      break;
     case IDCANCEL:
       EndDialog(dialog, 0);
-      return TRUE;
+      break;
     default:
-      return FALSE;
+      break;
   }
+}
+
+INT_PTR CALLBACK FindTextDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+  return RouteDialog({StartFindText, ActInFindText}, dialog, message, wParam, lParam);
+}
+
+INT_PTR CALLBACK FindHexDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+  return RouteDialog({StartFindHex, ActInFindHex}, dialog, message, wParam, lParam);
 }
 
 }  // namespace
-
-INT_PTR CALLBACK FindTextDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM /*lParam*/) {
-  switch (message) {
-    case WM_INITDIALOG:
-      StartFindText(dialog);
-      return FALSE;
-    case WM_COMMAND:
-      return FindTextPressed(dialog, LOWORD(wParam));
-    case WM_CLOSE:
-      PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
-      return TRUE;
-    default:
-      return FALSE;
-  }
-}
-
-INT_PTR CALLBACK FindHexDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM /*lParam*/) {
-  switch (message) {
-    case WM_INITDIALOG:
-      StartFindHex(dialog);
-      return FALSE;
-    case WM_COMMAND:
-      return FindHexPressed(dialog, LOWORD(wParam), HIWORD(wParam));
-    case WM_CLOSE:
-      PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
-      return TRUE;
-    default:
-      return FALSE;
-  }
-}
 
 INT_PTR RunFindText(HWND owner) {
   return RunDialog(find_text_dialog::kTemplate, owner, FindTextDlgProc, 0);

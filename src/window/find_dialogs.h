@@ -9,6 +9,3 @@
 // that its dialog opens. -1: the dialog could not be shown.
 INT_PTR RunFindText(HWND owner);
 INT_PTR RunFindHex(HWND owner);
-
-INT_PTR CALLBACK FindTextDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
-INT_PTR CALLBACK FindHexDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);

@@ -2,6 +2,7 @@
 
 #include "resources/dialogs/goto_dialog.h"
 #include "search/goto_logic.h"
+#include "window/dialog_routing.h"
 #include "window/field_boxes.h"
 #include "window/main_window_state.h"
 #include "window/page_indexing.h"
@@ -38,13 +39,16 @@ void ShowField(HWND dialog, GoToChoice choice) {
   SendDlgItemMessageA(dialog, goto_dialog::kNumber, EM_SETSEL, 0, -1);
 }
 
-void StartGoTo(HWND dialog, const GoToLimits& limits) {
-  current.limits = limits;
+INT_PTR StartGoTo(HWND dialog, LPARAM param) {
+  current.limits = *reinterpret_cast<const GoToLimits*>(param);
   CheckRadioButton(dialog, goto_dialog::kTop, goto_dialog::kPageNumber, goto_dialog::kTop);
   SendDlgItemMessageA(dialog, goto_dialog::kNumber, EM_LIMITTEXT, kGoToFieldChars, 0);
   ShowField(dialog, GoToChoice::top);
   SetFocus(GetDlgItem(dialog, goto_dialog::kTop));
-  if (!GoToOffersPages(limits)) EnableWindow(GetDlgItem(dialog, goto_dialog::kPageNumber), FALSE);
+  if (!GoToOffersPages(current.limits)) {
+    EnableWindow(GetDlgItem(dialog, goto_dialog::kPageNumber), FALSE);
+  }
+  return FALSE;
 }
 
 void FinishGoTo(HWND dialog) {
@@ -58,22 +62,22 @@ void FinishGoTo(HWND dialog) {
   EndDialog(dialog, 1);
 }
 
-INT_PTR GoToPressed(HWND dialog, int id) {
-  switch (id) {
+void Act(HWND dialog, int control, UINT /*notification*/) {
+  switch (control) {
     case goto_dialog::kTop:
     case goto_dialog::kBottom:
     case goto_dialog::kBytePosition:
     case goto_dialog::kPageNumber:
-      ShowField(dialog, ChoiceOf(id));
-      return TRUE;
+      ShowField(dialog, ChoiceOf(control));
+      break;
     case IDOK:
       FinishGoTo(dialog);
-      return TRUE;
+      break;
     case IDCANCEL:
       EndDialog(dialog, 0);
-      return TRUE;
+      break;
     default:
-      return FALSE;
+      break;
   }
 }
 
@@ -104,22 +108,11 @@ void GoTo(const GoToTarget& target) {
   }
 }
 
-}  // namespace
-
 INT_PTR CALLBACK GoToDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-  switch (message) {
-    case WM_INITDIALOG:
-      StartGoTo(dialog, *reinterpret_cast<const GoToLimits*>(lParam));
-      return FALSE;
-    case WM_COMMAND:
-      return GoToPressed(dialog, LOWORD(wParam));
-    case WM_CLOSE:
-      PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
-      return TRUE;
-    default:
-      return FALSE;
-  }
+  return RouteDialog({StartGoTo, Act}, dialog, message, wParam, lParam);
 }
+
+}  // namespace
 
 LRESULT GoToCommand(UINT /*id*/) {
   const MainWindowState& state = MainState;

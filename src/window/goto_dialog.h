@@ -3,8 +3,5 @@
 
 #include "platform/win32.h"
 
-// `lParam` of WM_INITDIALOG points at the GoToLimits. The dialog's result is 1 for OK, 0 for Cancel.
-INT_PTR CALLBACK GoToDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
-
 // Asks where to go, and goes there. The dialog's result.
 LRESULT GoToCommand(UINT id);

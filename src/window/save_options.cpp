@@ -1,8 +1,8 @@
 #include "window/save_options.h"
 
-#include "platform/dialog.h"
 #include "resources/dialogs/save_options_dialog.h"
 #include "settings/setups.h"
+#include "window/dialog_routing.h"
 #include "window/help.h"
 #include "window/main_window_state.h"
 
@@ -14,11 +14,11 @@ struct GroupBox {
   UINT start;
 };
 constexpr GroupBox kGroupBoxes[] = {
-    {kSaveFormatBox, GROUP_FORMAT, BST_CHECKED},
-    {kSaveTitlesBox, GROUP_TITLES, BST_CHECKED},
-    {kSaveColorsBox, GROUP_COLORS | GROUP_SHADES, BST_CHECKED},
-    {kSavePageBox, GROUP_PAGE, BST_INDETERMINATE},
-    {kSavePrinterBox, GROUP_PRINTER, BST_INDETERMINATE},
+    {save_options_dialog::kFormat, GROUP_FORMAT, BST_CHECKED},
+    {save_options_dialog::kTitles, GROUP_TITLES, BST_CHECKED},
+    {save_options_dialog::kColors, GROUP_COLORS | GROUP_SHADES, BST_CHECKED},
+    {save_options_dialog::kPage, GROUP_PAGE, BST_INDETERMINATE},
+    {save_options_dialog::kPrinter, GROUP_PRINTER, BST_INDETERMINATE},
 };
 
 SaveChoice Chosen;  // of the dialog that has just ended
@@ -37,14 +37,15 @@ void EnableSave(HWND dialog) {
   EnableWindow(GetDlgItem(dialog, IDOK), ReadBoxes(dialog).Any() ? TRUE : FALSE);
 }
 
-void StartDialog(HWND dialog) {
+INT_PTR StartDialog(HWND dialog, LPARAM /*param*/) {
   for (const GroupBox& box : kGroupBoxes)
     CheckDlgButton(dialog, box.id, box.start);
   EnableSave(dialog);
+  return TRUE;
 }
 
-void PressControl(HWND dialog, int id) {
-  switch (id) {
+void Act(HWND dialog, int control, UINT /*notification*/) {
+  switch (control) {
     case IDOK:
       if (ReadBoxes(dialog).Any()) {
         Chosen = ReadBoxes(dialog);
@@ -54,7 +55,7 @@ void PressControl(HWND dialog, int id) {
     case IDCANCEL:
       EndDialog(dialog, 0);
       break;
-    case kSaveHelp:
+    case save_options_dialog::kHelp:
       ShowHelp(kHelpSaveOptions);
       break;
     default:
@@ -63,27 +64,15 @@ void PressControl(HWND dialog, int id) {
   }
 }
 
-INT_PTR CALLBACK SaveOptionsDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM /*lParam*/) {
-  switch (message) {
-    case WM_INITDIALOG:
-      StartDialog(dialog);
-      return TRUE;
-    case WM_CLOSE:
-      PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
-      return TRUE;
-    case WM_COMMAND:
-      PressControl(dialog, LOWORD(wParam));
-      return TRUE;
-    default:
-      return FALSE;
-  }
+INT_PTR CALLBACK SaveOptionsDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+  return RouteDialog({StartDialog, Act}, dialog, message, wParam, lParam);
 }
 
 }  // namespace
 
 LRESULT SaveOptionsCommand(UINT /*id*/) {
   MainWindowState& state = MainState;
-  if (RunDialog(kSaveOptionsDialog, state.MainWindow, SaveOptionsDlgProc, 0) != 1) return 1;
+  if (RunDialog(save_options_dialog::kTemplate, state.MainWindow, SaveOptionsDlgProc, 0) != 1) return 1;
   RECT window{};
   GetWindowRect(state.MainWindow, &window);
   SaveGroups(Chosen, &window, state.Titles, state);

@@ -2,6 +2,7 @@
 file holds at that place, or with the screen of another moment. Nothing is timed: a test waits until the screen
 shows what it should, and fails when patience ends."""
 import os
+import shutil
 import subprocess
 
 import desktop
@@ -52,6 +53,10 @@ class Bench:
     def close_viewers(self):
         while self.viewers:
             self.viewers.pop().close()
+
+    def forget_settings(self):
+        """The next viewer starts as on its first day."""
+        shutil.rmtree(os.path.join(self.desktop.env["XDG_CONFIG_HOME"], "quorl"), ignore_errors=True)
 
     def reader(self):
         if self._reader is None:

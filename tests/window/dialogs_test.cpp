@@ -13,7 +13,7 @@ using namespace platform_testing;
 using namespace dialog_steps;
 
 DialogStep ChooseColor(int row) {
-  return Choose(kColorList, row);
+  return Choose(color_dialog::kList, row);
 }
 
 TEST(ColorDialog, TakesWhatTheUserChoseOnOk) {
@@ -23,11 +23,12 @@ TEST(ColorDialog, TakesWhatTheUserChoseOnOk) {
   for (const int end : {IDCANCEL, IDOK}) {
     AnswerNextColorDialog(RGB(1, 2, 3));
     AnswerNextColorDialog(std::nullopt);
-    ScriptNextDialog({ChooseColor(WindowBgnd), Click(kColorChange), ChooseColor(TagBgnd), Click(kColorChange),
+    ScriptNextDialog({ChooseColor(WindowBgnd), Click(color_dialog::kChange), ChooseColor(TagBgnd),
+                      Click(color_dialog::kChange),
                       [former](HWND dialog) {
                         EXPECT_EQ(ControlPixels(dialog, 165).Get(200, 2), RGB(1, 2, 3)) << "shown at once";
                         EXPECT_EQ(ControlPixels(dialog, 161).Get(200, 2), former) << "a cancelled choice";
-                        EXPECT_TRUE(StateOfControl(dialog, kColorList).focused);
+                        EXPECT_TRUE(StateOfControl(dialog, color_dialog::kList).focused);
                       },
                       Click(end)});
     EXPECT_EQ(SendMessageA(viewer.Window(), WM_COMMAND, IDM_COLORS, 0), end == IDOK ? 1 : 0);
@@ -51,13 +52,13 @@ TEST(ColorDialog, APictureOfTheViewChoosesSlots) {
   for (const auto& click : clicks) {
     steps.push_back(Click(click.sample));
     steps.push_back([click](HWND dialog) {
-      const ControlState list = StateOfControl(dialog, kColorList);
+      const ControlState list = StateOfControl(dialog, color_dialog::kList);
       EXPECT_EQ(list.row, click.row) << click.sample;
       EXPECT_TRUE(list.focused);
     });
   }
   steps.push_back([](HWND dialog) {
-    EXPECT_EQ(StateOfControl(dialog, kColorList).rows.size(), 11U);
+    EXPECT_EQ(StateOfControl(dialog, color_dialog::kList).rows.size(), 11U);
     for (const int band : {170, 171})
       EXPECT_EQ(ControlPixels(dialog, band).Get(5, 5), ColorTable[Background]);
     EXPECT_EQ(ControlPixels(dialog, 162).Get(250, 2), ColorTable[MessageBgnd]);
@@ -73,12 +74,13 @@ TEST(ColorDialog, ResetsOneOrAllAndHasNoHelpYet) {
   for (COLORREF& color : ColorTable)
     color = RGB(9, 9, 9);
   ForgetRecords();
-  ScriptNextDialog({ChooseColor(MessageBgnd), Click(kColorReset), Click(kColorHelp), Click(IDOK)});
+  ScriptNextDialog(
+      {ChooseColor(MessageBgnd), Click(color_dialog::kReset), Click(color_dialog::kHelp), Click(IDOK)});
   viewer.Command(IDM_COLORS);
   EXPECT_EQ(ColorTable[MessageBgnd], defaults[MessageBgnd]);
   EXPECT_EQ(ColorTable[MessageText], RGB(9, 9, 9));
   EXPECT_EQ(Beeps(), std::vector<UINT>{48});
-  ScriptNextDialog({Click(kColorResetAll), Press(kEnter)});
+  ScriptNextDialog({Click(color_dialog::kResetAll), Press(kEnter)});
   viewer.Command(IDM_COLORS);
   EXPECT_TRUE(std::equal(defaults, defaults + kWindowColors, ColorTable));
   EXPECT_EQ(ColorTable[PrintText], RGB(9, 9, 9)) << "print shades are not touched";
@@ -90,22 +92,24 @@ TEST(FreezeColumnsDialog, TakesTheColumnFromTheCaret) {
   Viewer viewer({file.Path()});
   ScriptNextDialog(
       {[](HWND dialog) {
-         EXPECT_EQ(StateOfControl(dialog, kFreezeCount).text, "0");
-         EXPECT_EQ(StateOfControl(dialog, kFreezeSample).text.substr(0, 12), "one     two ");
-         EXPECT_EQ(StateOfControl(dialog, kFreezeRuler).text.size(), 80U);
-         ClickInControl(dialog, kFreezeRuler, 0, 5);
+         EXPECT_EQ(StateOfControl(dialog, freeze_columns_dialog::kCount).text, "0");
+         EXPECT_EQ(StateOfControl(dialog, freeze_columns_dialog::kSample).text.substr(0, 12), "one     two ");
+         EXPECT_EQ(StateOfControl(dialog, freeze_columns_dialog::kRuler).text.size(), 80U);
+         ClickInControl(dialog, freeze_columns_dialog::kRuler, 0, 5);
        },
        [](HWND dialog) {
-         EXPECT_EQ(StateOfControl(dialog, kFreezeCount).text, "0");
+         EXPECT_EQ(StateOfControl(dialog, freeze_columns_dialog::kCount).text, "0");
          PressDialogKey(dialog, VK_RIGHT, 0);
        },
-       Press(VK_RIGHT), [](HWND dialog) { EXPECT_EQ(StateOfControl(dialog, kFreezeCount).text, "2"); },
-       [](HWND dialog) { ClickInControl(dialog, kFreezeSample, 250, 5); },
-       [](HWND dialog) { EXPECT_EQ(StateOfControl(dialog, kFreezeCount).text, "20"); }, Click(IDOK)});
+       Press(VK_RIGHT),
+       [](HWND dialog) { EXPECT_EQ(StateOfControl(dialog, freeze_columns_dialog::kCount).text, "2"); },
+       [](HWND dialog) { ClickInControl(dialog, freeze_columns_dialog::kSample, 250, 5); },
+       [](HWND dialog) { EXPECT_EQ(StateOfControl(dialog, freeze_columns_dialog::kCount).text, "20"); },
+       Click(IDOK)});
   EXPECT_EQ(SendMessageA(viewer.Window(), WM_COMMAND, IDM_FREEZE_COLUMNS, 0), 1);
   EXPECT_EQ(MainState.FrozenColumns, 20);
-  ScriptNextDialog(
-      {[](HWND dialog) { ClickInControl(dialog, kFreezeRuler, 0, 5); }, Click(kFreezeHelp), Click(IDCANCEL)});
+  ScriptNextDialog({[](HWND dialog) { ClickInControl(dialog, freeze_columns_dialog::kRuler, 0, 5); },
+                    Click(freeze_columns_dialog::kHelp), Click(IDCANCEL)});
   viewer.Command(IDM_FREEZE_COLUMNS);
   EXPECT_EQ(MainState.FrozenColumns, 20) << "Cancel leaves the number alone";
   EXPECT_EQ(Beeps(), std::vector<UINT>{48});
@@ -118,11 +122,12 @@ TEST(FreezeColumnsDialog, RefusesWhatIsNoNumberOfColumns) {
   Viewer viewer({file.Path()});
   for (const char* text : {"256", "", "x", "-1"}) {
     ForgetRecords();
-    ScriptNextDialog({[text](HWND dialog) {
-                        SetDlgItemTextA(dialog, kFreezeCount, text);
-                        ClickControl(dialog, IDOK);
-                      },
-                      [](HWND dialog) { EXPECT_TRUE(StateOfControl(dialog, kFreezeCount).focused); }});
+    ScriptNextDialog(
+        {[text](HWND dialog) {
+           SetDlgItemTextA(dialog, freeze_columns_dialog::kCount, text);
+           ClickControl(dialog, IDOK);
+         },
+         [](HWND dialog) { EXPECT_TRUE(StateOfControl(dialog, freeze_columns_dialog::kCount).focused); }});
     EXPECT_EQ(SendMessageA(viewer.Window(), WM_COMMAND, IDM_FREEZE_COLUMNS, 0), 0) << text;
     ASSERT_EQ(Boxes().size(), 1U) << text;
     EXPECT_EQ(Boxes()[0].text, "Number of columns to lock must be a number between 0 and 255!");
@@ -130,7 +135,7 @@ TEST(FreezeColumnsDialog, RefusesWhatIsNoNumberOfColumns) {
     EXPECT_EQ(Beeps(), (std::vector<UINT>{16, 64})) << text;
   }
   ScriptNextDialog({[](HWND dialog) {
-    SetDlgItemTextA(dialog, kFreezeCount, "255");
+    SetDlgItemTextA(dialog, freeze_columns_dialog::kCount, "255");
     ClickControl(dialog, IDOK);
   }});
   viewer.Command(IDM_FREEZE_COLUMNS);
@@ -147,15 +152,18 @@ TEST(SaveOptions, SavesResetsOrKeepsEachGroup) {
     const char* button;  // of Save before it is pressed
     const char* left;
   } cases[] = {
-      {{kSaveFormatBox, kSaveTitlesBox, kSaveColorsBox}, "gray", profile.c_str()},
-      {{kSaveFormatBox, kSaveColorsBox, kSaveTitlesBox, kSaveTitlesBox},
+      {{save_options_dialog::kFormat, save_options_dialog::kTitles, save_options_dialog::kColors},
+       "gray",
+       profile.c_str()},
+      {{save_options_dialog::kFormat, save_options_dialog::kColors, save_options_dialog::kTitles,
+        save_options_dialog::kTitles},
        "works",
        "; mine\n[Quorl]\nTabLength=4\nForeign=1\n[Quorl Colors]\nTagText=5\n"},
-      {{kSaveFormatBox, kSaveColorsBox},
+      {{save_options_dialog::kFormat, save_options_dialog::kColors},
        "works",
        "; mine\n[Quorl]\nTabLength=4\nForeign=1\n[Titles]\nTitles=1\nTitle1=head\n"
        "[Quorl Colors]\nTagText=5\n"},
-      {{kSaveFormatBox, kSaveTitlesBox},
+      {{save_options_dialog::kFormat, save_options_dialog::kTitles},
        "works",
        "; mine\n[Quorl]\nTabLength=4\nForeign=1\n[Titles]\nTitles=1\nTitle1=old\n"
        "[Quorl Colors]\nTagText=6\n"},
@@ -205,7 +213,8 @@ TEST(AboutBox, TellsItsVersion) {
   Viewer viewer({"-D"});
   std::string version;
   ScriptNextDialog(
-      {[&version](HWND dialog) { version = StateOfControl(dialog, kAboutVersion).text; }, Click(IDOK)});
+      {[&version](HWND dialog) { version = StateOfControl(dialog, about_dialog::kVersion).text; },
+       Click(IDOK)});
   EXPECT_EQ(SendMessageA(viewer.Window(), WM_COMMAND, IDM_ABOUT, 0), 1);
   EXPECT_EQ(version, "Version 1.4   [Aug  8 1995, 22:28:36]");
   ScriptNextDialog({Press(VK_ESCAPE)});

@@ -32,7 +32,7 @@ class GoTo : public testing::Test {
   static std::string Pages() {
     std::string text;
     for (int line = 0; line < 1900; ++line) {
-      char words[16];
+      char words[32];
       std::snprintf(words, sizeof words, "%cline%04d\n", line % 95 == 0 && line > 0 ? '\f' : ' ', line);
       text += words;
     }

@@ -155,6 +155,14 @@ TEST_F(SelectionTest, TagsLines) {
   EXPECT_GT(Viewer::Entry(1).Lpos, LineStart(4));
   EXPECT_NE(Viewer::Entry(0).Lflags & LF_TAGMASK, 0U);
   viewer.Command(IDM_TEXT);
+  viewer.Command(IDM_WRAP);
+  viewer.Resize(10, 12);
+  viewer.Key(VK_HOME);
+  viewer.Key(VK_F2);
+  EXPECT_EQ(Viewer::Top(), LineStart(4));
+  EXPECT_NE(Viewer::Entry(0).Lflags & LF_TAGMASK, 0U);
+  viewer.Command(IDM_WRAP);
+  viewer.Resize(Viewer::kColumns, Viewer::kRows);
   viewer.Key(VK_HOME);
 
   Drag(6, 9);

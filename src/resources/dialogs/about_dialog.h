@@ -2,14 +2,20 @@
 #pragma once
 
 #include "platform/dialog.h"
+#include "resources/dialogs/dialog_checks.h"
 
-inline constexpr int kAboutIcon = 100;
-inline constexpr int kAboutVersion = 101;
+namespace about_dialog {
 
-inline constexpr ControlTemplate kAboutControls[] = {
-    {ControlKind::icon, kAboutIcon, "quorl", 10, 12, 20, 20},
+inline constexpr int kIcon = 100;
+inline constexpr int kVersion = 101;
+
+inline constexpr ControlTemplate kControls[] = {
+    {ControlKind::icon, kIcon, "quorl", 10, 12, 20, 20},
     {ControlKind::label, kNoId, "Quorl for Windows NT", 44, 12, 156, 10},
-    {ControlKind::label, kAboutVersion, "", 44, 26, 156, 10},
+    {ControlKind::label, kVersion, "", 44, 26, 156, 10},
     {ControlKind::defaultButton, IDOK, "OK", 80, 48, 50, 14},
 };
-inline constexpr DialogTemplate kAboutDialog = {"DialogAbout", "About Quorl", 210, 70, kAboutControls};
+inline constexpr DialogTemplate kTemplate = {"DialogAbout", "About Quorl", 210, 70, kControls};
+static_assert(dialog_checks::IsSound(kTemplate));
+
+}  // namespace about_dialog

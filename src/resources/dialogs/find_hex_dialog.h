@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/dialog.h"
+#include "resources/dialogs/dialog_checks.h"
 
 namespace find_hex_dialog {
 
@@ -24,5 +25,6 @@ inline constexpr ControlTemplate kControls[] = {
 };
 
 inline constexpr DialogTemplate kTemplate{"FindHexOptions", "Find Hex", 258, 75, kControls};
+static_assert(dialog_checks::IsSound(kTemplate));
 
 }  // namespace find_hex_dialog

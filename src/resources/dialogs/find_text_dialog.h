@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/dialog.h"
+#include "resources/dialogs/dialog_checks.h"
 
 namespace find_text_dialog {
 
@@ -21,5 +22,6 @@ inline constexpr ControlTemplate kControls[] = {
 };
 
 inline constexpr DialogTemplate kTemplate{"FindTextOptions", "Find Text", 258, 62, kControls};
+static_assert(dialog_checks::IsSound(kTemplate));
 
 }  // namespace find_text_dialog

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/dialog.h"
+#include "resources/dialogs/dialog_checks.h"
 
 namespace goto_dialog {
 
@@ -24,5 +25,6 @@ inline constexpr ControlTemplate kControls[] = {
 };
 
 inline constexpr DialogTemplate kTemplate{"GoToDlg", "Go To", 187, 97, kControls};
+static_assert(dialog_checks::IsSound(kTemplate));
 
 }  // namespace goto_dialog
