@@ -1,6 +1,8 @@
+#include <QComboBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <cstring>
 
 #include "platform/paths.h"
@@ -16,21 +18,19 @@ bool IsPattern(const char* name) {
   return std::strpbrk(name, "*?") != nullptr;
 }
 
-// One name filter of the toolkit, "Name (pattern pattern)". Win32 parts patterns by semicolons, means every
-// name by "*.*", and its names often show the pattern themselves. A blank or a parenthesis in a pattern
-// would end it for the toolkit; any one character stands for it.
+// One name filter of the toolkit, "Name (pattern pattern)", of which only the name is shown. Win32 parts
+// patterns by semicolons, and means every name by "*.*". What the toolkit would not take for part of a
+// pattern becomes its sign for any one character.
 QString NameFilter(const char* name, const char* patterns) {
-  QString label = QString::fromUtf8(name);
-  label.truncate(label.lastIndexOf(u" (") >= 0 ? label.lastIndexOf(u" (") : label.size());
-  label.remove(u'(').remove(u')');
+  static const QRegularExpression kStrange(QStringLiteral("[^a-zA-Z0-9_.,*?+#@{}!$%&=^~-]"));
   QStringList parts = QString::fromUtf8(patterns).split(u';', Qt::SkipEmptyParts);
   for (QString& part : parts) {
     if (part == u"*.*") {
       part = QStringLiteral("*");
     }
-    part.replace(u' ', u'?').replace(u'(', u'?').replace(u')', u'?');
+    part.replace(kStrange, QStringLiteral("?"));
   }
-  return QStringLiteral("%1 (%2)").arg(label, parts.join(u' '));
+  return QStringLiteral("%1 (%2)").arg(QString::fromUtf8(name), parts.join(u' '));
 }
 
 QStringList NameFilters(const char* filter) {
@@ -46,7 +46,7 @@ QStringList NameFilters(const char* filter) {
 void SetUp(QFileDialog& dialog, const OPENFILENAMEA& open) {
   // The toolkit's own dialog behaves the same on every desktop. It may only look: no renaming, no deleting.
   dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontUseCustomDirectoryIcons |
-                    QFileDialog::ReadOnly);
+                    QFileDialog::ReadOnly | QFileDialog::HideNameFilterDetails);
   dialog.setAcceptMode(QFileDialog::AcceptOpen);
   dialog.setFileMode((open.Flags & OFN_FILEMUSTEXIST) != 0 ? QFileDialog::ExistingFile
                                                            : QFileDialog::AnyFile);
@@ -83,7 +83,8 @@ bool StoreChoice(const QFileDialog& dialog, OPENFILENAMEA& open) {
   const char* const dot = std::strrchr(base, '.');
   open.nFileOffset = static_cast<WORD>(base - open.lpstrFile);
   open.nFileExtension = dot != nullptr ? static_cast<WORD>(dot + 1 - open.lpstrFile) : WORD{0};
-  open.nFilterIndex = static_cast<DWORD>(dialog.nameFilters().indexOf(dialog.selectedNameFilter()) + 1);
+  const auto* const filters = dialog.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+  open.nFilterIndex = static_cast<DWORD>(filters->currentIndex() + 1);
   return true;
 }
 
