@@ -12,10 +12,8 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <numeric>
 #include <random>
 #include <string>
-#include <vector>
 
 #include "platform/file.h"
 #include "search/byte_scan.h"
@@ -79,17 +77,13 @@ ViewFile& TheFile() {
   return file.Get();
 }
 
-// Reads `file` from `begin` to `end`.
-void BareRead(const ViewFile& file, FilePos begin, FilePos end) {
+void BareRead(const ViewFile& file) {
   static std::array<std::uint8_t, kBareReadBytes> slice;
   const FileHandle source = FileOpenShared(file.Fname);
-  if (!FileSeek(source, begin)) std::abort();
-  while (begin < end) {
-    const FilePos wanted = std::min<FilePos>(kBareReadBytes, end - begin);
-    const std::int64_t read = FileRead(source, slice.data(), static_cast<std::size_t>(wanted));
+  std::int64_t read = 1;
+  while (read > 0) {
+    read = FileRead(source, slice.data(), slice.size());
     benchmark::DoNotOptimize(slice.data());
-    if (read < 1) std::abort();
-    begin += read;
   }
   FileClose(source);
 }
@@ -101,45 +95,32 @@ double SecondsOf(Action action) {
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
 }
 
-// Runs `search` and a bare read in turn, piece by piece. The best times of the pieces, added up, are what the
-// file takes when nothing else is going on.
+// Runs `search` and a bare read in turn; the best times are what the file takes when nothing else is going
+// on.
 template <typename Search>
-void BesideABareRead(benchmark::State& state, FilePos pieceBytes, Search search) {
+void BesideABareRead(benchmark::State& state, Search search) {
   ViewFile& file = TheFile();
-  const FilePos length = file.Flen;
-  std::vector<double> bestSearch(static_cast<std::size_t>(length / pieceBytes), 1e9);
-  std::vector<double> bestRead(bestSearch.size(), 1e9);
+  double bestSearch = 1e9;
+  double bestRead = 1e9;
   for (auto _ : state) {
-    double seconds = 0;
-    for (std::size_t i = 0; i < bestSearch.size(); ++i) {
-      const FilePos begin = static_cast<FilePos>(i) * pieceBytes;
-      ViewFile piece = file;
-      piece.Fcur = begin;
-      piece.Flen = begin + pieceBytes;
-      // The first to read a piece finds less of it in the processor's caches than the second, so neither is.
-      BareRead(file, begin, begin + pieceBytes);
-      const double searched = SecondsOf([&] { search(piece); });
-      seconds += searched;
-      bestSearch[i] = std::min(bestSearch[i], searched);
-      bestRead[i] = std::min(bestRead[i], SecondsOf([&] { BareRead(file, begin, begin + pieceBytes); }));
-    }
-    state.SetIterationTime(seconds);
+    const double searched = SecondsOf([&] { search(file); });
+    state.SetIterationTime(searched);
+    bestSearch = std::min(bestSearch, searched);
+    bestRead = std::min(bestRead, SecondsOf([&] { BareRead(file); }));
   }
-  const double searched = std::accumulate(bestSearch.begin(), bestSearch.end(), 0.0);
-  const double read = std::accumulate(bestRead.begin(), bestRead.end(), 0.0);
-  state.counters["best_GB/s"] = kFileBytes / searched / 1e9;
-  state.counters["bare_GB/s"] = kFileBytes / read / 1e9;
-  state.counters["of_bare_read"] = read / searched;
+  state.counters["best_GB/s"] = kFileBytes / bestSearch / 1e9;
+  state.counters["bare_GB/s"] = kFileBytes / bestRead / 1e9;
+  state.counters["of_bare_read"] = bestRead / bestSearch;
 }
 
 void SearchFor(benchmark::State& state, const char* keyText, bool exact, bool isThere) {
   const std::string key = keyText;
   const auto* const bytes = reinterpret_cast<const std::uint8_t*>(key.data());
-  BesideABareRead(state, FilePos{16} << 20, [&](ViewFile& piece) {
+  BesideABareRead(state, [&](ViewFile& file) {
+    file.Fcur = 0;
     const FilePos hit =
-        SearchFile(piece, static_cast<std::int32_t>(key.size()), bytes, exact ? SEARCH_CASE : SEARCH_TEXT);
-    const bool isLast = piece.Flen == static_cast<FilePos>(kFileBytes);
-    if ((hit >= 0) != (isThere && isLast)) state.SkipWithError("the search is wrong");
+        SearchFile(file, static_cast<std::int32_t>(key.size()), bytes, exact ? SEARCH_CASE : SEARCH_TEXT);
+    if ((hit >= 0) != isThere) state.SkipWithError("the search is wrong");
   });
 }
 
@@ -149,7 +130,7 @@ void MarkAllOf(benchmark::State& state, const char* key) {
   search.SearchKeyLen = static_cast<std::int32_t>(std::strlen(key));
   search.SearchFlags = SEARCH_TEXT;
   std::array<TagEntry, kTagSlots> entries{};
-  BesideABareRead(state, kFileBytes, [&](ViewFile& file) {
+  BesideABareRead(state, [&](ViewFile& file) {
     TagList tags{entries.data(), kTagSlots - 1, 0};
     benchmark::DoNotOptimize(MarkAll(file, search, tags));
   });

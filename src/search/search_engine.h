@@ -8,9 +8,9 @@
 #include "engine/view_records.h"
 
 // Bytes of one read at most. Reads end at multiples of it in the file, which are borders of the system's own
-// pages, and half of the buffers' usual size leaves room in the processor's nearest cache for both the bytes
-// read and those that they are copied from.
-inline constexpr std::int32_t kSearchReadBytes = 16384;
+// pages. Fewer would cost more calls; more would leave too little room in the processor's nearest cache for
+// both the bytes read and those that they are copied from.
+inline constexpr std::int32_t kSearchReadBytes = 20480;
 
 inline constexpr std::int32_t kSearchKeyBytes = 36;
 

@@ -42,7 +42,7 @@ TEST(SearchKey, WhatIsWrongWithHexText) {
   const std::string range = "Number of hex digits must be between ";
   EXPECT_EQ(ReadHexKey("", 1).length.message, range + "1 and 64!");
   EXPECT_TRUE(ReadHexKey("", 0).IsGood());
-  EXPECT_EQ(ReadHexKey(std::string(65, '0'), 0).length.message, range + "0 and 64!");
+  EXPECT_EQ(ReadHexKey(std::string(65, '0'), 0).length.message, range + "1 and 64!");
   EXPECT_EQ(ReadHexKey("41 4G", 1).error, "Invalid hex digit \"G\"!");
   EXPECT_EQ(ReadHexKey("1\xE2\x82\xAC", 1).error, "Invalid hex digit \"\xE2\x82\xAC\"!");
   EXPECT_EQ(ReadHexKey("41", 1).error, " ");
