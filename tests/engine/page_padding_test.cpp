@@ -61,16 +61,10 @@ TEST(PadPages, FillsPagesUpAndEndsTheFileWithOneGap) {
       {"behind the top line", "xxfx", 3, 3, 0, 4, "<xx..fx"},
       {"in front of the top line", "xxfx", 3, 5, 0, 4, "xx..<fx"},
       {"rows before the first boundary are not counted", "xxfxfx", 2, 2, kInside, 3, "<xxfx.fx"},
-      {"a full page stays", "xxfx", 0, 0, 0, 2, "<xxfx"},
       {"a gap line counts as row 0", "gxgx", 3, 3, kInside, 2, "<Gx.Gx"},
-      {"no room in front: what lies above drops out", "xxfx", 0, 2, 0, 4, "..<fx"},
-      {"room for one line only", "xf", 0, 1, 0, 9, "x<f"},
       {"no room behind: the rest drops out", "xxfxxx", 4, 4, 0, 9, "<xx....."},
-      {"blank lines go", "xx--", 2, 2, 100, 0, "<xxG"},
-      {"no blank line", "xx", 2, 2, 100, 0, "<xxG"},
       {"nothing but blank lines", "---", 2, 2, 100, 0, "<-G"},
       {"the top line was one of them", "xx---", 2, 6, 100, 0, "xx<G"},
-      {"at the array's end, as after a jump to the bottom", "xxx", 8, 10, 100, 0, "xx<xG"},
       {"the same with a full array", "xxxxxxxxxxx", 0, 10, 100, 0, "xxxxxxxxx<xG"},
   };
   for (const Case& c : cases) {

@@ -13,6 +13,8 @@
 
 namespace {
 
+constexpr const char* kNoGoTo = "\n\nPage indexing failed, [GoTo page] command will not be available";
+
 std::vector<FilePos> PlainPages(const std::string& content) {
   std::vector<FilePos> pages = {0};
   for (std::size_t i = 1; i < content.size(); ++i) {
@@ -20,6 +22,13 @@ std::vector<FilePos> PlainPages(const std::string& content) {
     if (lineBreak && content[i] == '\f') pages.push_back(static_cast<FilePos>(i));
   }
   return pages;
+}
+
+std::string Pages(int count) {
+  std::string content;
+  for (int i = 0; i < count; ++i)
+    content += "page\n\f";
+  return content;
 }
 
 // A run of the index on one file, released at the end.
@@ -34,11 +43,24 @@ class IndexRun {
   PageIndexFault Send(std::uint32_t message) {
     return PageIndexRun(message, state, path_.c_str(), blockBytes_);
   }
+  // Lookups meanwhile move the place at which the index file is read and written.
   void Build() {
+    EXPECT_EQ(PageIndexCount(state), -1);
     ASSERT_EQ(Send(PG_START), PageIndexFault::none);
-    while (state.phase == PageIndexPhase::PG_ACTIVE)
+    while (state.phase == PageIndexPhase::PG_ACTIVE) {
+      const FilePos count = PageIndexCount(state);
+      ASSERT_NE(Lookup(count, count), kPageNone);
+      ASSERT_EQ(Lookup(count + 1, count), kPageNone);
+      ASSERT_EQ(Lookup(1, 0), kPageNone) << "the header's count is 0 until the end";
       ASSERT_EQ(Send(PG_CONT), PageIndexFault::none);
+    }
     ASSERT_EQ(state.phase, PageIndexPhase::PG_DONE);
+    EXPECT_EQ(state.source, kNoFile);
+  }
+  void ExpectIdle() const {
+    EXPECT_EQ(state.phase, PageIndexPhase::PG_IDLE);
+    EXPECT_EQ(state.source, kNoFile);
+    EXPECT_EQ(PageIndexCount(state), -1);
   }
   [[nodiscard]] FilePos Lookup(FilePos page, FilePos count) const {
     PageIndexFault fault = PageIndexFault::none;
@@ -70,10 +92,9 @@ TEST(PageIndex, RandomFilesAndBlocks) {
   ScratchFile file("");
   const std::int32_t blocks[] = {-1, 0, 1, 2, 3, 5, 64, 511, 512, 4096, 8192, 65536, 70000};
   for (int i = 0; i < 60; ++i) {
-    const std::int32_t block =
-        i % 2 == 0 ? blocks[random() % std::size(blocks)] : static_cast<std::int32_t>(2 + random() % 69999);
-    // Now and then a length that is a multiple of the block.
-    // Blocks of one or no byte are no blocks in which the scan could get on.
+    const std::int32_t block = blocks[random() % std::size(blocks)];
+    // Now and then a length that is a multiple of the block. Blocks of one or no byte are no blocks in which
+    // the scan could get on.
     const auto size = static_cast<std::size_t>(std::max(block, 2));
     const std::size_t length =
         random() % 3 == 0 ? size * (random() % (140000 / size + 1)) : random() % (block < 64 ? 3000 : 140000);
@@ -90,44 +111,17 @@ TEST(PageIndex, RandomFilesAndBlocks) {
   }
 }
 
-TEST(PageIndex, ServesWhileItGrows) {
-  std::string content;
-  for (int i = 0; i < 50; ++i)
-    content += "page\n\f";
-  const std::vector<FilePos> pages = PlainPages(content);
-  const ScratchFile file(content);
-  IndexRun run(file.Path(), 16);
-  EXPECT_EQ(PageIndexCount(run.state), -1) << "before the first start";
-  ASSERT_EQ(run.Send(PG_START), PageIndexFault::none);
-  EXPECT_EQ(run.Lookup(1, 1), 0);
-  while (run.state.phase == PageIndexPhase::PG_ACTIVE) {
-    // Each lookup moves the place at which the index file is read and written.
-    const FilePos count = PageIndexCount(run.state);
-    ASSERT_GE(count, 1);
-    ASSERT_EQ(run.Lookup(count, count), pages[static_cast<std::size_t>(count - 1)]);
-    ASSERT_EQ(run.Lookup(count + 1, count), kPageNone);
-    ASSERT_EQ(run.Lookup(1, 0), kPageNone) << "the header's count is 0 until the end";
-    ASSERT_EQ(run.Send(PG_CONT), PageIndexFault::none);
-  }
-  ExpectPages(run, pages);
-  EXPECT_EQ(run.state.source, kNoFile);
-}
-
 TEST(PageIndex, MessagesLeadBackToIdle) {
-  struct Case {
-    std::uint32_t message;
-    PageIndexFault fault;
-  };
   const ScratchFile file("a\n\fb");
   IndexRun run(file.Path());
-  for (const auto& [message, fault] :
-       {Case{PG_CONT, PageIndexFault::notActive}, Case{PG_STOP, PageIndexFault::none},
-        Case{1039, PageIndexFault::unknownMessage}, Case{PG_END, PageIndexFault::none}}) {
+  using Fault = PageIndexFault;
+  for (const auto& [message, fault] : {std::pair{PG_CONT, Fault::notActive},
+                                       {PG_STOP, Fault::none},
+                                       {1039U, Fault::unknownMessage},
+                                       {PG_END, Fault::none}}) {
     run.Build();
     EXPECT_EQ(run.Send(message), fault);
-    EXPECT_EQ(run.state.phase, PageIndexPhase::PG_IDLE);
-    EXPECT_EQ(run.state.source, kNoFile);
-    EXPECT_EQ(PageIndexCount(run.state), -1);
+    run.ExpectIdle();
     if (message == PG_STOP) EXPECT_NE(run.state.block, nullptr) << "the buffer stays for the next start";
   }
   EXPECT_EQ(run.state.index, kNoFile);
@@ -183,101 +177,67 @@ FileHandle Unseekable() {
 }
 
 TEST(PageIndex, AFailedStepEndsTheBuildAndNothingElse) {
-  const ScratchFile pages("a\n\fb");
   const ScratchFile plain("no pages");
-  constexpr const char* kWrite = "Error writing the page index file.";
   struct Case {
-    const ScratchFile& file;
-    FileHandle source, index;  // put in place of the run's own, unless kNoFile
+    bool source;  // which of the files of the run is another
+    FileHandle file;
     PageIndexFault expected;
     const char* text;
   };
-  const auto open = [&pages](int flags) { return ::open(pages.Path().c_str(), flags | O_CLOEXEC); };
+  const auto open = [&plain](int flags) { return ::open(plain.Path().c_str(), flags | O_CLOEXEC); };
   const Case cases[] = {
-      {pages, Unseekable(), kNoFile, PageIndexFault::seek, "Seek error."},
-      {pages, open(O_WRONLY), kNoFile, PageIndexFault::read, "Read error."},
-      {pages, kNoFile, Unseekable(), PageIndexFault::recordWrite, kWrite},
-      {pages, kNoFile, open(O_RDONLY), PageIndexFault::recordWrite, kWrite},
-      {plain, kNoFile, Unseekable(), PageIndexFault::headerSeek, "Error locating the page index header."},
-      {plain, kNoFile, open(O_RDONLY), PageIndexFault::headerWrite, "Error updating the page index header."},
+      {true, Unseekable(), PageIndexFault::seek, "Seek error."},
+      {true, open(O_WRONLY), PageIndexFault::read, "Read error."},
+      {false, Unseekable(), PageIndexFault::headerSeek, "Error locating the page index header."},
+      {false, open(O_RDONLY), PageIndexFault::headerWrite, "Error updating the page index header."},
   };
   for (const Case& c : cases) {
-    SCOPED_TRACE(c.text);
-    IndexRun run(c.file.Path());
+    IndexRun run(plain.Path());
     ASSERT_EQ(run.Send(PG_START), PageIndexFault::none);
-    for (auto [place, other] :
-         {std::pair{&run.state.source, c.source}, std::pair{&run.state.index, c.index}}) {
-      if (other == kNoFile) continue;
-      FileClose(*place);
-      *place = other;
-    }
-    EXPECT_EQ(run.Send(PG_CONT), c.expected);
-    EXPECT_EQ(run.state.phase, PageIndexPhase::PG_IDLE);
-    EXPECT_EQ(run.state.source, kNoFile);
+    FileHandle& place = c.source ? run.state.source : run.state.index;
+    FileClose(place);
+    place = c.file;
+    EXPECT_EQ(run.Send(PG_CONT), c.expected) << c.text;
+    run.ExpectIdle();
     EXPECT_NE(run.state.index, kNoFile) << "stays until the next stop";
-    EXPECT_EQ(PageIndexCount(run.state), -1);
-    EXPECT_EQ(PageIndexFaultText(c.expected, PG_CONT, "path"),
-              std::string(c.text) + "\n\nPage indexing failed, [GoTo page] command will not be available");
-    EXPECT_EQ(run.Send(PG_STOP), PageIndexFault::none);
+    EXPECT_EQ(PageIndexFaultText(c.expected, PG_CONT, "path"), c.text + std::string(kNoGoTo));
     run.Build();
   }
 }
 
-// Holds the files that this process writes to a size, as a full disk would.
-class SizeLimit {
- public:
-  explicit SizeLimit(rlim_t bytes) {
-    getrlimit(RLIMIT_FSIZE, &before_);
-    rlimit now = before_;
-    now.rlim_cur = bytes;
-    setrlimit(RLIMIT_FSIZE, &now);
-  }
-  ~SizeLimit() { setrlimit(RLIMIT_FSIZE, &before_); }
-  SizeLimit(const SizeLimit&) = delete;
-  SizeLimit& operator=(const SizeLimit&) = delete;
-
- private:
-  rlimit before_{};
-};
-
 TEST(PageIndex, AFullDiskIsAResult) {
-  std::string content;
-  for (int i = 0; i < 5000; ++i)
-    content += "\n\f";
+  const std::string content = Pages(5000);
   const ScratchFile file(content);
   IndexRun run(file.Path());
-  PageIndexFault fault = PageIndexFault::none;
-  for (const rlim_t bytes : {0, 8}) {
-    {
-      const SizeLimit limit(bytes);
-      fault = run.Send(PG_START);
-    }
-    EXPECT_EQ(fault, PageIndexFault::indexWrite);
-    EXPECT_EQ(run.state.index, kNoFile);
-    EXPECT_EQ(run.state.block, nullptr);
-  }
-  {
-    const SizeLimit limit(20000);
-    fault = run.Send(PG_START);
+  rlimit before{};
+  getrlimit(RLIMIT_FSIZE, &before);
+  for (const auto& [bytes, expected] :
+       {std::pair{rlim_t{0}, PageIndexFault::indexWrite}, {rlim_t{20000}, PageIndexFault::recordWrite}}) {
+    const rlimit limit{bytes, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    PageIndexFault fault = run.Send(PG_START);
     while (fault == PageIndexFault::none)
       fault = run.Send(PG_CONT);
+    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(fault, expected);
+    run.ExpectIdle();
   }
-  EXPECT_EQ(fault, PageIndexFault::recordWrite);
+  EXPECT_EQ(PageIndexFaultText(PageIndexFault::recordWrite, PG_CONT, ""),
+            "Error writing the page index file." + std::string(kNoGoTo));
   run.Build();
   ExpectPages(run, PlainPages(content));
 }
 
-TEST(PageIndex, AFailedStartHoldsNothing) {
+TEST(PageIndex, AFailedStartHoldsNothingAndSaysWhy) {
   IndexRun run("/no/such/file");
   EXPECT_EQ(run.Send(PG_START), PageIndexFault::sourceOpen);
-  EXPECT_EQ(run.state.phase, PageIndexPhase::PG_IDLE);
-  EXPECT_EQ(run.state.index, kNoFile);
-  EXPECT_EQ(run.state.block, nullptr);
-
   const char* const folder = std::getenv("TMPDIR");
   const std::string before = folder != nullptr ? folder : "";
   setenv("TMPDIR", "/no/such/folder", 1);
   EXPECT_EQ(run.Send(PG_START), PageIndexFault::tempFile);
+  run.ExpectIdle();
+  EXPECT_EQ(run.state.index, kNoFile);
+  EXPECT_EQ(run.state.block, nullptr);
   EXPECT_EQ(PageIndexFaultText(PageIndexFault::tempFile, PG_START, "path"),
             "Cannot open temp file:\n/no/such/folder");
   before.empty() ? unsetenv("TMPDIR") : setenv("TMPDIR", before.c_str(), 1);
@@ -296,24 +256,21 @@ TEST(PageIndexLookup, BadFiles) {
   struct Case {
     const char* what;
     std::string content;
-    FilePos page, count, expected;
+    FilePos count, expected;  // of page 1
+    PageIndexFault fault = PageIndexFault::none;
   };
-  const Case cases[] = {
-      {"good", header + record + record, 2, 0, 5},
-      {"short header", "QLM\x1A", 1, 0, kPageReadFailed},
-      {"bad magic", otherHeader + record, 1, 0, kPageReadFailed},
-      {"bad magic, count given", otherHeader + record, 1, 1, 5},
-      {"record missing", header + record, 2, 0, kPageReadFailed},
-      {"half a record", header + record + "\x05", 2, 2, kPageReadFailed},
-      {"no position", header + std::string(8, '\xFF'), 1, 0, kPageReadFailed},
-  };
+  const Case cases[] = {{"good", header + record, 0, 5},
+                        {"short header", "QLM\x1A", 0, kPageReadFailed},
+                        {"bad magic", otherHeader + record, 0, kPageReadFailed, PageIndexFault::badHeader},
+                        {"record missing", header, 0, kPageReadFailed},
+                        {"no position", header + std::string(8, '\xFF'), 0, kPageReadFailed}};
   PageIndexFault fault = PageIndexFault::none;
   for (const Case& c : cases) {
     const ScratchFile file(c.content);
     const FileHandle index = FileOpenShared(file.Path().c_str());
     fault = PageIndexFault::none;
-    EXPECT_EQ(PageIndexLookup(index, c.page, c.count, fault), c.expected) << c.what;
-    EXPECT_EQ(fault == PageIndexFault::badHeader, std::string(c.what) == "bad magic");
+    EXPECT_EQ(PageIndexLookup(index, 1, c.count, fault), c.expected) << c.what;
+    EXPECT_EQ(fault, c.fault) << c.what;
     FileClose(index);
   }
   EXPECT_EQ(PageIndexLookup(kNoFile, 1, 1, fault), kPageNoIndex);

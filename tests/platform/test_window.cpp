@@ -1,34 +1,28 @@
 #include "tests/platform/test_window.h"
 
 #include <algorithm>
-#include <cassert>
+#include <map>
 
 namespace {
 
 TestWindow* current = nullptr;
 
-constexpr LPCSTR kClassName = "TEST";
-
 }  // namespace
 
-TestWindow::TestWindow(int width, int height, HMENU menu, bool show) {
-  assert(current == nullptr && "one at a time");
+TestWindow::TestWindow(int width, int height, HMENU menu) {
   current = this;
   WNDCLASSA windowClass{};
   windowClass.style = CS_DBLCLKS;
   windowClass.lpfnWndProc = Procedure;
-  windowClass.hCursor = LoadCursorA(nullptr, IDC_ARROW);
   windowClass.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<ULONG_PTR>(COLOR_WINDOW + 1));
-  windowClass.lpszClassName = kClassName;
+  windowClass.lpszClassName = "TEST";
   RegisterClassA(&windowClass);
-  handle_ = CreateWindowExA(0, kClassName, "Test", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, 0,
+  handle_ = CreateWindowExA(0, "TEST", "Test", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, 0,
                             CW_USEDEFAULT, 0, nullptr, menu, nullptr, nullptr);
-  if (show) {
-    platform_testing::ResizeClient(handle_, width, height);
-    ShowWindow(handle_, SW_SHOWNORMAL);
-    platform_testing::PumpUntilIdle(handle_, nullptr);
-    Forget();
-  }
+  platform_testing::ResizeClient(handle_, width, height);
+  ShowWindow(handle_, SW_SHOWNORMAL);
+  Pump();
+  log.clear();
 }
 
 TestWindow::~TestWindow() {
@@ -36,25 +30,21 @@ TestWindow::~TestWindow() {
   handle = nullptr;
   DestroyWindow(handle_);
   platform_testing::PumpUntilIdle(nullptr, nullptr);
-  UnregisterClassA(kClassName, nullptr);
+  UnregisterClassA("TEST", nullptr);
   if (accelerators != nullptr) DestroyAcceleratorTable(accelerators);
-  platform_testing::LogDrawing(false);
   platform_testing::ForgetRecords();
-  current = nullptr;
 }
 
 LRESULT CALLBACK TestWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   TestWindow& self = *current;
   if (message != WM_ERASEBKGND) self.log.push_back({message, wParam, lParam});
   if (self.handle && self.handle(message, wParam, lParam)) return 0;
-  if (message == WM_PAINT && self.paint) {
-    PAINTSTRUCT record{};
-    const HDC dc = BeginPaint(window, &record);
-    self.paint(dc, record);
-    EndPaint(window, &record);
-    return 0;
-  }
-  return DefWindowProcA(window, message, wParam, lParam);
+  if (message != WM_PAINT || !self.paint) return DefWindowProcA(window, message, wParam, lParam);
+  PAINTSTRUCT record{};
+  const HDC dc = BeginPaint(window, &record);
+  self.paint(dc, record);
+  EndPaint(window, &record);
+  return 0;
 }
 
 std::vector<UINT> TestWindow::Messages() const {
@@ -65,8 +55,8 @@ std::vector<UINT> TestWindow::Messages() const {
 }
 
 int TestWindow::Count(UINT message) const {
-  return static_cast<int>(std::count_if(
-      log.begin(), log.end(), [message](const Received& received) { return received.message == message; }));
+  const std::vector<UINT> messages = Messages();
+  return static_cast<int>(std::count(messages.begin(), messages.end(), message));
 }
 
 void TestWindow::Draw(const std::function<void(HDC)>& draw) {
@@ -76,17 +66,16 @@ void TestWindow::Draw(const std::function<void(HDC)>& draw) {
 }
 
 std::vector<std::string> TestWindow::Art(int x, int y, int width, int height) const {
+  static const std::map<COLORREF, char> letters = {
+      {kWhite, '.'}, {RGB(0, 0, 0), '#'}, {kRed, 'r'}, {RGB(0, 255, 0), 'g'}, {kBlue, 'b'}, {kYellow, 'y'}};
   const platform_testing::Pixels pixels = platform_testing::ClientPixels(handle_);
-  static constexpr std::pair<COLORREF, char> kLetters[] = {{kWhite, '.'}, {kBlack, '#'}, {kRed, 'r'},
-                                                           {kGreen, 'g'}, {kBlue, 'b'},  {kYellow, 'y'}};
   std::vector<std::string> art(static_cast<std::size_t>(height));
-  for (int row = 0; row < height; ++row) {
+  for (std::string& row : art) {
     for (int column = x; column < x + width; ++column) {
-      const auto* letter = std::find_if(std::begin(kLetters), std::end(kLetters), [&](const auto& each) {
-        return each.first == pixels.Get(column, y + row);
-      });
-      art[static_cast<std::size_t>(row)] += letter == std::end(kLetters) ? '?' : letter->second;
+      const auto letter = letters.find(pixels.Get(column, y));
+      row += letter == letters.end() ? '?' : letter->second;
     }
+    ++y;
   }
   return art;
 }

@@ -18,8 +18,8 @@ struct Received {
 
 class TestWindow {
  public:
-  // Shown with a client area of this size, idle, with an empty log; unless `show` is false.
-  explicit TestWindow(int width = 200, int height = 100, HMENU menu = nullptr, bool show = true);
+  // Shown with a client area of this size, idle, with an empty log.
+  explicit TestWindow(int width = 200, int height = 100, HMENU menu = nullptr);
   ~TestWindow();
   TestWindow(const TestWindow&) = delete;
   TestWindow& operator=(const TestWindow&) = delete;
@@ -27,22 +27,17 @@ class TestWindow {
   [[nodiscard]] HWND Handle() const { return handle_; }
   bool Pump() { return platform_testing::PumpUntilIdle(handle_, accelerators); }
 
-  // Messages since the last call of Forget, without those of no interest here.
-  std::vector<Received> log;
+  std::vector<Received> log;  // all but WM_ERASEBKGND
   [[nodiscard]] std::vector<UINT> Messages() const;
   [[nodiscard]] int Count(UINT message) const;
-  void Forget() { log.clear(); }
 
   HACCEL accelerators = nullptr;
   std::function<void(HDC, const PAINTSTRUCT&)> paint;
-  // May answer a message; without a value the default procedure does.
-  std::function<bool(UINT, WPARAM, LPARAM)> handle;
+  std::function<bool(UINT, WPARAM, LPARAM)> handle;  // true: with the answer 0
 
-  // Draws at once.
-  void Draw(const std::function<void(HDC)>& draw);
+  void Draw(const std::function<void(HDC)>& draw);  // at once
   // The pixels of a part, a letter for each color: '.' white, '#' black, 'r' 'g' 'b' the pure ones, 'y'
-  // yellow,
-  // '?' any other.
+  // yellow, '?' any other.
   [[nodiscard]] std::vector<std::string> Art(int x, int y, int width, int height) const;
 
  private:
@@ -52,9 +47,7 @@ class TestWindow {
 };
 
 inline constexpr COLORREF kWhite = RGB(255, 255, 255);
-inline constexpr COLORREF kBlack = RGB(0, 0, 0);
 inline constexpr COLORREF kRed = RGB(255, 0, 0);
-inline constexpr COLORREF kGreen = RGB(0, 255, 0);
 inline constexpr COLORREF kBlue = RGB(0, 0, 255);
 inline constexpr COLORREF kYellow = RGB(255, 255, 0);
 

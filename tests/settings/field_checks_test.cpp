@@ -6,6 +6,7 @@
 #include <climits>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -14,43 +15,27 @@ constexpr FilePos kMost = INTPTR_MAX;
 TEST(FixedPoint, ParsesAndFormats) {
   struct Parse {
     const char* text;
-    char separator;
-    std::int32_t decimals, value, result;
+    std::int32_t value, result;
   };
-  const Parse parses[] = {{".5", '.', 2, 50, 0},      {"1.", '.', 2, 100, 0},
-                          {"1.239", '.', 2, 123, 0},  {"  2.5 ", '.', 2, 250, 0},
-                          {"1x", '.', 2, 100, 2},     {"1 2", '.', 2, 100, 3},
-                          {"- 5", '.', 2, 0, 3},      {"1.5.", '.', 2, 150, 4},
-                          {"1.239x", '.', 2, 123, 6}, {"1.5", ',', 1, 10, 2},
-                          {"12.9", '.', 0, 12, 0},    {"", '.', 2, 0, 1},
-                          {"  ", '.', 2, 0, 3},       {"-", '.', 2, 0, 2},
-                          {" -", '.', 2, 0, 3},       {"-2147483648", '.', 0, INT32_MIN, 0}};
+  const Parse parses[] = {{".5", 50, 0},   {"  2.5 ", 250, 0}, {"1.239", 123, 0},  {"1x", 100, 2},
+                          {"1 2", 100, 3}, {"1.5.", 150, 4},   {"1.239x", 123, 6}, {"", 0, 1},
+                          {"  ", 0, 3},    {"-", 0, 2}};
+  std::int32_t value = 0;
   for (const Parse& c : parses) {
-    std::int32_t value = 77;
-    EXPECT_EQ(ParseFixedPoint(c.text, c.separator, c.decimals, value), c.result) << '"' << c.text << '"';
+    EXPECT_EQ(ParseFixedPoint(c.text, '.', 2, value), c.result) << '"' << c.text << '"';
     EXPECT_EQ(value, c.value) << '"' << c.text << '"';
   }
-  struct Format {
-    std::int32_t value, decimals;
-    char separator;
-    const char* text;
-  };
-  const Format formats[] = {{105, 2, '.', "1.05"}, {100, 2, '.', "1"},  {0, 2, '.', "0"},
-                            {-50, 2, '.', "-0.5"}, {75, 1, ',', "7,5"}, {INT32_MIN, 9, '.', "-2.147483648"}};
-  char text[kFixedPointBytes];
-  for (const Format& c : formats) {
-    EXPECT_EQ(FormatFixedPoint(text, c.separator, c.decimals, c.value), static_cast<int>(strlen(c.text)));
-    EXPECT_STREQ(text, c.text);
-  }
   // What a text gives is what it was made from.
+  char text[kFixedPointBytes];
   for (std::int32_t decimals = 0; decimals <= 9; ++decimals) {
-    for (std::int32_t value = -100000; value <= 100000; value += 77) {
-      FormatFixedPoint(text, ',', decimals, value);
-      std::int32_t back = 0;
-      ASSERT_EQ(ParseFixedPoint(text, ',', decimals, back), 0) << text;
-      ASSERT_EQ(back, value) << text;
+    for (const std::int32_t number : {INT32_MIN, -100001, -770, -1, 0, 77, 1000, INT32_MAX}) {
+      FormatFixedPoint(text, ',', decimals, number);
+      ASSERT_EQ(ParseFixedPoint(text, ',', decimals, value), 0) << text;
+      ASSERT_EQ(value, number) << text;
     }
   }
+  EXPECT_EQ(FormatFixedPoint(text, ',', 3, -500), 4);
+  EXPECT_STREQ(text, "-0,5");
 }
 
 // A check's message, or "good".
@@ -59,116 +44,63 @@ std::string Outcome(const FieldCheck& check) {
   return check.accepted ? "good" : check.message;
 }
 
-std::string Invalid(char character, const char* field) {
-  return std::string("Invalid character \"") + character + "\" in " + field + ".";
-}
+using Texts = std::vector<std::string>;
 
-TEST(ValidateFixedField, Outcomes) {
-  const std::string range = "Top must be a number between 0 and 3!";
-  const std::pair<const char*, std::string> cases[] = {
-      {"0", "good"},
-      {"3", "good"},
-      {"2.999", "good"},
-      {"3.01", range},
-      {"-0.01", range},
-      {"", range},
-      {"1,5", Invalid(',', "Top")},
-      {"1 x", Invalid('x', "Top")},
-      // Nothing stands where a digit is missing: the last character is shown.
-      {"-", Invalid('-', "Top")},
-      {"   ", Invalid(' ', "Top")}};
-  for (const auto& [text, outcome] : cases)
-    EXPECT_EQ(Outcome(ValidateFixedField(text, 0, 300, 2, '.', "Top")), outcome) << '"' << text << '"';
+TEST(FieldChecks, Fixed) {
+  const auto outcome = [](const std::string& text) {
+    return Outcome(ValidateFixedField(text, 0, 300, 2, '.', "Top"));
+  };
+  EXPECT_EQ(outcome("2.999"), "good");
+  for (const std::string& text : Texts{"3.01", "-0.01", ""})
+    EXPECT_EQ(outcome(text), "Top must be a number between 0 and 3!") << text;
+  // Where a digit is missing, the last character is shown.
+  for (const auto& [text, character] : {std::pair{"1,5", ","}, {"1 x", "x"}, {"-", "-"}})
+    EXPECT_EQ(outcome(text), std::string("Invalid character \"") + character + "\" in Top.") << text;
   EXPECT_EQ(Outcome(ValidateFixedField("9", 0, 75, 1, ',', nullptr)),
             "Value must be a number between 0 and 7,5!");
 }
 
-TEST(ValidateIntField, Outcomes) {
-  const std::string refused = "Tab length must be a number between 1 and 255!";
+TEST(FieldChecks, Int) {
+  const auto outcome = [](const std::string& text) {
+    return Outcome(ValidateIntField(text, 1, 255, "Tab length"));
+  };
   // A field holds 39 characters; what is behind them is not there.
-  for (const std::string& text :
-       {std::string("1"), std::string("255"), std::string(" 8"), std::string(38, '0') + "78"})
-    EXPECT_EQ(Outcome(ValidateIntField(text, 1, 255, "Tab length")), "good") << text;
-  for (const char* const text :
-       {"", "0", "256", "-1", "8 ", "8.", "x", "0x8", "-", " ", "4294967304", "99999999999999999999999"})
-    EXPECT_EQ(Outcome(ValidateIntField(text, 1, 255, "Tab length")), refused) << '"' << text << '"';
-  EXPECT_EQ(Outcome(ValidateIntField("-2147483648", INT32_MIN, 0, nullptr)), "good");
+  for (const std::string& text : Texts{"255", " 8", std::string(38, '0') + "78"})
+    EXPECT_EQ(outcome(text), "good") << text;
+  for (const std::string& text : Texts{"", "0", "256", "8 ", "8.", "0x8", "-", "4294967304"})
+    EXPECT_EQ(outcome(text), "Tab length must be a number between 1 and 255!") << text;
   EXPECT_EQ(Outcome(ValidateIntField("2147483648", INT32_MIN, INT32_MAX, nullptr)),
             "Value must be a number between -2147483648 and 2147483647!");
 }
 
-TEST(ValidateLongField, Outcomes) {
-  const auto invalid = [](char character) { return Invalid(character, "File Offset"); };
-  const std::string low = "File Offset must be a number between 0 and 16!";
-  const std::string high = "File Offset must be a number between 0 and 9223372036854775807!";
-  struct Case {
-    const char* text;
-    FilePos high;
-    std::string outcome;
+TEST(FieldChecks, Long) {
+  const auto outcome = [](const std::string& text, FilePos high) {
+    return Outcome(ValidateLongField(text, 0, high, "File Offset"));
   };
-  const Case cases[] = {{"16", 16, "good"},
-                        {"0x10", 16, "good"},
-                        {"0X10", 16, "good"},
-                        {"020", 16, "good"},
-                        {"0", 16, "good"},
-                        {"  7", 16, "good"},
-                        {"17", 16, low},
-                        {"0x11", 16, low},
-                        {"-1", 16, low},
-                        {"", 16, low},
-                        {"7 ", 16, invalid(' ')},
-                        {"N/A", 16, invalid('N')},
-                        {"0x", 16, invalid('x')},
-                        {"0xg", 16, invalid('x')},
-                        {"08", 16, invalid('8')},
-                        {"1f", 16, invalid('f')},
-                        {"0b1", 16, invalid('b')},
-                        {"0x10", 16, "good"},
-                        {"020", 16, "good"},
-                        {"  7", 16, "good"},
-                        {"17", 16, low},
-                        {"-1", 16, low},
-                        {"", 16, low},
-                        {"7 ", 16, invalid(' ')},
-                        {"N/A", 16, invalid('N')},
-                        {"0x", 16, invalid('x')},
-                        {"08", 16, invalid('8')},
-                        {"0b1", 16, invalid('b')},
-                        {"5000000000", kMost, "good"},
-                        {"0x7FFFFFFFFFFFFFFF", kMost, "good"},
-                        {"0777777777777777777777", kMost, "good"},
-                        {"0x8000000000000000", kMost, high},
-                        {"18446744073709551617", kMost, high},
-                        {"-18446744073709551615", kMost, high}};
-  for (const Case& c : cases)
-    EXPECT_EQ(Outcome(ValidateLongField(c.text, 0, c.high, "File Offset")), c.outcome) << c.text;
+  for (const std::string& text : Texts{"16", "0X10", "020", "  7"})
+    EXPECT_EQ(outcome(text, 16), "good") << text;
+  for (const std::string& text : Texts{"17", "0x11", "-1", ""})
+    EXPECT_EQ(outcome(text, 16), "File Offset must be a number between 0 and 16!") << text;
+  for (const auto& [text, character] : {std::pair{"7 ", " "}, {"N/A", "N"}, {"0xg", "x"}, {"08", "8"}})
+    EXPECT_EQ(outcome(text, 16), std::string("Invalid character \"") + character + "\" in File Offset.");
+  for (const std::string& text : Texts{"0x7FFFFFFFFFFFFFFF", "0777777777777777777777"})
+    EXPECT_EQ(outcome(text, kMost), "good") << text;
+  for (const std::string& text : Texts{"0x8000000000000000", "18446744073709551617"})
+    EXPECT_EQ(outcome(text, kMost), "File Offset must be a number between 0 and 9223372036854775807!");
   EXPECT_EQ(Outcome(ValidateLongField("0", 1, 2, nullptr)), "Value must be a number between 1 and 2!");
 }
 
-TEST(GetLongField, ValuesAndSuccess) {
-  struct Case {
-    const char* text;
-    bool isSigned;
-    FilePos value;
-    bool good;
-  };
-  const Case cases[] = {{"0x10", true, 16, true},
-                        {"010", true, 8, true},
-                        {"-5", true, -5, true},
-                        {"12ab", true, 12, false},
-                        {"", true, 0, false},
-                        {" ", true, 0, false},
-                        {"99999999999999999999", true, kMost, true},
-                        {"0xFFFFFFFFFFFFFFFF", false, -1, true},
-                        {"-99999999999999999999", true, INTPTR_MIN, true}};
-  for (const Case& c : cases) {
-    bool good = !c.good;
-    EXPECT_EQ(GetLongField(c.text, good, c.isSigned), c.value) << '"' << c.text << '"';
-    EXPECT_EQ(good, c.good) << '"' << c.text << '"';
-  }
+TEST(FieldChecks, GetLongField) {
+  bool good = false;
+  EXPECT_EQ(GetLongField("-010", good, true), -8);
+  EXPECT_TRUE(good);
+  EXPECT_EQ(GetLongField("0xFFFFFFFFFFFFFFFF", good, false), -1);
+  EXPECT_EQ(GetLongField("99999999999999999999", good, true), kMost);
+  EXPECT_EQ(GetLongField("12ab", good, true), 12);
+  EXPECT_FALSE(good);
 }
 
-TEST(ValidateChoice, Outcomes) {
+TEST(FieldChecks, Choice) {
   EXPECT_EQ(Outcome(ValidateChoice(0, "format")), "good");
   EXPECT_EQ(Outcome(ValidateChoice(-1, "format")), "You must choose a format !");
   EXPECT_EQ(Outcome(ValidateChoice(-1, nullptr)), "You must choose a value !");

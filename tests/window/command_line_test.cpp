@@ -22,11 +22,8 @@ TEST(CommandLine, TextIsSplitIntoWords) {
     std::string text, letters, setup, file;
   };
   const Case cases[] = {{"", "", "", "*.*"},
-                        {"   ", "", "", "*.*"},
-                        {"report.txt", "", "", "report.txt"},
                         {"  -WB  report.txt  other.txt ", "BW", "", "report.txt"},
                         {"-w -W", "W", "", "*.*"},
-                        {"-W -w", "w", "", "*.*"},
                         {"a.txt -h", "h", "", "a.txt"},
                         {"-h-r/t", "hrt", "", "*.*"},
                         {"- a", "", "", "a"},
@@ -34,11 +31,9 @@ TEST(CommandLine, TextIsSplitIntoWords) {
                         {"-Vmy/set other.txt", "V", "Setup: my", "other.txt"},
                         {"-vone -vtwo", "v", "Setup: two", "*.*"},
                         {"-V", "V", "Setup: ", "*.*"},
-                        {"-WV", "VW", "", "*.*"},
                         {"-v" + std::string(80, 'n'), "v", "Setup: " + std::string(56, 'n'), "*.*"},
                         {"a\tb", "", "", "a"},
                         {"\x01\x02-h\x03", "h", "", "*.*"},
-                        {"stra\xC3\x9F\x65.txt -x", "x", "", "stra\xC3\x9F\x65.txt"},
                         {std::string("-h\0-x", 5), "hx", "", "*.*"}};
   for (const Case& c : cases) {
     const auto line = std::make_unique<CommandLineWords>();
@@ -58,7 +53,6 @@ TEST(CommandLine, AWordOfTheSystemMayHoldAnyByte) {
   };
   // A slash begins an option only where it cannot begin a path.
   const Case cases[] = {{{"my file.txt", "-h"}, "h", "my file.txt"},
-                        {{"", "a"}, "", "a"},
                         {{"\x80\xFF \x01"}, "", "\x80\xFF \x01"},
                         {{tooLong}, "", tooLong.substr(0, kPathBytes - 1)},
                         {{"-vmy set", "x"}, "v", "x"},
@@ -84,14 +78,11 @@ TEST(ApplyOptionLetters, WorksInAFixedOrder) {
                         {"-W -B -L -O", 0, 0x23B, 0, 1, 0},
                         {"-w -b -e -l -o", 0, 0x200, 0, 1, 0},
                         {"-w -W", 0, 0x221, 0, 1, 0},
-                        {"-H -T", 1, 0x220, 0, 1, 0},
                         {"-R -H -T", 2, 0x220, 0, 1, 0},
                         {"-a", 0, 0x260, 1, 1, 0},
                         {"-C -A", 0, 0x2A0, 2, 1, 0},
                         {"-F -G -I -J -K -P -Q -U -Z", 0, 0x220, 0, 1, 0},
                         {"-s", 0, 0x220, 0, 0, 0},
-                        {"-S", 0, 0x220, 0, 1, 0},
-                        {"-y", 0, 0x220, 0, 1, 1},
                         {"-Y -s", 0, 0x220, 0, 0, 1}};
   for (const Case& c : cases) {
     const auto line = std::make_unique<CommandLineWords>();

@@ -58,70 +58,47 @@ TEST_F(GoTo, EachChoiceHasItsFieldAndLeadsSomewhere) {
   EXPECT_EQ(shown, (std::vector<std::string>{"N/A| |off|", "0x000000|1 to 0x4A38|on|0x000000",
                                              "1|1 to 20|on|1", "N/A| |off|"}));
   EXPECT_EQ(Viewer::Text(), " line1899");
-  Run(viewer, {Click(goto_dialog::kPageNumber), Click(IDCANCEL)});
+  Run(viewer, {Click(goto_dialog::kTop), Click(IDCANCEL)});
   EXPECT_EQ(Viewer::Text(), " line1899");
   Run(viewer, {Click(IDOK)});
   EXPECT_EQ(Viewer::Top(), 0);
 }
 
-TEST_F(GoTo, BytePositionInEachFormatAndNotation) {
+// Text lines begin at their start, the others at the very byte.
+TEST_F(GoTo, BytePositionInEachFormat) {
+  std::filesystem::resize_file(file.Path(), std::uintmax_t{64} << 30);
   struct Case {
     const char *letter, *text;
     FilePos top;
   };
-  const Case cases[] = {{"-T", "0x3e5", 990}, {"-T", "01745", 990},    {"-T", "0", 0},
-                        {"-H", "997", 997},   {"-T", "0x4A38", 18990}, {"-R", "0X3E5", 997},
-                        {"-R", "01745", 997}};
-  for (const Case& c : cases) {
-    Viewer viewer({c.letter, file.Path()});
-    Go(viewer, goto_dialog::kBytePosition, c.text);
-    EXPECT_EQ(Viewer::Top(), c.top) << c.letter << ' ' << c.text;
+  for (const auto& [letter, text, top] : {Case{"-T", "0x3e5", 990}, Case{"-H", "997", 997},
+                                          Case{"-R", "01745", 997}, Case{"-H", "0xABCDEF012", 0xABCDEF012}}) {
+    Viewer viewer({letter, file.Path()});
+    Go(viewer, goto_dialog::kBytePosition, text);
+    EXPECT_EQ(Viewer::Top(), top) << letter << ' ' << text;
   }
-  std::filesystem::resize_file(file.Path(), std::uintmax_t{64} << 30);
-  Viewer viewer({"-H", file.Path()});
-  Go(viewer, goto_dialog::kBytePosition, "0xABCDEF012");
-  EXPECT_EQ(Viewer::Top(), FilePos{0xABCDEF012});
-  Go(viewer, goto_dialog::kBytePosition, "0x1000000001");
-  EXPECT_EQ(Boxes().at(0).text, "File Offset must be a number between 0 and 68719476736!");
 }
 
 TEST_F(GoTo, PageWhileTheIndexIsStillBuilding) {
   Viewer viewer({file.Path()}, "[Quorl Setup]\nPageIndexingBuffer=4000\n");
   viewer.Send(PG_CONT);
-  ASSERT_EQ(MainState.PageIndex.phase, PageIndexPhase::PG_ACTIVE);
-  const std::string pages = std::to_string(PageIndexCount(MainState.PageIndex));
-  ASSERT_EQ(pages, "5");
   Go(viewer, goto_dialog::kPageNumber, "5");
   EXPECT_EQ(Viewer::Top(), 4 * 950);
   Go(viewer, goto_dialog::kPageNumber, "6");
   EXPECT_EQ(Boxes().at(0).text, "Page Number must be a number between 1 and 5!");
-  Index(viewer);
-  Go(viewer, goto_dialog::kPageNumber, "0x14");
-  EXPECT_EQ(Viewer::Top(), 19 * 950);
 }
 
-TEST_F(GoTo, RefusedFieldsKeepTheDialog) {
+TEST_F(GoTo, ARefusedFieldKeepsTheDialog) {
   Viewer viewer({file.Path()});
-  Index(viewer);
-  struct Case {
-    int radio;
-    const char *text, *message;
-  };
-  const Case cases[] = {
-      {goto_dialog::kBytePosition, "-1", "File Offset must be a number between 0 and 19000!"},
-      {goto_dialog::kBytePosition, "12h", "Invalid character \"h\" in File Offset."},
-      {goto_dialog::kPageNumber, "0", "Page Number must be a number between 1 and 20!"},
-  };
-  for (const Case& c : cases) {
-    ControlState number;
-    Run(viewer, {Click(c.radio), Type(c.text), Click(IDOK), Look(goto_dialog::kNumber, number)});
-    EXPECT_TRUE(number.focused) << c.text;
-    ASSERT_EQ(Boxes().size(), 1U) << c.text;
-    EXPECT_EQ(Boxes()[0].text, c.message);
-    EXPECT_EQ(Boxes()[0].caption, "Bad Options");
-    EXPECT_EQ(Beeps(), (std::vector<UINT>{16, 64}));
-    EXPECT_EQ(Viewer::Top(), 0);
-  }
+  ControlState number;
+  Run(viewer,
+      {Click(goto_dialog::kBytePosition), Type("12h"), Click(IDOK), Look(goto_dialog::kNumber, number)});
+  EXPECT_TRUE(number.focused);
+  ASSERT_EQ(Boxes().size(), 1U);
+  EXPECT_EQ(Boxes()[0].text, "Invalid character \"h\" in File Offset.");
+  EXPECT_EQ(Boxes()[0].caption, "Bad Options");
+  EXPECT_EQ(Beeps(), (std::vector<UINT>{16, 64}));
+  EXPECT_EQ(Viewer::Top(), 0);
 }
 
 TEST_F(GoTo, PagesNeedAnIndex) {

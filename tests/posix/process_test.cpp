@@ -1,10 +1,10 @@
 // What happens to a profile when a process dies in a save, when the disk is full, and when two viewers save
-// at once: each with real processes.
-
+// at once, and what remains of temporary files: each with real processes.
 #include <fcntl.h>
 #include <sched.h>
 #include <sys/file.h>
 #include <sys/mount.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 
 #include <csignal>
@@ -12,6 +12,7 @@
 #include <random>
 
 #include "platform/profile_batch.h"
+#include "platform/temp_file.h"
 #include "platform/win32.h"
 #include "tests/scratch.h"
 
@@ -34,25 +35,19 @@ bool Put(const std::string& file, const std::string& key, const std::string& val
   return WritePrivateProfileStringA("S", key.c_str(), value.c_str(), file.c_str()) != FALSE;
 }
 
-constexpr const char* kHead = "; by hand\n[Other]\nkeep = this\n\n";
-constexpr const char* kTail = "\n; end\n[Last]\nx=1";
-
-// The keys A, B and C that a save number `number` leaves.
-std::string Filler(int number) {
-  return std::string(3000, static_cast<char>('a' + number % 26));
-}
-
 TEST(ProfileProcess, KillLeavesTheOldFileOrTheNew) {
   const ScratchFolder folder;
-  const auto whole = [](int number) {
+  // The content that save number `number` leaves.
+  const auto filler = [](int number) { return std::string(3000, static_cast<char>('a' + number % 26)); };
+  const auto whole = [&filler](int number) {
     const std::string value = std::to_string(number);
-    return kHead + ("[S]\nA=" + value + "\nB=" + Filler(number) + "\nC=" + value + "\n") + kTail;
+    return "; by hand\n[S]\nA=" + value + "\nB=" + filler(number) + "\nC=" + value + "\n\n; end\n[Last]\nx=1";
   };
   const std::string file = folder.Write("p.ini", whole(0));
-  const auto save = [&file](int number) {
+  const auto save = [&](int number) {
     BeginProfileBatch(file.c_str());
     Put(file, "A", std::to_string(number));
-    Put(file, "B", Filler(number));
+    Put(file, "B", filler(number));
     Put(file, "C", std::to_string(number));
     return EndProfileBatch();
   };
@@ -82,37 +77,26 @@ TEST(ProfileProcess, KillLeavesTheOldFileOrTheNew) {
 }
 
 TEST(ProfileProcess, TwoViewersKeepEachOthersKeys) {
-  const ScratchFolder folder;
-  const std::string file = folder.Write("p.ini", std::string(kHead) + "[S]\n" + kTail);
-  const auto writer = [&file](const std::string& name) {
-    for (int i = 0; i < 60; ++i)
-      if (!Put(file, name + std::to_string(i), "1")) return 1;
-    return 0;
-  };
-  const pid_t one = Start([&writer] { return writer("one"); });
-  const pid_t two = Start([&writer] { return writer("two"); });
-  EXPECT_EQ(Finish(one), 0);
-  EXPECT_EQ(Finish(two), 0);
-  for (int i = 0; i < 60; ++i) {
-    for (const char* name : {"one", "two"}) {
-      const std::string key = name + std::to_string(i);
-      EXPECT_EQ(GetPrivateProfileIntA("S", key.c_str(), 0, file.c_str()), 1U) << key;
+  // The first saves of both, which create the folder and the file, are where they are most in each other's
+  // way.
+  for (const auto& [rounds, saves] : {std::pair{10, 1}, {1, 60}}) {
+    for (int round = 0; round < rounds; ++round) {
+      const ScratchFolder folder;
+      const auto writer = [count = saves](const std::string& name) {
+        for (int i = 0; i < count; ++i)
+          if (!Put("QUORL.INI", name + std::to_string(i), "1")) return 1;
+        return 0;
+      };
+      const pid_t one = Start([&writer] { return writer("one"); });
+      const pid_t two = Start([&writer] { return writer("two"); });
+      EXPECT_EQ(Finish(one) + Finish(two), 0);
+      for (int i = 0; i < saves; ++i) {
+        for (const char* name : {"one", "two"}) {
+          const std::string key = name + std::to_string(i);
+          EXPECT_EQ(GetPrivateProfileIntA("S", key.c_str(), 0, "QUORL.INI"), 1U) << key;
+        }
+      }
     }
-  }
-  const std::string content = ContentOf(file);
-  EXPECT_EQ(content.find(kHead), 0U);
-  EXPECT_EQ(content.substr(content.size() - std::string(kTail).size()), kTail);
-}
-
-TEST(ProfileProcess, FirstSavesOfTwoViewersMeet) {
-  for (int round = 0; round < 10; ++round) {
-    const ScratchFolder folder;
-    const auto writer = [](const char* key) { return Put("QUORL.INI", key, "1") ? 0 : 1; };
-    const pid_t one = Start([&writer] { return writer("one"); });
-    const pid_t two = Start([&writer] { return writer("two"); });
-    EXPECT_EQ(Finish(one) + Finish(two), 0);
-    EXPECT_EQ(GetPrivateProfileIntA("S", "one", 0, "QUORL.INI"), 1U);
-    EXPECT_EQ(GetPrivateProfileIntA("S", "two", 0, "QUORL.INI"), 1U);
   }
 }
 
@@ -132,24 +116,48 @@ TEST(ProfileProcess, FullDiskLeavesTheOldFile) {
   const ScratchFolder folder;
   constexpr int kNoDisk = 99;
   const pid_t child = Start([&folder] {
-    const std::string disk = folder.Path("");
+    const std::string disk = folder.Path();
     if (unshare(CLONE_NEWNS) != 0 || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
         mount("tmpfs", disk.c_str(), "tmpfs", 0, "size=64k") != 0) {
       return kNoDisk;
     }
     const std::string content = "[S]\nK=" + std::string(40'000, 'k') + "\n";
     const std::string file = folder.Write("p.ini", content);
-    if (ContentOf(file) != content) return 2;
-    if (WritePrivateProfileStringA("S", "L", "1", file.c_str())) return 3;
-    if (ContentOf(file) != content || folder.Names() != "p.ini") return 4;
+    if (Put(file, "L", "1")) return 1;
+    if (ContentOf(file) != content || folder.Names() != "p.ini") return 2;
     // With room again the same save goes through.
-    if (mount("tmpfs", disk.c_str(), "tmpfs", MS_REMOUNT, "size=256k") != 0) return 5;
-    if (!WritePrivateProfileStringA("S", "L", "1", file.c_str())) return 6;
-    return ContentOf(file) == content + "L=1\n" ? 0 : 7;
+    if (mount("tmpfs", disk.c_str(), "tmpfs", MS_REMOUNT, "size=256k") != 0) return 3;
+    return Put(file, "L", "1") && ContentOf(file) == content + "L=1\n" ? 0 : 4;
   });
   const int end = Finish(child);
   if (end == kNoDisk) GTEST_SKIP() << "no right to mount a disk here";
   EXPECT_EQ(end, 0);
+}
+
+TEST(TempFile, IsPrivateAndNothingRemainsOfItInAKilledProcess) {
+  const ScratchFolder folder;
+  for (const int signal : {SIGTERM, SIGKILL}) {
+    int ready[2];
+    ASSERT_EQ(pipe(ready), 0);
+    const pid_t child = Start([&]() -> int {
+      setenv("TMPDIR", folder.Path().c_str(), 1);
+      const FileHandle file = TempFileOpen();
+      struct stat status {};
+      const bool good = fstat(static_cast<int>(file), &status) == 0 && (status.st_mode & 07777) == 0600 &&
+                        FileSeek(file, std::int64_t{5} << 30) && TempFileWrite(file, "page", 4);
+      if (write(ready[1], good ? "+" : "-", 1) == 1) pause();
+      return 1;
+    });
+    char answer = 0;
+    ASSERT_EQ(read(ready[0], &answer, 1), 1);
+    EXPECT_EQ(answer, '+');
+    EXPECT_EQ(folder.Names(), "") << "while it is open";
+    kill(child, signal);
+    EXPECT_EQ(Finish(child), 1000 + signal);
+    EXPECT_EQ(folder.Names(), "");
+    close(ready[0]);
+    close(ready[1]);
+  }
 }
 
 }  // namespace
