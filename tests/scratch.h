@@ -30,9 +30,11 @@ class ScratchFolder {
   ScratchFolder() {
     folder_ = (std::filesystem::temp_directory_path() / "quorl test XXXXXX").string();
     if (mkdtemp(folder_.data()) == nullptr) std::abort();
+    if (const char* former = std::getenv("XDG_CONFIG_HOME")) settings_ = former;
     setenv("XDG_CONFIG_HOME", folder_.c_str(), 1);
   }
   ~ScratchFolder() {
+    setenv("XDG_CONFIG_HOME", settings_.c_str(), 1);
     std::error_code ignored;
     std::filesystem::remove_all(folder_, ignored);
   }
@@ -59,6 +61,7 @@ class ScratchFolder {
 
  private:
   std::string folder_;
+  std::string settings_;  // where they lay before
 };
 
 class ScratchFile {
