@@ -9,7 +9,6 @@
 
 enum class ControlKind : std::uint8_t {
   label,  // & marks a mnemonic that leads to the next control that takes the focus
-  group,  // a frame with a title
   edit,
   readOnlyEdit,
   button,
@@ -19,7 +18,6 @@ enum class ControlKind : std::uint8_t {
   radio,  // those from one kGroupStart to the next exclude each other
   comboBox,
   dropDownList,
-  listBox,
   ownerDrawn,  // a button that the program draws at WM_DRAWITEM
   icon,        // shows what STM_SETICON gives it
 };
@@ -28,8 +26,6 @@ enum class ControlKind : std::uint8_t {
 inline constexpr unsigned kGroupStart = 1;
 inline constexpr unsigned kDisabled = 2;
 inline constexpr unsigned kNoTabStop = 4;  // of a kind that would have one
-inline constexpr unsigned kRightText = 8;  // a label that stands at the right of its place
-inline constexpr unsigned kCenterText = 16;
 
 // The id of a control that the program never asks for.
 inline constexpr int kNoId = 0xFFFF;

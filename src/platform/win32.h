@@ -504,7 +504,6 @@ inline constexpr UINT CB_LIMITTEXT = 0x0141;
 inline constexpr UINT CB_SETEDITSEL = 0x0142;  // lParam: the start in the low, the end in the high word
 inline constexpr UINT CB_ADDSTRING = 0x0143;
 inline constexpr UINT CB_GETCURSEL = 0x0147;  // CB_ERR: none, or the text was edited since
-inline constexpr UINT CB_GETLBTEXT = 0x0148;
 inline constexpr UINT CB_SETCURSEL = 0x014E;  // -1: none, and the text is emptied
 inline constexpr LRESULT CB_ERR = -1;
 inline constexpr UINT STM_SETICON = 0x0170;

@@ -47,10 +47,8 @@ INT_PTR StartDialog(HWND dialog, LPARAM /*param*/) {
 void Act(HWND dialog, int control, UINT /*notification*/) {
   switch (control) {
     case IDOK:
-      if (ReadBoxes(dialog).Any()) {
-        Chosen = ReadBoxes(dialog);
-        EndDialog(dialog, 1);
-      }
+      Chosen = ReadBoxes(dialog);
+      if (Chosen.Any()) EndDialog(dialog, 1);
       break;
     case IDCANCEL:
       EndDialog(dialog, 0);

@@ -78,15 +78,6 @@ LRESULT ChooseRow(Control& control, LPARAM row) {
   return exists ? row : CB_ERR;
 }
 
-LRESULT RowText(const Control& control, LPARAM row, char* text) {
-  if (row < 0 || row >= control.combo->count()) {
-    return CB_ERR;
-  }
-  const QByteArray bytes = control.combo->itemText(static_cast<int>(row)).toUtf8();
-  std::memcpy(text, bytes.constData(), static_cast<std::size_t>(bytes.size()) + 1);
-  return bytes.size();
-}
-
 LRESULT ShowIcon(Control& control, HICON icon) {
   const HICON former = std::exchange(control.icon, icon);
   if (icon == nullptr) {
@@ -122,8 +113,6 @@ LRESULT ComboMessage(Control& control, UINT message, WPARAM wParam, LPARAM lPara
       return AddRow(control, reinterpret_cast<const char*>(lParam));
     case CB_GETCURSEL:
       return control.row;
-    case CB_GETLBTEXT:
-      return RowText(control, static_cast<LPARAM>(wParam), reinterpret_cast<char*>(lParam));
     default:  // CB_SETCURSEL; the number is a 32-bit one
       return ChooseRow(control, static_cast<int>(wParam));
   }
@@ -162,7 +151,6 @@ LRESULT CALLBACK ControlProcedure(HWND window, UINT message, WPARAM wParam, LPAR
       break;
     case CB_ADDSTRING:
     case CB_GETCURSEL:
-    case CB_GETLBTEXT:
     case CB_SETCURSEL:
       if (control.combo != nullptr) {
         return ComboMessage(control, message, wParam, lParam);

@@ -3,7 +3,6 @@
 #include <QAbstractItemView>
 #include <QCheckBox>
 #include <QCoreApplication>
-#include <QGroupBox>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -114,11 +113,8 @@ void BuildLabel(Control& control, const ControlTemplate& description) {
   auto* const label = new QLabel(control.dialog);
   label->setTextFormat(Qt::PlainText);
   label->setWordWrap(description.height >= kTwoRows);
-  const Qt::Alignment across = (description.style & kRightText) != 0    ? Qt::AlignRight
-                               : (description.style & kCenterText) != 0 ? Qt::AlignHCenter
-                                                                        : Qt::AlignLeft;
   // A row is as high as its place in larger units; its text stands level with the field beside it.
-  label->setAlignment(across | (label->wordWrap() ? Qt::AlignTop : Qt::AlignVCenter));
+  label->setAlignment(Qt::AlignLeft | (label->wordWrap() ? Qt::AlignTop : Qt::AlignVCenter));
   // A label marks its mnemonic only when it has somebody to lead to; who that is, the dialog decides.
   label->setBuddy(control.dialog);
   label->setText(QString::fromUtf8(description.text));
@@ -183,10 +179,6 @@ void BuildWidget(Control& control, const ControlTemplate& description) {
         control.label->clear();
       }
       break;
-    case ControlKind::group:
-      control.widget = new QGroupBox(QString::fromUtf8(description.text), dialog);
-      control.widget->lower();
-      break;
     case ControlKind::edit:
     case ControlKind::readOnlyEdit:
       BuildEdit(control, description);
@@ -214,10 +206,6 @@ void BuildWidget(Control& control, const ControlTemplate& description) {
     case ControlKind::dropDownList:
       BuildCombo(control);
       break;
-    case ControlKind::listBox:
-      control.list = new QListWidget(dialog);
-      control.widget = control.list;
-      break;
     case ControlKind::ownerDrawn:
       BuildButton(control, MakeOwnerDrawn(dialog, control.handle), description);
       break;
@@ -243,11 +231,7 @@ std::string TextOf(const Control& control) {
   if (control.button != nullptr) {
     return control.button->text().toStdString();
   }
-  if (control.label != nullptr) {
-    return control.label->text().toStdString();
-  }
-  const auto* const group = dynamic_cast<const QGroupBox*>(control.widget);
-  return group != nullptr ? group->title().toStdString() : std::string();
+  return control.label->text().toStdString();
 }
 
 void SetTextOf(Control& control, const char* text) {
@@ -264,8 +248,6 @@ void SetTextOf(Control& control, const char* text) {
     control.button->setText(shown);
   } else if (control.label != nullptr) {
     control.label->setText(shown);
-  } else if (auto* const group = dynamic_cast<QGroupBox*>(control.widget)) {
-    group->setTitle(shown);
   }
 }
 

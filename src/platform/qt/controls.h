@@ -11,7 +11,6 @@
 #include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <map>
 #include <memory>
 
@@ -37,7 +36,6 @@ struct Control {
   QLabel* label = nullptr;
   QLineEdit* edit = nullptr;
   QComboBox* combo = nullptr;
-  QListWidget* list = nullptr;
   QAbstractButton* button = nullptr;
 
   int limit = 0;  // characters that the user can type; 0: no limit

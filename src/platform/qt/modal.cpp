@@ -75,12 +75,16 @@ bool HasModalOver(HWND dialog) {
   });
 }
 
+namespace {
+
 // What a dialog of the program has opened goes with it.
-static void EndThoseOver(QDialog& dialog) {
+void EndThoseOver(QDialog& dialog) {
   if (auto* const program = dynamic_cast<ProgramDialog*>(&dialog)) {
     EndModalsOf(program->Handle());
   }
 }
+
+}  // namespace
 
 void EndModalsOf(HWND owner) {
   const std::vector<Modal> modals = Modals();

@@ -20,7 +20,7 @@ namespace platform_qt {
 
 namespace {
 
-constexpr unsigned kKnownStyle = kGroupStart | kDisabled | kNoTabStop | kRightText | kCenterText;
+constexpr unsigned kKnownStyle = kGroupStart | kDisabled | kNoTabStop;
 
 // The procedure behind the handle of a dialog; the program's own one is asked by it.
 LRESULT CALLBACK DialogProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -179,7 +179,7 @@ bool ProgramDialog::eventFilter(QObject* object, QEvent* event) {
   }
   switch (event->type()) {
     case QEvent::Shortcut:
-      if (control->label != nullptr || control->kind == ControlKind::group) {
+      if (control->label != nullptr) {
         FocusBehind(*control);
         return true;
       }

@@ -156,10 +156,6 @@ void ClickInControl(HWND dialog, int id, int x, int y) {
 
 void ChooseRow(HWND dialog, int id, int row) {
   const Control& control = ControlOf(dialog, id);
-  if (control.list != nullptr) {
-    Click(*control.list->viewport(), control.list->visualItemRect(control.list->item(row)).center());
-    return;
-  }
   control.combo->showPopup();
   QAbstractItemView& view = *control.combo->view();
   view.setCurrentIndex(view.model()->index(row, 0));
@@ -181,12 +177,6 @@ ControlState StateOfControl(HWND dialog, int id) {
     state.row = control.row;
     for (int row = 0; row < control.combo->count(); ++row) {
       state.rows.push_back(control.combo->itemText(row).toStdString());
-    }
-  }
-  if (control.list != nullptr) {
-    state.row = control.list->currentRow();
-    for (int row = 0; row < control.list->count(); ++row) {
-      state.rows.push_back(control.list->item(row)->text().toStdString());
     }
   }
   return state;
