@@ -19,6 +19,7 @@
 #include "engine/raw_format.h"
 #include "engine/text_format.h"
 #include "engine/view_loader.h"
+#include "engine/view_run.h"
 
 namespace {
 
@@ -168,19 +169,20 @@ void BM_LoadView(benchmark::State& state, FormatProc format, ViewOptions options
     return;
   }
   const auto file = std::make_unique<ViewFile>();
-  std::snprintf(file->Fname, sizeof file->Fname, "%s", large.Path().c_str());
+  const std::string path = large.Path();
+  ByteSource source;
   View view;
-  std::array<TagEntry, 2> tagEntries{};
-  TagList tags = {tagEntries.data(), 1, 0};
   std::mt19937_64 random(3);
   for (auto _ : state) {
     const auto stretch = static_cast<FilePos>(random() % LargeFile::kStretches);
     const auto within = static_cast<FilePos>(random() % LargeFile::kStretchBytes);
     const FilePos pos =
         LargeFile::StretchStart(stretch) + within + (place == Place::hole ? LargeFile::kLength / 128 : 0);
+    FileError error = source.Open(path.c_str());
     const ViewStatus status =
-        LoadView(pos, 0, 50, kLineLen, *file, view.lines, view.text, tags, format, options);
-    if ((status & VS_FAILED) != 0) {
+        LoadView({pos, -1, 50, 2, {format, options, kLineLen}}, source, *file, view.lines, view.text);
+    source.Close();
+    if (error != 0 || (status & VS_FAILED) != 0) {
       state.SkipWithError("a load failed");
       break;
     }
@@ -195,6 +197,41 @@ BENCHMARK_CAPTURE(BM_LoadView, raw, FormatRaw, 0, Place::text)->Unit(benchmark::
 BENCHMARK_CAPTURE(BM_LoadView, text_in_a_hole, FormatText, kText, Place::hole)->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(BM_LoadView, text_wrap_in_a_hole, FormatText, kText | VO_WRAP, Place::hole)
     ->Unit(benchmark::kMicrosecond);
+
+// Lines of 20,000 characters in a window of three screens' width, without wrap.
+class LongLinesFile {
+ public:
+  LongLinesFile() {
+    const int made = mkstemp(path_.data());
+    if (made >= 0) FileClose(made);
+    std::ofstream out(path_, std::ios::binary);
+    for (int i = 0; i < 1000; ++i)
+      out << std::string(20000, static_cast<char>('a' + i % 26)) << '\n';
+  }
+  ~LongLinesFile() { fs::remove(path_); }
+  LongLinesFile(const LongLinesFile&) = delete;
+  LongLinesFile& operator=(const LongLinesFile&) = delete;
+  [[nodiscard]] const char* Path() const { return path_.c_str(); }
+
+ private:
+  std::string path_ = (fs::temp_directory_path() / "quorl-bench-XXXXXX").string();
+};
+
+void BM_LoadLongLines(benchmark::State& state) {
+  static const LongLinesFile lines;
+  const auto file = std::make_unique<ViewFile>();
+  ByteSource source;
+  const std::shared_ptr<ViewRun> run = MakeRun(RunSizeFor(50, 360));
+  std::mt19937_64 random(3);
+  for (auto _ : state) {
+    const auto pos = static_cast<FilePos>(random() % 18000000);
+    if (source.Open(lines.Path()) != 0) state.SkipWithError("cannot open the file");
+    const LoadRequest request{pos, -1, 50, 2, {FormatText, kText, 360}};
+    benchmark::DoNotOptimize(LoadView(request, source, *file, run->Lines, run->Text));
+    source.Close();
+  }
+}
+BENCHMARK(BM_LoadLongLines)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 

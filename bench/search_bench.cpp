@@ -14,6 +14,7 @@
 #include <fstream>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "platform/file.h"
 #include "search/byte_scan.h"
@@ -60,29 +61,29 @@ class LogFile {
     std::string text = LogText(kFileBytes);
     text.replace(text.size() - std::strlen(kLastWords), std::string::npos, kLastWords);
     std::ofstream(name, std::ios::binary) << text;
-    std::strncpy(file_.Fname, name.c_str(), kPathBytes - 1);
-    file_.Flen = kFileBytes;
+    path_ = name;
   }
-  ~LogFile() { std::remove(file_.Fname); }
+  ~LogFile() { std::remove(path_.c_str()); }
   LogFile(const LogFile&) = delete;
   LogFile& operator=(const LogFile&) = delete;
-  [[nodiscard]] ViewFile& Get() { return file_; }
+  [[nodiscard]] const std::string& Path() const { return path_; }
 
  private:
-  ViewFile file_;
+  std::string path_;
 };
 
-ViewFile& TheFile() {
+const std::string& TheFile() {
   static LogFile file;
-  return file.Get();
+  return file.Path();
 }
 
-void BareRead(const ViewFile& file) {
+void BareRead(const std::string& path) {
   static std::array<std::uint8_t, kBareReadBytes> slice;
-  const FileHandle source = FileOpenShared(file.Fname);
-  std::int64_t read = 1;
-  while (read > 0) {
-    read = FileRead(source, slice.data(), slice.size());
+  FileError error = 0;
+  const FileHandle source = FileOpenShared(path.c_str(), error);
+  std::int64_t position = 0;
+  for (std::size_t read = 1; error == 0 && read > 0; position += static_cast<std::int64_t>(read)) {
+    error = FileReadAt(source, position, slice.data(), slice.size(), read);
     benchmark::DoNotOptimize(slice.data());
   }
   FileClose(source);
@@ -99,14 +100,17 @@ double SecondsOf(Action action) {
 // on.
 template <typename Search>
 void BesideABareRead(benchmark::State& state, Search search) {
-  ViewFile& file = TheFile();
+  const std::string& path = TheFile();
+  ByteSource source;
   double bestSearch = 1e9;
   double bestRead = 1e9;
   for (auto _ : state) {
-    const double searched = SecondsOf([&] { search(file); });
+    const double searched = SecondsOf([&] {
+      if (source.Open(path.c_str()) == 0) search(source);
+    });
     state.SetIterationTime(searched);
     bestSearch = std::min(bestSearch, searched);
-    bestRead = std::min(bestRead, SecondsOf([&] { BareRead(file); }));
+    bestRead = std::min(bestRead, SecondsOf([&] { BareRead(path); }));
   }
   state.counters["best_GB/s"] = kFileBytes / bestSearch / 1e9;
   state.counters["bare_GB/s"] = kFileBytes / bestRead / 1e9;
@@ -116,10 +120,10 @@ void BesideABareRead(benchmark::State& state, Search search) {
 void SearchFor(benchmark::State& state, const char* keyText, bool exact, bool isThere) {
   const std::string key = keyText;
   const auto* const bytes = reinterpret_cast<const std::uint8_t*>(key.data());
-  BesideABareRead(state, [&](ViewFile& file) {
-    file.Fcur = 0;
-    const FilePos hit =
-        SearchFile(file, static_cast<std::int32_t>(key.size()), bytes, exact ? SEARCH_CASE : SEARCH_TEXT);
+  LongJob job;
+  BesideABareRead(state, [&](ByteSource& source) {
+    const FilePos hit = SearchFile(source, 0, static_cast<std::int32_t>(key.size()), bytes,
+                                   exact ? SEARCH_CASE : SEARCH_TEXT, job);
     if ((hit >= 0) != isThere) state.SkipWithError("the search is wrong");
   });
 }
@@ -129,10 +133,10 @@ void MarkAllOf(benchmark::State& state, const char* key) {
   std::copy_n(key, std::strlen(key), search.SearchKey);
   search.SearchKeyLen = static_cast<std::int32_t>(std::strlen(key));
   search.SearchFlags = SEARCH_TEXT;
-  std::array<TagEntry, kTagSlots> entries{};
-  BesideABareRead(state, [&](ViewFile& file) {
-    TagList tags{entries.data(), kTagSlots - 1, 0};
-    benchmark::DoNotOptimize(MarkAll(file, search, tags));
+  LongJob job;
+  BesideABareRead(state, [&](ByteSource& source) {
+    std::vector<TagEntry> tags;
+    benchmark::DoNotOptimize(MarkAll(source, search, tags, kTagSlots - 1, job));
   });
 }
 

@@ -15,24 +15,21 @@ namespace {
 
 std::int64_t BareRead(const char* path) {
   static std::array<std::uint8_t, 32760> slice;
-  const FileHandle file = FileOpenShared(path);
+  FileError error = 0;
+  const FileHandle file = FileOpenShared(path, error);
   std::int64_t bytes = 0;
-  for (std::int64_t read = 1; read > 0; bytes += read) {
-    read = FileRead(file, slice.data(), slice.size());
-    if (read <= 0) break;
-  }
+  for (std::size_t read = 1; error == 0 && read > 0; bytes += static_cast<std::int64_t>(read))
+    error = FileReadAt(file, bytes, slice.data(), slice.size(), read);
   FileClose(file);
   return bytes;
 }
 
 FilePos Search(const char* path, const char* key, bool exact) {
-  ViewFile file;
-  std::snprintf(file.Fname, sizeof file.Fname, "%s", path);
-  const FileHandle handle = FileOpenShared(path);
-  file.Flen = FileSize(handle);
-  FileClose(handle);
-  return SearchFile(file, static_cast<std::int32_t>(std::strlen(key)),
-                    reinterpret_cast<const std::uint8_t*>(key), exact ? SEARCH_CASE : SEARCH_TEXT);
+  ByteSource source;
+  LongJob job;
+  if (source.Open(path) != 0) return kSearchReadFailed;
+  return SearchFile(source, 0, static_cast<std::int32_t>(std::strlen(key)),
+                    reinterpret_cast<const std::uint8_t*>(key), exact ? SEARCH_CASE : SEARCH_TEXT, job);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "engine/hex_format.h"
 
+#include <algorithm>
 #include <array>
 #include <cassert>
 #include <cstring>
@@ -13,12 +14,15 @@ constexpr std::int32_t kMostGroups = 16;
 constexpr std::int32_t kGroupBytes = 4;
 
 // Columns of a row: the address, the groups of digits with a blank behind each, a blank, the characters.
+// Seven digits of the address fit in front of the groups; each one more moves all behind it to the right.
 constexpr std::int32_t kAddressColumns = 8;
-constexpr std::int32_t kAddressDigits = 6;
+constexpr std::int32_t kFewestDigits = 6;
 constexpr std::int32_t kGroupColumns = 2 * kGroupBytes + 1;
 
-// The horizontal ellipsis of the Windows-1252 set.
-constexpr char kEllipsis = '\x85';
+constexpr std::int32_t kRunDigitsBit = 16;
+constexpr std::int32_t kFileDigitsBit = 20;
+static_assert(VO_RUNDIGITS == ViewOptions{15} << kRunDigitsBit);
+static_assert(VO_FILEDIGITS == ViewOptions{15} << kFileDigitsBit);
 
 // The two digits of each byte value, one behind the other.
 constexpr auto kDigitPairs = [] {
@@ -31,46 +35,50 @@ constexpr auto kDigitPairs = [] {
 }();
 
 struct RowShape {
+  std::int32_t digits = 0;  // of the address
   std::int32_t groups = 0;
   std::int32_t bytes = 0;            // bytes of a full row
+  std::int32_t groupColumn = 0;      // where the digits of the first byte stand
   std::int32_t characterColumn = 0;  // where the character of the first byte stands
   std::int32_t full = 0;             // characters of a full row
 };
 
-// The shape with the most groups, a power of two, that fits lineLen; groups is 0 when none does.
-constexpr RowShape WidestRow(std::int32_t lineLen) {
+constexpr std::int32_t GroupColumn(std::int32_t digits) {
+  return std::max(kAddressColumns, digits + 1);
+}
+
+// The shape with the most groups, a power of two, that fits lineLen; groups is 0 when none does. It must fit
+// with the file's largest address, so that rows have the same groups all over the file.
+constexpr RowShape WidestRow(std::int32_t lineLen, ViewOptions options) {
+  const auto digits = kFewestDigits + static_cast<std::int32_t>((options & VO_RUNDIGITS) >> kRunDigitsBit);
+  const auto most = kFewestDigits + static_cast<std::int32_t>((options & VO_FILEDIGITS) >> kFileDigitsBit);
+  const std::int32_t groupColumn = GroupColumn(digits);
+  const std::int32_t spare = std::max(GroupColumn(most) - groupColumn, 0);
   RowShape widest;
   for (std::int32_t groups = 1; groups <= kMostGroups; groups *= 2) {
     const std::int32_t bytes = groups * kGroupBytes;
-    const std::int32_t characterColumn = kAddressColumns + groups * kGroupColumns + 1;
-    const RowShape row = {groups, bytes, characterColumn, characterColumn + bytes};
-    if (row.full <= lineLen) widest = row;
+    const std::int32_t characterColumn = groupColumn + groups * kGroupColumns + 1;
+    const std::int32_t full = characterColumn + bytes;
+    if (full + spare <= lineLen) widest = {digits, groups, bytes, groupColumn, characterColumn, full};
   }
   return widest;
 }
-static_assert(WidestRow(21).groups == 0 && WidestRow(22).groups == 1 && WidestRow(217).groups == 16);
+static_assert(WidestRow(21, 0).groups == 0 && WidestRow(22, 0).groups == 1 && WidestRow(217, 0).groups == 16);
 
-void WriteDigits(char* to, std::int32_t digits, std::uint32_t value) {
-  for (std::int32_t i = digits - 1; i >= 0; --i) {
-    to[i] = kDigits[value & 15];
-    value >>= 4;
-  }
+constexpr ViewOptions DigitsAboveFewest(FilePos address) {
+  ViewOptions digits = 0;
+  for (address >>= 4 * kFewestDigits; address > 0; address >>= 4)
+    ++digits;
+  return digits;
 }
 
-// Writes the address into columns that are blank. A row of a backward pass keeps to six digits and two
-// blanks, whatever is lost on the left. A row of a forward pass takes as many columns as it needs, up to
-// the first digit pair. Behind 4 GB that would lose digits on the right, so that rows far apart looked like
-// neighbours: from there on both directions show the last digits, marked as cut short.
-void WriteAddress(char* row, FilePos pos, std::int32_t direction) {
-  const auto low = static_cast<std::uint32_t>(pos & 0xFFFFFFFF);
-  if (std::int64_t{pos} > 0xFFFFFFFF) {
-    row[0] = kEllipsis;
-    WriteDigits(row + 1, kAddressDigits, low);
-    return;
+// The last digits of the address; those of a row that begins in front of the file count down from 0.
+void WriteAddress(char* row, std::int32_t digits, FilePos pos) {
+  auto value = static_cast<std::uint64_t>(pos);
+  for (std::int32_t i = digits - 1; i >= 0; --i) {
+    row[i] = kDigits[value & 15];
+    value >>= 4;
   }
-  std::int32_t digits = kAddressDigits;
-  if (direction == FILL_FORWARD) digits += (low > 0xFFFFFF ? 1 : 0) + (low > 0xFFFFFFF ? 1 : 0);
-  WriteDigits(row, digits, low);
 }
 
 // Writes the digits and characters of the row's bytes `first` to `end` - 1; *bytes is the one at `first`.
@@ -78,7 +86,7 @@ void WriteBytes(char* row, const RowShape& shape, std::int32_t first, std::int32
                 const std::uint8_t* bytes, const std::uint8_t* map) {
   char* characters = row + shape.characterColumn;
   for (std::int32_t i = first; i < end; ++i) {
-    const std::int32_t column = kAddressColumns + i / kGroupBytes * kGroupColumns + i % kGroupBytes * 2;
+    const std::int32_t column = shape.groupColumn + i / kGroupBytes * kGroupColumns + i % kGroupBytes * 2;
     std::memcpy(row + column, &kDigitPairs[std::size_t{2} * *bytes], 2);
     characters[i] = static_cast<char>(map[*bytes++]);
   }
@@ -96,7 +104,7 @@ void FillForward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, Fi
     const std::int32_t count = std::min(shape.bytes, slice.Slen - off);
     char* row = text.Tbuf + text.Tend;
     std::memset(row, ' ', static_cast<std::size_t>(shape.full));
-    WriteAddress(row, pos, FILL_FORWARD);
+    WriteAddress(row, shape.digits, pos);
     WriteBytes(row, shape, 0, count, slice.Sbuf + off, map);
 
     const std::int32_t length = shape.characterColumn + count;
@@ -123,7 +131,7 @@ void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, F
 
     char* row = text.Tbuf + text.Tend;
     std::memset(row, ' ', static_cast<std::size_t>(shape.full));
-    WriteAddress(row, pos, FILL_BACKWARD);
+    WriteAddress(row, shape.digits, pos);
     const auto first = static_cast<std::int32_t>(std::max<FilePos>(-off, 0));
     WriteBytes(row, shape, first, shape.bytes, slice.Sbuf + std::max<FilePos>(off, 0), map);
 
@@ -134,10 +142,16 @@ void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, F
 
 }  // namespace
 
+ViewOptions HexAddressOptions(FilePos largest, FilePos fileLength) {
+  const FilePos last = std::max<FilePos>(fileLength - 1, 0);
+  const FilePos ofRun = std::clamp<FilePos>(largest, 0, last);
+  return DigitsAboveFewest(ofRun) << kRunDigitsBit | DigitsAboveFewest(last) << kFileDigitsBit;
+}
+
 ViewStatus FormatHex(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos,
                      std::int32_t direction, ViewOptions options, std::int32_t lineLen) {
   assert(slice.Slen >= 0 && slice.Soff >= 0);
-  const RowShape shape = WidestRow(lineLen);
+  const RowShape shape = WidestRow(lineLen, options);
   if (shape.groups == 0) return VS_FAILED | VS_NARROW;
   const std::uint8_t* map = GetCharMap(options);
   if (direction == FILL_FORWARD) {

@@ -6,12 +6,16 @@
 
 // The physical line that holds a byte of the file.
 struct LineAround {
-  FilePos start = 0;  // its first byte, or a place within it when it begins further back than was looked
+  FilePos start = 0;  // its first byte, or a place within a long line, at least LongLineStep bytes back
   bool isLong = false;
 };
 
-// Tells of the line that holds the byte at `at`. `work` is a buffer of kSliceBytes bytes. A look at 8 KB
-// answers for most lines; only a line that may be long costs up to two slices more. Result 0, or the status
-// of a read that failed.
-[[nodiscard]] ViewStatus FindLine(ViewFile& file, std::uint8_t* work, FilePos at, ViewOptions options,
-                                  LineAround& line);
+// Tells of the line that holds the byte at `at`, which the file has. The block that holds `at` answers for
+// most lines; only a line that may be long costs up to two blocks more on each side. After a failure of the
+// source the answer means nothing.
+[[nodiscard]] LineAround FindLine(ByteSource& source, FilePos at, ViewOptions options);
+
+// The start of the row of the text format that holds the byte at `at`, and in `isLong` whether it is the row
+// of a long line. The row is the same whatever place of it, and by whichever road, one asks for.
+[[nodiscard]] FilePos FindRow(ByteSource& source, FilePos at, ViewOptions options, std::int32_t lineLen,
+                              bool& isLong);

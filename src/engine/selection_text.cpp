@@ -3,11 +3,12 @@
 #include <cstring>
 #include <new>
 
-#include "engine/line_probe.h"
-#include "engine/slice_lines.h"
-#include "engine/text_format.h"
+#include "engine/hex_format.h"
 
 namespace {
+
+// The longest line must fit with room left over.
+constexpr std::int32_t kBatchText = 2 * kLongestLine;
 
 template <typename T>
 std::unique_ptr<T[]> Allocate(std::size_t count) {
@@ -17,24 +18,16 @@ std::unique_ptr<T[]> Allocate(std::size_t count) {
 // The copy's own records, for the length of one call.
 struct Batch {
   std::unique_ptr<LineEntry[]> entries = Allocate<LineEntry>(kViewLines);
-  std::unique_ptr<char[]> chars = Allocate<char>(kViewText);
-  std::unique_ptr<std::uint8_t[]> work = Allocate<std::uint8_t>(kSliceBytes);
+  std::unique_ptr<char[]> chars = Allocate<char>(kBatchText);
   std::int32_t count = 0;
 };
 
-// The lines from `pos` on, as many as one slice and the buffers give.
-CopyFailure FillBatch(Batch& batch, FilePos pos, ViewFile& file, FormatProc format, ViewOptions options,
-                      std::int32_t lineLen) {
-  LineCursor cursor{batch.entries.get(), kViewLines, 0, LongLine::no};
-  if (format == FormatText) {
-    LineAround line;
-    if (FindLine(file, batch.work.get(), pos, options, line) != 0) return CopyFailure::read;
-    if (line.isLong) cursor.Clong = LongLine::yes;
-  }
-  TextBuffer text{batch.chars.get(), kViewText, 0};
+// The lines from `pos` on, as many as one piece of the file and the buffers give.
+CopyFailure FillBatch(Batch& batch, FilePos pos, ByteSource& source, const LineStyle& style) {
+  LineCursor cursor{batch.entries.get(), kViewLines};
+  TextBuffer text{batch.chars.get(), kBatchText, 0};
   bool cut = false;
-  const ViewStatus status =
-      FormatSlice(file, batch.work.get(), pos, false, cursor, text, format, options, lineLen, cut);
+  const ViewStatus status = FormatSlice(source, pos, BlockEnd(pos), cursor, text, style, cut);
   batch.count = cursor.Ccur;
   if ((status & VS_FAILED) == 0) return CopyFailure::none;
   return (status & VS_NARROW) != 0 ? CopyFailure::format : CopyFailure::read;
@@ -42,16 +35,18 @@ CopyFailure FillBatch(Batch& batch, FilePos pos, ViewFile& file, FormatProc form
 
 }  // namespace
 
-SelectionText FormatSelection(FilePos from, FilePos to, ViewFile& file, FormatProc format,
-                              ViewOptions options, std::int32_t lineLen) {
+SelectionText FormatSelection(FilePos from, FilePos to, ByteSource& source, const LineStyle& wanted) {
   SelectionText result;
-  if (from >= file.Flen) return result;
+  const FilePos fileEnd = source.Length();
+  if (from >= fileEnd) return result;
   from = std::max<FilePos>(from, 0);
-  const FilePos end = std::max(from + 1, to < 0 ? file.Flen : to);
-  lineLen = std::clamp(lineLen, 1, LongestLine(kViewText));
+  const FilePos end = std::max(from + 1, to < 0 ? fileEnd : to);
+  LineStyle style = wanted;
+  style.lineLen = std::clamp(style.lineLen, 1, kLongestLine);
+  style.options = (style.options & ~VO_HEXDIGITS) | HexAddressOptions(end - 1, fileEnd);
   Batch batch;
   auto output = Allocate<char>(kSelectionTextSize);
-  if (!batch.entries || !batch.chars || !batch.work || !output) {
+  if (!batch.entries || !batch.chars || !output) {
     result.failure = CopyFailure::memory;
     return result;
   }
@@ -60,8 +55,8 @@ SelectionText FormatSelection(FilePos from, FilePos to, ViewFile& file, FormatPr
   FilePos next = from;
   for (bool finished = false; !finished;) {
     if (i == batch.count) {
-      if (next >= file.Flen) break;
-      result.failure = FillBatch(batch, next, file, format, options, lineLen);
+      if (next >= source.Length()) break;
+      result.failure = FillBatch(batch, next, source, style);
       i = 0;
       if (result.failure != CopyFailure::none || batch.count == 0) break;
     }

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "engine/view_records.h"
+#include "engine/slice_lines.h"
 
 // Bytes of the clipboard's text at most, the NUL included.
 inline constexpr std::int32_t kSelectionTextSize = 32760;
@@ -17,9 +17,8 @@ struct SelectionText {
   CopyFailure failure = CopyFailure::none;  // after `read` and `format`, text holds what was there before
 };
 
-// Formats the bytes from `from` up to `to` (below 0: the end of the file), at least one line, as the view
-// would show them in lines of at most `lineLen` characters. The last line is whole. At most
-// kSelectionTextSize bytes: the rest is left out, and a line that does not fit is cut. Reads no further than
-// that text takes it.
-[[nodiscard]] SelectionText FormatSelection(FilePos from, FilePos to, ViewFile& file, FormatProc format,
-                                            ViewOptions options, std::int32_t lineLen);
+// Formats the bytes from `from` up to `to` (below 0: the end of the file) of the file that `source` has open,
+// at least one line, as the view would show them. The last line is whole. At most kSelectionTextSize bytes:
+// the rest is left out, and a line that does not fit is cut. Reads no further than that text takes it.
+[[nodiscard]] SelectionText FormatSelection(FilePos from, FilePos to, ByteSource& source,
+                                            const LineStyle& style);

@@ -1,25 +1,46 @@
 #include "engine/slice_lines.h"
 
-#include "engine/file_slice.h"
+#include "engine/line_probe.h"
+#include "engine/text_format.h"
 
-ViewStatus FormatSlice(ViewFile& file, std::uint8_t* work, FilePos pos, bool hasLines, LineCursor& lines,
-                       TextBuffer& text, FormatProc format, ViewOptions options, std::int32_t lineLen,
-                       bool& cut) {
+namespace {
+
+// One pass over the bytes from `pos` to `reach`.
+ViewStatus FormatPiece(ByteSource& source, FilePos pos, FilePos reach, LineCursor& lines, TextBuffer& text,
+                       const LineStyle& style, bool& cut) {
   const std::int32_t first = lines.Ccur;
-  lines.Cline[first] = SentinelAt(pos);
-  file.Fcur = pos;
-  FileSlice slice;
-  ViewStatus status = ReadFileSlice(file, FileSlice{work, kSliceBytes, 0}, slice);
-  if ((status & VS_FAILED) != 0) return status;
-  status = format(slice, lines, text, pos, FILL_FORWARD, options, lineLen);
+  const ByteView view = source.View(pos, reach);
+  if (source.Failure() != 0) return VS_FAILED;
+  const bool last = view.End() >= source.Length();
+  const ViewStatus status = style.format({view.bytes, view.count, 0, last}, lines, text, pos, FILL_FORWARD,
+                                         style.options, style.lineLen);
   if ((status & VS_FAILED) != 0) return status;
   if (lines.Cend == kNoPosition) lines.Cend = lines.Cline[lines.Ccur].Lpos;
-  const FilePos sliceEnd = pos - slice.Soff + slice.Slen;
-  cut = lines.Cend >= sliceEnd && sliceEnd < file.Flen;
-  if (cut && lines.Ccur > first && (hasLines || lines.Ccur > first + 1)) {
-    --lines.Ccur;
-    lines.Cend = lines.Cline[lines.Ccur].Lpos;
+  const bool full = lines.Ccur >= lines.Ccnt - 1 || text.Tlen - text.Tend <= style.lineLen;
+  cut = !last && (lines.Cend >= view.End() || !full);
+  const bool mayBeCut = lines.Cend >= view.End() ? !last : text.Tend >= text.Tlen;
+  if (mayBeCut && lines.Ccur > first) {
+    const LineEntry& dropped = lines.Cline[--lines.Ccur];
+    text.Tend = dropped.Ltext;
+    lines.Cend = dropped.Lpos;
   }
   lines.Cline[lines.Ccur] = SentinelAt(lines.Cend);
   return status;
+}
+
+}  // namespace
+
+ViewStatus FormatSlice(ByteSource& source, FilePos pos, FilePos reach, LineCursor& lines, TextBuffer& text,
+                       const LineStyle& style, bool& cut) {
+  const std::int32_t first = lines.Ccur;
+  cut = false;
+  if (style.format == FormatText && pos < source.Length()) {
+    lines.Clong = FindLine(source, pos, style.options).isLong ? LongLine::yes : LongLine::no;
+  }
+  for (;; reach = BlockEnd(reach)) {
+    const ViewStatus status = FormatPiece(source, pos, reach, lines, text, style, cut);
+    if ((status & VS_FAILED) != 0 || !cut || lines.Ccur > first) return status;
+    // Not one line ended in front of `reach`, unless the whole of the largest line was there.
+    if (reach - pos >= kLargestView - kBlockBytes) return status;
+  }
 }

@@ -12,7 +12,6 @@ std::int32_t TextTabLength = 8;
 namespace {
 
 constexpr std::uint8_t kTab = 9;
-constexpr std::uint8_t kEndOfFileMark = 26;
 
 // Rows of a long line start anew about this often.
 constexpr std::int32_t kLongLineStretch = 16384;
@@ -40,6 +39,8 @@ class TextPass {
   TextPass(const FileSlice& slice, FilePos base, ViewOptions options, std::int32_t lineLen)
       : bytes_(slice.Sbuf),
         size_(slice.Slen),
+        last_(slice.Slast),
+        piece_(slice.Sbuf, slice.Slen, base == 0, slice.Slast),
         base_(base),
         options_(options),
         wraps_((options & VO_WRAP) != 0),
@@ -52,16 +53,15 @@ class TextPass {
 
   ViewStatus Forward(std::int32_t start, LineCursor& lines, TextBuffer& text);
   ViewStatus Backward(std::int32_t start, LineCursor& lines, TextBuffer& text);
-  FilePos RowStart(FilePos lineStart, FilePos pos);
+  FilePos RowStart(FilePos lineStart, FilePos pos, bool isLong);
 
  private:
   struct Row {
     std::int32_t start;
     std::int32_t length;
   };
-  // As many rows as a run can hold: the last ones of a line, in a ring.
+  // The last rows of a line, in a ring; what it does not hold, a further pass makes.
   static constexpr std::size_t kRing = 1024;
-  static_assert(kRing >= static_cast<std::size_t>(kViewLines));
 
   void UseText(const TextBuffer& text) {
     out_ = text.Tbuf;
@@ -74,24 +74,23 @@ class TextPass {
     const FilePos cut = RoundDown(PosAt(index), step_) + step_ - base_;
     return static_cast<std::int32_t>(std::min<FilePos>(cut, size_));
   }
-  [[nodiscard]] std::int32_t FindLineBreak(std::int32_t from, std::int32_t end) const;
-  [[nodiscard]] std::int32_t LineStartAbove(std::int32_t start) const;
-  [[nodiscard]] bool IsLongFrom(std::int32_t lineStart) const;
   void PassLineBreak();
   bool PassFormFeed(LineEntry& line);
   std::int32_t CopyPlain(std::int32_t room, char* out) const;
   template <bool kWrite>
   bool MakeCharacters(std::int32_t stop, bool wraps, LineEntry& line);
   template <bool kWrite>
-  bool MakeRow(std::int32_t stop, bool wraps, bool atLineStart, LineEntry& line);
+  bool MakeRow(std::int32_t stop, bool wraps, LineEntry& line);
   bool RowsBackward(LineCursor& lines, std::int32_t lineStart, std::int32_t start, bool mayCut);
   bool SingleRowBackward(LineCursor& lines, std::int32_t lineStart, std::int32_t start, bool mayCut);
   bool LongRowsBackward(LineCursor& lines, std::int32_t lineStart, std::int32_t start);
   std::size_t MeasureRows(std::int32_t from, std::int32_t start, std::int32_t stop, bool isLong);
-  bool PutRows(LineCursor& lines, std::size_t count, std::int32_t firstRow, std::int32_t stop, bool isLong);
+  bool PutRows(LineCursor& lines, std::size_t count, std::int32_t stop, bool isLong);
 
   const std::uint8_t* bytes_;
   std::int32_t size_;
+  bool last_;
+  TextPiece piece_;
   FilePos base_;
   ViewOptions options_;
   bool wraps_;
@@ -111,41 +110,10 @@ class TextPass {
   std::array<Row, kRing> ring_;
 };
 
-// Index of the first line break from `from` on, or `end`.
-std::int32_t TextPass::FindLineBreak(std::int32_t from, std::int32_t end) const {
-  while (from < end && !IsLineBreak(bytes_[from]))
-    ++from;
-  return from;
-}
-
-// Index of the first byte of the physical line whose last byte, its line break included, lies in front of
-// `start`; `start` itself when there is none.
-std::int32_t TextPass::LineStartAbove(std::int32_t start) const {
-  std::int32_t at = start;
-  if (at > 0 && IsLineBreak(bytes_[at - 1])) {
-    --at;
-    if (at > 0 && IsBreakPair(bytes_[at - 1], bytes_[at])) --at;
-  }
-  while (at > 0 && !IsLineBreak(bytes_[at - 1]))
-    --at;
-  return at;
-}
-
-// Whether the line that begins at index `lineStart` has more bytes than the limit, its break included. A
-// line that the slice cuts within the limit counts as short.
-bool TextPass::IsLongFrom(std::int32_t lineStart) const {
-  const std::int32_t reach = size_ - lineStart <= limit_ ? size_ : lineStart + limit_;
-  std::int32_t end = FindLineBreak(lineStart, reach);
-  if (end == reach) return reach < size_;
-  ++end;
-  if (end < size_ && IsBreakPair(bytes_[end - 1], bytes_[end])) ++end;
-  return end - lineStart > limit_;
-}
-
 void TextPass::PassLineBreak() {
   if (off_ < size_ - 1 && IsBreakPair(bytes_[off_], bytes_[off_ + 1])) ++off_;
   ++off_;
-  if (off_ == size_ - 1 && bytes_[off_] == kEndOfFileMark) ++off_;
+  if (piece_.IsEndMark(off_)) ++off_;
   broke_ = true;
 }
 
@@ -210,7 +178,7 @@ bool TextPass::MakeCharacters(std::int32_t stop, bool wraps, LineEntry& line) {
     } else if (wraps) {
       done = true;
     } else {
-      off_ = FindLineBreak(off_, size_);
+      off_ = FindLineBreak(bytes_, off_, size_);
       line.Lflags |= LF_TRUNCATED;
       if constexpr (kWrite) status_ |= VS_TRUNCATED;
     }
@@ -220,10 +188,10 @@ bool TextPass::MakeCharacters(std::int32_t stop, bool wraps, LineEntry& line) {
 
 // One row from off_ on, with its entry: true when it is complete.
 template <bool kWrite>
-bool TextPass::MakeRow(std::int32_t stop, bool wraps, bool atLineStart, LineEntry& line) {
+bool TextPass::MakeRow(std::int32_t stop, bool wraps, LineEntry& line) {
   line = LineEntry{PosAt(off_), textEnd_, 0, 0, 0};
   broke_ = false;
-  if (atLineStart && PassFormFeed(line)) return true;
+  if (PassFormFeed(line)) return true;
   return MakeCharacters<kWrite>(stop, wraps, line);
 }
 
@@ -239,16 +207,25 @@ ViewStatus TextPass::Forward(std::int32_t start, LineCursor& lines, TextBuffer& 
     const std::int32_t rowStart = off_;
     const std::int32_t rowText = textEnd_;
     const ViewStatus before = status_;
-    bool done = MakeRow<true>(isLong ? NextCut(rowStart) : size_, wraps_ || isLong, true, line);
+    bool done = MakeRow<true>(isLong ? NextCut(rowStart) : size_, wraps_ || isLong, line);
     if (!judged && (!broke_ || off_ - rowStart > limit_)) {
+      const LongLine judgement = piece_.Judge(rowStart, limit_);
       judged = true;
-      isLong = IsLongFrom(rowStart);
-      if (isLong) {  // make the row anew, as one of a long line
+      isLong = judgement == LongLine::yes;
+      if (judgement != LongLine::no) {
         off_ = rowStart;
         textEnd_ = rowText;
         status_ = before;
-        done = MakeRow<true>(NextCut(rowStart), true, true, line);
+        if (!isLong) break;
+        // Make the row anew, as one of a long line.
+        done = MakeRow<true>(NextCut(rowStart), true, line);
       }
+    }
+    // A row that fills the text to its last character may have lost the line break behind it.
+    if (lines.Clong != LongLine::unknown && textEnd_ >= textLimit_ && !broke_) {
+      textEnd_ = rowText;
+      off_ = rowStart;
+      break;
     }
     if (textEnd_ >= textLimit_ || off_ >= size_) more = false;
     if (!done && off_ >= size_) {
@@ -259,6 +236,8 @@ ViewStatus TextPass::Forward(std::int32_t start, LineCursor& lines, TextBuffer& 
     if (done) {
       ++lines.Ccur;
       lines.Cend = PosAt(off_);
+    } else {
+      textEnd_ = rowText;  // given up
     }
     if (broke_) {
       isLong = false;
@@ -275,16 +254,14 @@ ViewStatus TextPass::Backward(std::int32_t start, LineCursor& lines, TextBuffer&
   const bool known = lines.Clong != LongLine::unknown;
   bool isLong = lines.Clong == LongLine::yes;
   std::int32_t at = std::min(start, size_);
-  if (at > 0 && bytes_[at - 1] == kEndOfFileMark && !isLong) --at;
   bool more = at >= 1 && textEnd_ < textLimit_;
   bool first = true;
-  while (lines.Ccur > 0 && more) {
-    const std::int32_t lineStart = LineStartAbove(at);
-    if (lineStart == at) break;
+  while (lines.Ccur > 0 && more && at > 0) {
+    const std::int32_t lineStart = piece_.LineStart(at - 1);
     if (!first) {
       isLong = known && at - lineStart > limit_;
       // The slice does not tell where this line begins, nor whether it is a long one.
-      if (known && !isLong && lineStart == 0 && base_ > 0) break;
+      if (known && !isLong && !piece_.KnowsStart(lineStart)) break;
     }
     first = false;
     more = isLong ? LongRowsBackward(lines, lineStart, at) : RowsBackward(lines, lineStart, at, !known);
@@ -302,7 +279,7 @@ bool TextPass::RowsBackward(LineCursor& lines, std::int32_t lineStart, std::int3
   if (!gap && !wraps_) return SingleRowBackward(lines, lineStart, start, mayCut);
   const std::size_t count = MeasureRows(lineStart, start, size_, false);
   if (count == 1) return SingleRowBackward(lines, lineStart, start, mayCut);
-  return PutRows(lines, count, lineStart, size_, false);
+  return PutRows(lines, count, size_, false);
 }
 
 bool TextPass::SingleRowBackward(LineCursor& lines, std::int32_t lineStart, std::int32_t start, bool mayCut) {
@@ -318,7 +295,7 @@ bool TextPass::SingleRowBackward(LineCursor& lines, std::int32_t lineStart, std:
       textEnd_ = textStart;
       return false;
     }
-    if (mayCut) line.Lflags = LF_INCOMPLETE;
+    line.Lflags = LF_INCOMPLETE;
   }
   if (!done) line.Lflags |= LF_INCOMPLETE;
   lines.Cline[--lines.Ccur] = line;
@@ -326,16 +303,19 @@ bool TextPass::SingleRowBackward(LineCursor& lines, std::int32_t lineStart, std:
 }
 
 // Rows of a long line, stretch by stretch upward from `start`, as far as the slice tells where they begin.
+// The line break belongs to the row in front of it, so it begins no stretch.
 bool TextPass::LongRowsBackward(LineCursor& lines, std::int32_t lineStart, std::int32_t start) {
   const bool cutBySlice = lineStart == 0 && base_ > 0;
-  std::int32_t stretchEnd = start;
-  while (stretchEnd > lineStart) {
+  std::int32_t stretchEnd = piece_.BreakStart(start - 1);
+  if (!IsLineBreak(bytes_[stretchEnd])) stretchEnd = start;
+  if (stretchEnd == lineStart && cutBySlice) return false;
+  for (std::int32_t end = start; stretchEnd > lineStart; stretchEnd = end) {
     const FilePos from = RoundDown(PosAt(stretchEnd) - 1, step_) - base_;
     if (from < lineStart && cutBySlice) return false;
     const auto stretch = static_cast<std::int32_t>(std::max<FilePos>(from, lineStart));
-    const std::size_t count = MeasureRows(stretch, stretchEnd, stretchEnd, true);
-    if (!PutRows(lines, count, stretch, stretchEnd, true)) return false;
-    stretchEnd = stretch;
+    const std::size_t count = MeasureRows(stretch, end, stretchEnd, true);
+    if (!PutRows(lines, count, stretchEnd, true)) return false;
+    end = stretch;
   }
   return true;
 }
@@ -348,7 +328,7 @@ std::size_t TextPass::MeasureRows(std::int32_t from, std::int32_t start, std::in
   while (off_ < start) {
     const std::int32_t rowStart = off_;
     LineEntry row;
-    MakeRow<false>(stop, wraps_ || isLong, isLong || rowStart == from, row);
+    MakeRow<false>(stop, wraps_ || isLong, row);
     ring_[count % kRing] = {rowStart, row.Llen};
     ++count;
     assert(off_ > rowStart);
@@ -358,23 +338,27 @@ std::size_t TextPass::MeasureRows(std::int32_t from, std::int32_t start, std::in
 
 // Makes the measured rows, the last one first, as long as there is room for entries and text. False when
 // not all had room.
-bool TextPass::PutRows(LineCursor& lines, std::size_t count, std::int32_t firstRow, std::int32_t stop,
-                       bool isLong) {
+bool TextPass::PutRows(LineCursor& lines, std::size_t count, std::int32_t stop, bool isLong) {
   const std::size_t kept = std::min(count, kRing);
   for (std::size_t i = 0; i < kept; ++i) {
     const Row row = ring_[(count - 1 - i) % kRing];
     if (lines.Ccur == 0 || row.length >= textLimit_ - textEnd_) return false;
     LineEntry& line = lines.Cline[--lines.Ccur];
     off_ = row.start;
-    const bool done = MakeRow<true>(stop, wraps_ || isLong, isLong || row.start == firstRow, line);
+    const bool done = MakeRow<true>(stop, wraps_ || isLong, line);
     const bool atCut = isLong && PosAt(off_) % step_ == 0;
     if (!done && off_ >= size_ && !atCut) line.Lflags |= LF_INCOMPLETE;
   }
   return kept == count;
 }
 
-FilePos TextPass::RowStart(FilePos lineStart, FilePos pos) {
-  const FilePos from = std::max(lineStart, RoundDown(pos, step_));
+FilePos TextPass::RowStart(FilePos lineStart, FilePos pos, bool isLong) {
+  FilePos from = lineStart;
+  if (isLong) {
+    const std::int32_t breakStart = piece_.BreakStart(static_cast<std::int32_t>(pos - base_));
+    const FilePos character = IsLineBreak(bytes_[breakStart]) ? PosAt(breakStart) - 1 : pos;
+    from = std::max(from, RoundDown(character, step_));
+  }
   const FilePos offset = from - base_;
   assert(offset >= 0 && offset <= size_ && pos >= from);
   off_ = static_cast<std::int32_t>(offset);
@@ -382,7 +366,7 @@ FilePos TextPass::RowStart(FilePos lineStart, FilePos pos) {
   while (PosAt(off_) <= pos && off_ < size_) {
     rowStart = PosAt(off_);
     LineEntry row;
-    MakeRow<false>(NextCut(off_), true, true, row);
+    MakeRow<false>(isLong ? NextCut(off_) : size_, wraps_ || isLong, row);
   }
   return rowStart;
 }
@@ -405,7 +389,7 @@ std::int32_t LongLineStep(std::int32_t lineLen) {
   return width * std::max(kLongLineStretch / width, 1);
 }
 
-FilePos LongLineRowStart(const FileSlice& slice, FilePos slicePos, FilePos lineStart, FilePos pos,
-                         ViewOptions options, std::int32_t lineLen) {
-  return TextPass(slice, slicePos, options, lineLen).RowStart(lineStart, pos);
+FilePos TextRowStart(const FileSlice& slice, FilePos slicePos, FilePos lineStart, FilePos pos, bool isLong,
+                     ViewOptions options, std::int32_t lineLen) {
+  return TextPass(slice, slicePos, options, lineLen).RowStart(lineStart, pos, isLong);
 }

@@ -1,5 +1,5 @@
 // The format "Text": lines end at line breaks (LF, CR, CR LF, LF CR), tabs expand, long lines wrap or are
-// cut, and a form feed at a line start is a page mark.
+// cut, and a form feed at the start of a row is a page mark.
 //
 // The hard idea is the long line: a line that does not fit (see LongLineLimit) cannot be made from its
 // start in one go, so its rows must not depend on where a pass came from. A long line is shown in rows of
@@ -12,17 +12,9 @@
 // The tab interval that FormatText reads, 1 to 255 columns; the settings store it here.
 extern std::int32_t TextTabLength;
 
-// Whether a byte is a line break, and whether two bytes are one: LF CR and CR LF are, LF LF and CR CR are
-// two.
-constexpr bool IsLineBreak(std::uint8_t byte) {
-  return byte == 10 || byte == 13;
-}
-constexpr bool IsBreakPair(std::uint8_t first, std::uint8_t second) {
-  return IsLineBreak(first) && IsLineBreak(second) && first != second;
-}
-
-// A FormatProc that never fails. A lineLen below 1 counts as 1. With lines.Clong left unknown the pass
-// starts as if no long line were there.
+// A FormatProc that never fails. A lineLen below 1 counts as 1. With lines.Clong left unknown the pass goes
+// on as if no line were long. Otherwise it stops in front of a line of which the slice does not tell whether
+// it is long.
 ViewStatus FormatText(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos,
                       std::int32_t direction, ViewOptions options, std::int32_t lineLen);
 
@@ -30,11 +22,11 @@ ViewStatus FormatText(const FileSlice& slice, LineCursor& lines, TextBuffer& tex
 [[nodiscard]] std::int32_t LongLineLimit(ViewOptions options);
 
 // The distance in bytes of the places in a long line from which its rows are measured anew: a multiple of
-// lineLen, at most kViewText.
+// lineLen, at most kLongestLine, or lineLen.
 [[nodiscard]] std::int32_t LongLineStep(std::int32_t lineLen);
 
-// The start of the row of a long line that holds the byte at file offset `pos`. The slice must reach from
-// the line's start, or from LongLineStep bytes before pos, to pos; `lineStart` is the line's first byte, or
-// any earlier offset if that lies further back.
-[[nodiscard]] FilePos LongLineRowStart(const FileSlice& slice, FilePos slicePos, FilePos lineStart,
-                                       FilePos pos, ViewOptions options, std::int32_t lineLen);
+// The start of the row that holds the byte at file offset `pos`, in the line that begins at `lineStart`. The
+// slice must reach from lineStart to pos; in a long line (`isLong`) LongLineStep bytes before pos are enough,
+// and lineStart may be any earlier offset.
+[[nodiscard]] FilePos TextRowStart(const FileSlice& slice, FilePos slicePos, FilePos lineStart, FilePos pos,
+                                   bool isLong, ViewOptions options, std::int32_t lineLen);

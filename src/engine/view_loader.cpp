@@ -1,240 +1,211 @@
 #include "engine/view_loader.h"
 
-#include <memory>
-#include <new>
-
-#include "engine/file_slice.h"
+#include "engine/hex_format.h"
 #include "engine/line_probe.h"
-#include "engine/slice_lines.h"
 #include "engine/text_format.h"
 
 namespace {
 
-// Bytes of a row beyond its characters: the line break, and tabs that write nothing.
-constexpr std::int32_t kRowSlack = 64;
+// Bytes that one pass of a format of fixed rows is given at most.
+constexpr FilePos kLargestPiece = kLargestView - kBlockBytes;
+// A row of the hex dump has at most this many bytes.
+constexpr FilePos kWidestHexRow = 64;
 
-// One run of LoadView: its arguments, and the one work buffer.
+// One run of LoadView: its arguments, and the text as far as it may be used by now.
 class Loader {
  public:
-  Loader(std::uint8_t* work, std::int32_t rows, std::int32_t lineLen, ViewFile& file, LineArray& lines,
-         TextBuffer& text, FormatProc format, ViewOptions options)
-      : work_(work),
-        rows_(rows),
-        lineLen_(lineLen),
+  Loader(const LoadRequest& request, ByteSource& source, ViewFile& file, LineArray& lines, TextBuffer& text)
+      : request_(request),
+        style_(request.style),
+        rows_(std::clamp<std::int32_t>(request.rows, 1, lines.Acnt - 2)),
+        source_(source),
         file_(file),
         lines_(lines),
-        text_(text),
-        format_(format),
-        options_(options) {}
+        text_(text) {
+    style_.lineLen = UsableLineLen(style_.lineLen, rows_, text.Tlen);
+  }
 
-  // Makes the run around `pos`; a backward run ends with the line that ends at `pos`, `below` lines below
-  // the top line.
-  ViewStatus Run(FilePos pos, bool forward, std::int32_t below);
+  ViewStatus Run();
 
  private:
-  ViewStatus ReadAround(FilePos pos, std::int32_t before);
-  ViewStatus SettleStart(FilePos& pos, LongLine& isLong, bool forward);
-  ViewStatus FillForward(FilePos pos, std::int32_t from, LongLine isLong, std::int32_t wanted,
-                         std::int32_t& end);
-  ViewStatus FillBackward(FilePos pos, std::int32_t from, LongLine isLong, std::int32_t wanted,
-                          std::int32_t& first);
-  [[nodiscard]] bool HasRoom() const { return working_.Tlen - working_.Tend > lineLen_; }
-  [[nodiscard]] bool KnowsLongLines() const { return format_ == FormatText; }
+  [[nodiscard]] bool IsText() const { return style_.format == FormatText; }
+  [[nodiscard]] bool HasRoom() const { return working_.Tlen - working_.Tend > style_.lineLen; }
+  void LimitFirstPass(std::int32_t wanted, std::int32_t wantedOther);
+  void LimitSecondPass();
+  ViewStatus RunForward(FilePos pos, std::int32_t top);
+  ViewStatus RunBackward(FilePos pos, std::int32_t top, std::int32_t below);
+  ViewStatus FillForward(FilePos pos, std::int32_t from, std::int32_t wanted, std::int32_t& end);
+  ViewStatus FillBackward(FilePos pos, std::int32_t from, std::int32_t wanted, std::int32_t& first);
+  ViewStatus BackwardPiece(FilePos pos, std::int32_t wanted, LineCursor& cursor);
+  FilePos Settle(FilePos pos);
+  void Finish(std::int32_t first, std::int32_t top, std::int32_t last);
 
-  std::uint8_t* work_;
+  const LoadRequest& request_;
+  LineStyle style_;
   std::int32_t rows_;
-  std::int32_t lineLen_;
+  ByteSource& source_;
   ViewFile& file_;
   LineArray& lines_;
   TextBuffer& text_;
-  FormatProc format_;
-  ViewOptions options_;
   TextBuffer working_;
-  FileSlice slice_;  // what the last read gave
+  std::int32_t furthest_ = 0;  // working_.Tlen at the most
 };
 
-// Reads the largest slice around `pos`, `before` bytes of it in front.
-ViewStatus Loader::ReadAround(FilePos pos, std::int32_t before) {
-  file_.Fcur = pos;
-  return ReadFileSlice(file_, FileSlice{work_, kSliceBytes, before}, slice_);
+// The start of the row that holds `pos`.
+FilePos Loader::Settle(FilePos pos) {
+  if (!IsText() || pos <= 0 || pos >= source_.Length()) return pos;
+  bool isLong = false;
+  return FindRow(source_, pos, style_.options, style_.lineLen, isLong);
 }
 
-// Finds out whether the place that a load starts from touches a long line, and moves a place inside one to
-// the start of its row, so that rows are the same wherever a load started.
-ViewStatus Loader::SettleStart(FilePos& pos, LongLine& isLong, bool forward) {
-  isLong = LongLine::no;
-  if (!KnowsLongLines() || (!forward && pos == 0)) return 0;
-  LineAround line;
-  ViewStatus status = FindLine(file_, work_, forward ? pos : pos - 1, options_, line);
-  if ((status & VS_FAILED) != 0) return status;
-  if (!line.isLong) return 0;
-  if (pos >= file_.Flen) {
-    if (!forward && pos == file_.Flen) isLong = LongLine::yes;
-    return 0;
-  }
-  isLong = LongLine::yes;
-  if (!forward) {
-    // The long line may end in front of pos: then a pass upward starts there as it is.
-    LineAround below;
-    status = FindLine(file_, work_, pos, options_, below);
-    if ((status & VS_FAILED) != 0) return status;
-    if (below.start == pos) return 0;
-  }
-  status = ReadAround(pos, kSliceBytes / 2);
-  if ((status & VS_FAILED) != 0) return status;
-  const FilePos slicePos = pos - slice_.Soff;
-  pos = LongLineRowStart(slice_, slicePos, std::max(line.start, slicePos), pos, options_, lineLen_);
-  return 0;
+// How far the text may be filled by the first of the two passes: as far as a small window needs, or, where
+// that does not hold the lines wanted, so far that the other pass has room for those that it wants.
+void Loader::LimitFirstPass(std::int32_t wanted, std::int32_t wantedOther) {
+  const std::int32_t lineLen = style_.lineLen;
+  const std::int32_t linesLeft = std::max(text_.Tlen / lineLen - wanted - 2, 2);
+  furthest_ = text_.Tlen - std::min(std::max(wantedOther, 0) + 1, linesLeft) * lineLen;
+  const std::int32_t reserve = std::min(3 * lineLen, kViewText / 10);
+  working_.Tlen = std::min(std::min(text_.Tlen, kViewText) - reserve, furthest_);
 }
 
-// Fills entries upward from index `from` with the lines from `pos` on, and writes the sentinel. Reads on,
-// slice by slice, until `wanted` lines are there or nothing more fits. `end` becomes the sentinel's index.
-ViewStatus Loader::FillForward(FilePos pos, std::int32_t from, LongLine isLong, std::int32_t wanted,
-                               std::int32_t& end) {
+void Loader::LimitSecondPass() {
+  furthest_ = text_.Tlen;
+  working_.Tlen = std::min(std::max(kViewText, working_.Tend), text_.Tlen);
+}
+
+// Fills entries upward from index `from` with the lines from `pos` on, and writes the sentinel. Takes what
+// the first block gives, and goes on until `wanted` lines are there. `end` becomes the sentinel's index.
+ViewStatus Loader::FillForward(FilePos pos, std::int32_t from, std::int32_t wanted, std::int32_t& end) {
   end = from;
   for (;;) {
-    LineCursor cursor{lines_.Aline, lines_.Acnt, end, isLong};
+    LineCursor cursor{lines_.Aline, lines_.Acnt, end};
     bool cut = false;
-    ViewStatus status =
-        FormatSlice(file_, work_, pos, end > from, cursor, working_, format_, options_, lineLen_, cut);
+    const ViewStatus status = FormatSlice(source_, pos, BlockEnd(pos), cursor, working_, style_, cut);
     if ((status & VS_FAILED) != 0) return status;
-    const bool progress = cursor.Ccur > end && cursor.Cend > pos;
+    const bool progress = cursor.Ccur > end;
     end = cursor.Ccur;
-    if (!cut || !progress || end - from >= wanted || end >= lines_.Acnt - 1 || !HasRoom()) return 0;
     pos = cursor.Cend;
-    status = SettleStart(pos, isLong, true);
-    if ((status & VS_FAILED) != 0) return status;
-    if (pos != cursor.Cend) return 0;
+    if (end - from >= wanted || pos >= source_.Length() || end >= lines_.Acnt - 1) return 0;
+    if (cut && progress) continue;
+    if (working_.Tlen >= furthest_) return 0;
+    working_.Tlen = furthest_;
   }
 }
 
-// Fills entries downward from index `from` - 1 with the lines that end at `pos`. Reads on, slice by slice,
-// until `wanted` lines are there or nothing more fits. `first` becomes the topmost line's index.
-ViewStatus Loader::FillBackward(FilePos pos, std::int32_t from, LongLine isLong, std::int32_t wanted,
-                                std::int32_t& first) {
+// One pass upward over the bytes in front of `pos`.
+ViewStatus Loader::BackwardPiece(FilePos pos, std::int32_t wanted, LineCursor& cursor) {
+  FilePos from = 0;
+  if (IsText()) {
+    const LineAround line = FindLine(source_, pos - 1, style_.options);
+    cursor.Clong = line.isLong ? LongLine::yes : LongLine::no;
+    from = line.start;
+    if (line.isLong) from = std::max<FilePos>(from, pos - LongLineStep(style_.lineLen) - 4);
+  } else {
+    from = pos - std::min<FilePos>(std::int64_t{std::max(wanted, 1)} * style_.lineLen, kLargestPiece);
+  }
+  const ByteView around = source_.ViewAround(std::max<FilePos>(from, 0), pos);
+  if (source_.Failure() != 0) return VS_FAILED;
+  const auto off = static_cast<std::int32_t>(std::min(pos, around.End()) - around.from);
+  const FileSlice slice{around.bytes, off, off, around.from + off == source_.Length()};
+  return style_.format(slice, cursor, working_, around.from + off, FILL_BACKWARD, style_.options,
+                       style_.lineLen);
+}
+
+// Fills entries downward from index `from` - 1 with the lines that end at `pos`. Takes what is at hand, and
+// goes on until `wanted` lines are there. `first` becomes the topmost line's index.
+ViewStatus Loader::FillBackward(FilePos pos, std::int32_t from, std::int32_t wanted, std::int32_t& first) {
   first = from;
-  // A wrapped row that begins in front of `pos` may end behind it: the slice must hold its end.
-  const bool wraps = KnowsLongLines() && (options_ & VO_WRAP) != 0;
-  const std::int32_t ahead = wraps ? std::min(lineLen_ + kRowSlack, kSliceBytes / 4) : 0;
-  for (;;) {
-    ViewStatus status = ReadAround(pos, kSliceBytes - ahead);
-    if ((status & VS_FAILED) != 0) return status;
-    LineCursor cursor{lines_.Aline, lines_.Acnt, first, isLong};
-    status = format_(slice_, cursor, working_, pos, FILL_BACKWARD, options_, lineLen_);
+  while (pos > 0 && first > 0) {
+    LineCursor cursor{lines_.Aline, lines_.Acnt, first};
+    const ViewStatus status = BackwardPiece(pos, wanted - (from - first), cursor);
     if ((status & VS_FAILED) != 0) return status;
     const bool progress = cursor.Ccur < first;
     first = cursor.Ccur;
-    if (!KnowsLongLines() || !progress || from - first >= wanted || first == 0 || !HasRoom()) return 0;
-    pos = lines_.Aline[first].Lpos;
-    if (pos <= 0) return 0;
-    LineAround line;
-    status = FindLine(file_, work_, pos - 1, options_, line);
-    if ((status & VS_FAILED) != 0) return status;
-    isLong = line.isLong ? LongLine::yes : LongLine::no;
+    if (progress) pos = lines_.Aline[first].Lpos;
+    if (from - first >= wanted) return 0;
+    if (progress && HasRoom()) continue;
+    if (working_.Tlen >= furthest_) return 0;
+    working_.Tlen = furthest_;
   }
+  return 0;
 }
 
-ViewStatus Loader::Run(FilePos pos, bool forward, std::int32_t below) {
-  const auto count = static_cast<std::int32_t>(lines_.Acnt);
-  std::int32_t top = (count - rows_) / 2;
-  if (pos > 0 && pos >= file_.Flen) {
-    // The end of a file that changes is where it is now.
-    const FilePos length = FileLength(file_.Fname);
-    if (length > 0) {
-      pos = pos == file_.Flen ? length : std::min(pos, length);
-      file_.Flen = length;
-    }
-  }
-  if (pos == file_.Flen) {
-    forward = false;
-    below = 0;
-    top = count - 1;
-  }
-  if (pos == 0) {
-    forward = true;
-    below = 0;
-    top = 0;
-  }
-  std::int32_t from = top + below;  // the entry at which the first pass starts
-  const std::int32_t reserve = std::min(3 * lineLen_, text_.Tlen / 10);
-  working_ = TextBuffer{text_.Tbuf, text_.Tlen - reserve, 0};
-  const FilePos asked = pos;
-  LongLine isLong = LongLine::no;
-  ViewStatus status = SettleStart(pos, isLong, forward);
-  if ((status & VS_FAILED) != 0) return status;
-  if (!forward && pos == 0) return Run(0, true, 0);  // the first row of the file is the one to go up to
-  std::int32_t first = top;
-  std::int32_t last = top;
-  if (forward) {
-    status = FillForward(pos, from, isLong, rows_ + 1, last);
-    if ((status & VS_FAILED) != 0) return status;
-    if (asked > file_.Flen) return VS_SHORT;  // the file has shrunk below the place: the caller goes on
-    top = std::min(top, last);
-    first = top;
-    if (pos > 0) {
-      if (last > from) pos = lines_.Aline[++from].Lpos;
-      working_.Tlen = text_.Tlen;
-      // The line at the top is made anew, and the lines above it.
-      status = FillBackward(pos, from, isLong, 2, first);
-      if ((status & VS_FAILED) != 0) return status;
-      first = std::min(first, top);
-    }
-  } else {
-    status = FillBackward(pos, from, isLong, std::max(below, 2), first);
-    if ((status & VS_FAILED) != 0) return status;
-    if (asked > file_.Flen) return VS_SHORT;
-    top = std::max(top, first);
-    const FilePos topmost = lines_.Aline[first].Lpos;
-    const bool remade = pos < file_.Flen && first < from;
-    if (remade) pos = lines_.Aline[--from].Lpos;
-    working_.Tlen = text_.Tlen;
-    if (first == from) {  // nothing above: the line below may begin another kind of line
-      status = SettleStart(pos, isLong, true);
-      if ((status & VS_FAILED) != 0) return status;
-    }
-    status = FillForward(pos, from, isLong, rows_ + 1, last);
-    if ((status & VS_FAILED) != 0) return status;
-    // Very long lines: the line to be made anew found no room behind those above it.
-    if (remade && last == from) return Run(topmost, true, 0);
-    last = std::max(last, top);
-    first = std::min(first, top);
-  }
-  text_.Tend = working_.Tend;
+void Loader::Finish(std::int32_t first, std::int32_t top, std::int32_t last) {
   if (top >= last && first < top) top = last - 1;
+  text_.Tend = working_.Tend;
   lines_.Afirst = static_cast<std::int16_t>(first);
   lines_.Acur = static_cast<std::int16_t>(top);
   lines_.Alast = static_cast<std::int16_t>(last);
-  return 0;
+}
+
+ViewStatus Loader::RunForward(FilePos pos, std::int32_t top) {
+  std::int32_t last = top;
+  std::int32_t first = top;
+  // One more than the screen shows, so that a step down always finds a line.
+  LimitFirstPass(rows_ + 1, request_.above);
+  ViewStatus status = FillForward(pos, top, rows_ + 1, last);
+  if ((status & VS_FAILED) != 0) return status;
+  LimitSecondPass();
+  status = FillBackward(pos, top, request_.above, first);
+  if ((status & VS_FAILED) == 0) Finish(first, top, last);
+  return status;
+}
+
+// The lines that end at `pos`, the top line `below` rows above it, and the lines from there on.
+ViewStatus Loader::RunBackward(FilePos pos, std::int32_t top, std::int32_t below) {
+  const std::int32_t from = top + below;
+  std::int32_t first = from;
+  std::int32_t last = from;
+  LimitFirstPass(below + request_.above, rows_ + 1 - below);
+  ViewStatus status = FillBackward(pos, from, below + request_.above, first);
+  if ((status & VS_FAILED) != 0) return status;
+  LimitSecondPass();
+  top = std::max(top, first);
+  status = FillForward(pos, from, rows_ + 1 - (from - top), last);
+  if ((status & VS_FAILED) == 0) Finish(first, top, last);
+  return status;
+}
+
+ViewStatus Loader::Run() {
+  const FilePos length = source_.Length();
+  const bool atEnd = request_.pos >= length && request_.below < 0;
+  FilePos pos = std::clamp<FilePos>(request_.pos, 0, length);
+  pos = Settle(pos);
+  if (source_.Failure() != 0) return VS_FAILED;
+  file_.Fcur = pos;
+  if (style_.format == FormatHex) {
+    const FilePos furthest = std::min(length - 1, pos + lines_.Acnt * kWidestHexRow);
+    style_.options =
+        (style_.options & ~VO_HEXDIGITS) | HexAddressOptions(std::max<FilePos>(furthest, 0), length);
+  }
+  working_ = TextBuffer{text_.Tbuf, 0, 0};
+  ViewStatus status = 0;
+  if (pos == 0) {
+    status = RunForward(0, 0);
+  } else if (atEnd) {
+    status = RunBackward(pos, lines_.Acnt - 1, 0);
+  } else {
+    const std::int32_t top = (lines_.Acnt - rows_) / 2;
+    status =
+        request_.below < 0 ? RunForward(pos, top) : RunBackward(pos, top, std::min(request_.below, rows_));
+  }
+  if (source_.Failure() != 0) status |= VS_FAILED;
+  file_.Flen = source_.Length();
+  file_.Fid = source_.Identity();
+  return status;
 }
 
 }  // namespace
 
-ViewStatus LoadView(FilePos pos, std::int32_t cur, std::int32_t rows, std::int32_t lineLen, ViewFile& file,
-                    LineArray& lines, TextBuffer& text, TagList& tags, FormatProc format,
-                    ViewOptions options) {
-  const std::unique_ptr<std::uint8_t[]> work(new (std::nothrow) std::uint8_t[kSliceBytes]);
-  if (!work) return VS_FAILED;
-  rows = std::clamp<std::int32_t>(rows, 1, lines.Acnt - 2);
-  lineLen = std::clamp(lineLen, 1, LongestLine(text.Tlen));
-
-  bool forward = true;
-  std::int32_t below = 0;
-  if (pos < 0) {
-    forward = cur >= lines.Afirst;
-    const std::int32_t anchor =
-        std::clamp<std::int32_t>(forward ? cur : cur + rows, lines.Afirst, lines.Alast);
-    if (!forward) below = std::min(anchor - cur, rows);
-    pos = lines.Aline[anchor].Lpos;
+ViewStatus LoadView(const LoadRequest& request, ByteSource& source, ViewFile& file, LineArray& lines,
+                    TextBuffer& text) {
+  // A file that becomes shorter meanwhile is shown as it then is.
+  for (int tries = 0;; ++tries) {
+    const FilePos length = source.Length();
+    const ViewStatus status = Loader(request, source, file, lines, text).Run();
+    if ((status & VS_FAILED) != 0 || source.Length() == length || tries == 3)
+      return status & VS_FAILED ? status : 0;
   }
-  Loader loader(work.get(), rows, lineLen, file, lines, text, format, options);
-  ViewStatus status = loader.Run(pos, forward, below);
-  // A file that has shrunk below the place is shown at its end, as it now is.
-  for (int tries = 0; status == VS_SHORT && tries < 3; ++tries)
-    status = loader.Run(file.Flen, false, 0);
-  if ((status & VS_FAILED) != 0) return status;
-  if (status == VS_SHORT) return VS_FAILED | VS_SHORT;
-  if (tags.count > 0) MarkLines(lines, tags);
-  return 0;
 }
 
 void MarkLines(LineArray& lines, TagList& tags) {

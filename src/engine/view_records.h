@@ -9,14 +9,16 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "engine/file_pos.h"
+#include "engine/byte_source.h"
+#include "engine/text_lines.h"
 #include "platform/paths.h"
 
 // Sizes of the view. They are fixed whatever the file: every routine stops at its limit.
-inline constexpr std::int16_t kViewLines = 1000;    // entries of the view's LineArray
-inline constexpr std::int32_t kViewText = 32760;    // characters of the view's TextBuffer
-inline constexpr std::int32_t kSliceBytes = 65535;  // bytes of the largest slice
-inline constexpr std::int16_t kTagSlots = 1000;     // entries of the tag block, the sentinel's included
+inline constexpr std::int16_t kViewLines = 1000;     // entries of the view's LineArray, at least
+inline constexpr std::int32_t kViewText = 32760;     // characters of the view's TextBuffer, at least
+inline constexpr std::int32_t kLongestLine = 32767;  // characters of a line, whatever is asked for
+inline constexpr std::int32_t kSliceBytes = 65535;   // bytes of the largest line that is made in one go
+inline constexpr std::int16_t kTagSlots = 1000;      // entries of the tag block, the sentinel's included
 
 // 16-bit result of the engine's routines. Only VS_FAILED is ever tested.
 using ViewStatus = std::uint16_t;
@@ -37,6 +39,10 @@ inline constexpr ViewOptions VO_EBCDIC = 0x0080;      // bytes are EBCDIC; wins 
 inline constexpr ViewOptions VO_KEEPFF = 0x0100;      // the page character stays itself in the text
 inline constexpr ViewOptions VO_FORMFEED = 0x0200;    // a form feed at a line start is a page mark
 inline constexpr ViewOptions VO_PAGEGAP = 0x0800;     // a form feed becomes a line of its own
+// Digits that hex addresses have above six, as HexAddressOptions gives them anew for each run. No setting.
+inline constexpr ViewOptions VO_RUNDIGITS = 0x000F0000;   // the addresses of this run
+inline constexpr ViewOptions VO_FILEDIGITS = 0x00F00000;  // the largest address of the file
+inline constexpr ViewOptions VO_HEXDIGITS = VO_RUNDIGITS | VO_FILEDIGITS;
 
 // Bits of LineEntry::Lflags.
 inline constexpr std::uint32_t LF_TAGMASK = 0x000F;     // the OR of the flags of the tags on the line
@@ -45,17 +51,19 @@ inline constexpr std::uint32_t LF_PAGEMARK = 0x0040;    // begins with a form fe
 inline constexpr std::uint32_t LF_TRUNCATED = 0x0100;   // bytes of the line were skipped
 inline constexpr std::uint32_t LF_INCOMPLETE = 0x0200;  // data or text ended before the line did
 inline constexpr std::uint32_t LF_PAGEGAP = 0x1000;     // an empty line that stands for a page break
+inline constexpr std::uint32_t LF_PADDING = 0x2000;     // an empty row of page padding; spans no byte
 
-// The open file. It is opened by name for each slice and closed again.
+// The open file. It is opened by name for each action of the user and closed again.
 struct ViewFile {
-  FilePos Fcur = 0;             // the offset that the next slice is read around
-  FilePos Flen = 0;             // length in bytes; every ReadFileSlice refreshes it
+  FilePos Fcur = 0;             // the offset that was read around last
+  FilePos Flen = 0;             // length in bytes, as the last action that read has found it
+  ByteIdentity Fid;             // what the file was when its lines were made
   char Fname[kPathBytes] = {};  // path, zero-terminated; an empty name means that no file is open
 };
 
 // One formatted line.
 struct LineEntry {
-  FilePos Lpos = 0;          // file offset of the first byte
+  FilePos Lpos = 0;          // file offset of the first byte; never decreases within a run
   std::int32_t Ltext = 0;    // index of the first character in Tbuf
   std::int32_t Llen = 0;     // characters; -1 marks the sentinel
   std::int32_t Lpage = 0;    // row within the page, 0 unless page padding ran
@@ -86,17 +94,14 @@ struct TextBuffer {
   std::int32_t Tend = 0;  // characters in use
 };
 
-// A piece of the file in memory. As a request: Slen bytes are wanted, Soff of them in front of Fcur. As an
-// answer: Slen bytes were read, and Soff is the index in Sbuf of the byte at Fcur (it may be Slen, and
-// above Slen when the file has shrunk below Fcur).
+// A piece of the file in memory: Slen bytes, and Soff is the index in Sbuf of the byte at Fcur (it may be
+// Slen, and above Slen when the file has shrunk below Fcur).
 struct FileSlice {
-  std::uint8_t* Sbuf = nullptr;
+  const std::uint8_t* Sbuf = nullptr;
   std::int32_t Slen = 0;
   std::int32_t Soff = 0;
+  bool Slast = true;  // the file ends with the slice
 };
-
-// Whether the place that a pass starts from touches a long line (see text_format.h).
-enum class LongLine : std::uint8_t { unknown, no, yes };
 
 // What a format routine sees of a line array.
 struct LineCursor {

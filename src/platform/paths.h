@@ -4,6 +4,8 @@
 
 #include <cstddef>
 
+#include "platform/file.h"
+
 // Bytes of a path field, the terminating NUL included: as long as the system's longest path, so that a
 // path is never cut short.
 #ifdef _WIN32
@@ -19,12 +21,11 @@ inline constexpr bool kSlashBeginsOption = true;
 inline constexpr bool kSlashBeginsOption = false;
 #endif
 
-// Finds the file that `name` means: a regular file or a block device that can be opened for reading now.
-// A name without a directory is looked for in the current directory only. On success the absolute path
-// stands in `full` (zero-terminated, at most `size` bytes with the NUL; links are kept as they are written).
-// False, with `full` untouched, when there is no such file, when it is of another kind, when it may not be
-// read, or when the path does not fit. Never blocks.
-[[nodiscard]] bool FindReadableFile(const char* name, char* full, std::size_t size);
+// The absolute path of the file that `name` means, which need not exist: nothing on the disk is looked at. A name
+// without a directory means one in the current directory only; links are kept as they are written. 0, and the path
+// in `full` (zero-terminated, at most `size` bytes with the NUL). Otherwise the reason, with `full` untouched: the
+// name is empty, there is no current directory any more, or the path does not fit.
+[[nodiscard]] FileError FullPath(const char* name, char* full, std::size_t size);
 
 // The part of `path` behind the last separator of directories (on Windows a backslash, else a colon), or
 // `path` itself. A pointer into the argument.

@@ -1,9 +1,10 @@
 // A temporary file that only this process sees and that vanishes with it, however it ends. Operations of
-// this layer's own; each system's folder implements them. FileClose of platform/file.h closes it, FileSeek
-// and FileRead serve it too, since reading and writing share one position.
+// this layer's own; each system's folder implements them. FileClose of platform/file.h closes it, and
+// FileReadAt reads it.
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 #include "platform/file.h"
 
@@ -15,6 +16,10 @@
 // no name, or loses it before this returns. kNoFile when the folder or the system does not permit it.
 [[nodiscard]] FileHandle TempFileOpen();
 
-// Writes all `count` bytes at the file's position, which moves behind them. False on an error, a full disk
-// and the user's limit on the size of files among them; a part may have been written.
-[[nodiscard]] bool TempFileWrite(FileHandle file, const void* buffer, std::size_t count);
+// Writes all `count` bytes from `offset` on. False on an error, a full disk and the user's limit on the size
+// of files among them; a part may have been written.
+[[nodiscard]] bool TempFileWriteAt(FileHandle file, std::int64_t offset, const void* buffer,
+                                   std::size_t count);
+
+// Makes the file empty again. False on an error.
+[[nodiscard]] bool TempFileEmpty(FileHandle file);

@@ -58,6 +58,7 @@ using COLORREF = DWORD;  // 0x00BBGGRR
 // NOLINTEND(bugprone-macro-parentheses)
 using HANDLE = void*;
 using HGDIOBJ = void*;
+struct SECURITY_ATTRIBUTES;
 QUORL_DECLARE_HANDLE(HINSTANCE);
 QUORL_DECLARE_HANDLE(HWND);
 QUORL_DECLARE_HANDLE(HDC);
@@ -300,17 +301,29 @@ DWORD GetModuleFileNameA(HMODULE module, LPSTR path, DWORD size);  // module nul
 // Posted messages come first in, first out; then input; then WM_PAINT while an update region is pending;
 // then timers, each at most once however late. 0 at WM_QUIT.
 BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last);
-inline constexpr UINT PM_NOREMOVE = 0x0000;
 inline constexpr UINT PM_REMOVE = 0x0001;
-// Looks for a message without waiting, for a handler that takes long. Relied on: one number at a time,
-// WM_PAINT, WM_KEYDOWN or WM_CLOSE, of any window; all other messages stay where they are. FALSE when there
-// is none.
+// Takes the next message without waiting, for a handler that takes long. Relied on: messages of any number and window,
+// in the order of GetMessageA, and removed; TRUE with WM_QUIT too. FALSE when there is none.
 BOOL PeekMessageA(MSG* message, HWND window, UINT first, UINT last, UINT remove);
 BOOL TranslateMessage(const MSG* message);
 LRESULT DispatchMessageA(const MSG* message);
 LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 BOOL PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 void PostQuitMessage(int exitCode);
+
+// Events, by which another thread wakes the window's. Relied on: manual reset, without name and security. SetEvent is
+// the one operation of this header that any thread may call.
+inline constexpr DWORD WAIT_OBJECT_0 = 0;
+inline constexpr DWORD WAIT_TIMEOUT = 258;
+inline constexpr DWORD QS_ALLINPUT = 0x04FF;
+HANDLE CreateEventA(SECURITY_ATTRIBUTES* security, BOOL manualReset, BOOL set, LPCSTR name);
+BOOL SetEvent(HANDLE event);
+BOOL ResetEvent(HANDLE event);
+BOOL CloseHandle(HANDLE event);
+// Waits for the event and serves nothing meanwhile.
+DWORD WaitForSingleObject(HANDLE event, DWORD milliseconds);
+// Waits for one event, or for a message of any kind that can be taken: WAIT_OBJECT_0 + 1.
+DWORD MsgWaitForMultipleObjects(DWORD count, const HANDLE* events, BOOL all, DWORD milliseconds, DWORD kinds);
 UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure);  // procedure: null
 BOOL KillTimer(HWND window, UINT_PTR id);
 short GetKeyState(int virtualKey);  // VK_SHIFT, VK_CONTROL, VK_MENU as of the message being handled

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <limits>
 
 namespace {
 
@@ -11,6 +12,11 @@ std::string HexText(FilePos position) {
   char text[24];
   std::snprintf(text, sizeof text, "0x%llX", static_cast<unsigned long long>(position));
   return text;
+}
+
+std::string PagesText(const GoToLimits& limits) {
+  if (!GoToOffersPages(limits)) return "N/A";
+  return "1 to " + std::to_string(limits.pageCount) + (limits.morePages ? " so far" : "");
 }
 
 FilePos NumberOf(std::string_view text) {
@@ -29,7 +35,7 @@ GoToField GoToFieldOf(GoToChoice choice, const GoToLimits& limits) {
     case GoToChoice::bytePosition:
       return {"0x000000", "1 to " + HexText(limits.fileLength), true};
     case GoToChoice::pageNumber:
-      return {"1", GoToOffersPages(limits) ? "1 to " + std::to_string(limits.pageCount) : "N/A", true};
+      return {"1", PagesText(limits), true};
     default:
       return {"N/A", " ", false};
   }
@@ -43,7 +49,8 @@ FieldCheck GoToValidate(GoToChoice choice, std::string_view text, const GoToLimi
     case GoToChoice::bytePosition:
       return ValidateLongField(text, 0, limits.fileLength, "File Offset");
     case GoToChoice::pageNumber:
-      return ValidateLongField(text, 1, limits.pageCount, "Page Number");
+      return ValidateLongField(
+          text, 1, limits.morePages ? std::numeric_limits<FilePos>::max() : limits.pageCount, "Page Number");
     default:
       return {false, ""};
   }
@@ -63,25 +70,17 @@ GoToAnswer GoToRead(GoToChoice choice, std::string_view text) {
   }
 }
 
-GoToTarget GoToTargetOf(const GoToAnswer& answer, FilePos fileLength, FileHandle index, FilePos pageCount) {
-  GoToTarget target;
+GoToTarget GoToTargetOf(const GoToAnswer& answer, FilePos fileLength) {
   switch (answer.choice) {
     case GoToChoice::top:
-      target.move = GoToMove::top;
-      break;
+      return {GoToMove::top};
     case GoToChoice::bottom:
-      target.move = GoToMove::bottom;
-      break;
+      return {GoToMove::bottom};
     case GoToChoice::bytePosition:
-      target.move = GoToMove::load;
-      target.position = std::min(answer.value, fileLength);
-      break;
+      return {GoToMove::load, std::min(answer.value, fileLength)};
     case GoToChoice::pageNumber:
-      target.position = PageIndexLookup(index, answer.value, pageCount, target.fault);
-      target.move = target.position < 0 ? GoToMove::invalidPage : GoToMove::move;
-      break;
-    case GoToChoice::none:
-      break;
+      return {GoToMove::page, kNoPosition, answer.value};
+    default:
+      return {};
   }
-  return target;
 }

@@ -8,13 +8,13 @@
 #include <string_view>
 
 #include "engine/file_pos.h"
-#include "pageindex/page_index.h"
 #include "settings/field_checks.h"
 
-// The two numbers that the dialog works with. They are taken when it opens and hold until it closes.
+// What the dialog works with. It is taken when the dialog opens and holds until it closes.
 struct GoToLimits {
   FilePos fileLength = 0;
-  FilePos pageCount = -1;  // pages that can be looked up; -1: the page index cannot serve
+  FilePos pageCount = -1;  // pages known so far; -1: the page index cannot serve
+  bool morePages = false;  // further ones may follow: any number may be typed, and the page is searched then
 };
 
 enum class GoToChoice : std::int32_t { none = 0, top = 1, bottom = 2, bytePosition = 3, pageNumber = 4 };
@@ -49,20 +49,19 @@ struct GoToAnswer {
 // What the command is to do.
 enum class GoToMove : std::int32_t {
   none,
-  top,          // post WM_VSCROLL with SB_TOP
-  bottom,       // post WM_VSCROLL with SB_BOTTOM
-  load,         // send WM_VIEW_GOTO to the position, which loads the view from that byte in any case
-  move,         // post WM_VIEW_MOVE to the position
-  invalidPage,  // the box of an invalid page, with the beep and icon of a warning; the view stays
+  top,     // post WM_VSCROLL with SB_TOP
+  bottom,  // post WM_VSCROLL with SB_BOTTOM
+  load,    // send WM_VIEW_GOTO to the position, which loads the view from that byte in any case
+  page,  // find the page, which may take long; then post WM_VIEW_MOVE to where it starts. If it is not found,
+         // the box of an invalid page, with the beep and icon of a warning; the view stays
 };
 struct GoToTarget {
   GoToMove move = GoToMove::none;
-  FilePos position = kNoPosition;
-  PageIndexFault fault = PageIndexFault::none;  // a box of the page index's own, which comes first
+  FilePos position = kNoPosition;  // of `load`
+  FilePos page = 0;                // of `page`
 };
 inline constexpr const char* kInvalidPageCaption = "Go To Page";
 inline constexpr const char* kInvalidPageText = "Invalid page number.";
 
-// Turns the answer into a move in a file of `fileLength` bytes, whose pages stand in `index`.
-[[nodiscard]] GoToTarget GoToTargetOf(const GoToAnswer& answer, FilePos fileLength, FileHandle index,
-                                      FilePos pageCount);
+// Turns the answer into a move in a file of `fileLength` bytes.
+[[nodiscard]] GoToTarget GoToTargetOf(const GoToAnswer& answer, FilePos fileLength);

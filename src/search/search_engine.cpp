@@ -1,21 +1,15 @@
 #include "search/search_engine.h"
 
 #include <algorithm>
-#include <array>
 #include <cassert>
-#include <chrono>
 #include <cstring>
 #include <memory>
 #include <new>
 
 #include "marks/tag_list.h"
-#include "platform/file.h"
 #include "search/byte_scan.h"
 
 namespace {
-
-constexpr FilePos kProgressBytes = FilePos{16} << 20;
-constexpr std::chrono::milliseconds kProgressInterval{30};  // a slow disk may need long for 16 MB
 
 // The data that is read starts at a cache line; what is carried from the slice before stands in front of it.
 constexpr std::size_t kLineBytes = 64;
@@ -29,49 +23,18 @@ constexpr std::int32_t kRefusedLimit = 256;
 constexpr std::int32_t kRefusedLimitOfThree = 4096;
 constexpr FilePos kRefusedBytes = FilePos{1} << 20;
 
-// Calls the caller's report often enough, and not more often.
-class ProgressClock {
- public:
-  explicit ProgressClock(const SearchProgress& progress) : progress_(progress) {}
-
-  // Whether the search may go on. `position` has been reached.
-  [[nodiscard]] bool GoesOn(FilePos position, FilePos end) {
-    if (progress_.report == nullptr) return true;
-    const auto now = std::chrono::steady_clock::now();
-    if (last_ < 0) last_ = position;
-    if (position - last_ < kProgressBytes && now - time_ < kProgressInterval) return true;
-    last_ = position;
-    const bool goesOn = progress_.report(progress_.context, position, end);
-    time_ = std::chrono::steady_clock::now();
-    return goesOn;
-  }
-
- private:
-  SearchProgress progress_;
-  FilePos last_ = kNoPosition;
-  std::chrono::steady_clock::time_point time_ = std::chrono::steady_clock::now();
-};
-
 // One pass over the file, which gives the hits in ascending order.
 class SearchPass {
  public:
-  SearchPass(std::int32_t keyLen, const std::uint8_t* key, std::uint16_t flags,
-             const SearchProgress& progress)
-      : key_(MakeByteKey(key, keyLen, (flags & SEARCH_CASE) == 0)), clock_(progress) {}
-  ~SearchPass() {
-    if (source_ != kNoFile) FileClose(source_);
-  }
-  SearchPass(const SearchPass&) = delete;
-  SearchPass& operator=(const SearchPass&) = delete;
+  SearchPass(ByteSource& source, std::int32_t keyLen, const std::uint8_t* key, std::uint16_t flags,
+             LongJob& job)
+      : key_(MakeByteKey(key, keyLen, (flags & SEARCH_CASE) == 0)), source_(source), job_(job) {}
 
-  // Begins at file.Fcur. 0, or the negative result that ends the search.
-  [[nodiscard]] FilePos Begin(const ViewFile& file);
+  // Begins at `from`. 0, or the negative result that ends the search.
+  [[nodiscard]] FilePos Begin(FilePos from);
 
   // The next hit, or the negative result that ends the search.
   [[nodiscard]] FilePos NextHit();
-
-  // The file offset of the slice in the buffer.
-  [[nodiscard]] FilePos SliceStart() const { return start_; }
 
  private:
   // Carries the bytes with which a hit across the border may begin, and reads on behind them. 0, or the
@@ -82,8 +45,8 @@ class SearchPass {
   void ReviewFilter();
 
   ByteKey key_;
-  ProgressClock clock_;
-  FileHandle source_ = kNoFile;
+  ByteSource& source_;
+  LongJob& job_;
   std::unique_ptr<std::uint8_t[]> buffer_;
   std::uint8_t* data_ = nullptr;   // where each read goes
   std::uint8_t* slice_ = nullptr;  // the bytes carried, and behind them those read
@@ -92,21 +55,17 @@ class SearchPass {
   std::int32_t refused_ = 0;       // since the filter was reviewed
   FilePos reviewed_ = 0;           // the slice's file offset then
   FilePos start_ = 0;              // the slice's file offset
-  FilePos end_ = 0;                // the file's length as the caller knows it
 };
 
-FilePos SearchPass::Begin(const ViewFile& file) {
-  start_ = reviewed_ = file.Fcur;
-  end_ = file.Flen;
+FilePos SearchPass::Begin(FilePos from) {
+  start_ = reviewed_ = from;
+  job_.end = source_.Length();
   buffer_.reset(new (std::nothrow) std::uint8_t[kBufferBytes]);
   if (buffer_ == nullptr) return kSearchNoMemory;
   void* place = buffer_.get() + kLineBytes;
   std::size_t room = kBufferBytes - kLineBytes;
   data_ = static_cast<std::uint8_t*>(std::align(kLineBytes, kSearchReadBytes, place, room));
   slice_ = data_;
-  source_ = FileOpenShared(file.Fname);
-  if (source_ == kNoFile) return kSearchNoFile;
-  if (!FileSeek(source_, start_)) return kSearchSeekFailed;
   const FilePos status = NextSlice();
   if (status == 0) ChooseFilter(key_, slice_, have_);
   return status;
@@ -120,14 +79,14 @@ FilePos SearchPass::NextSlice() {
   have_ = carried;
   next_ = 0;
   const FilePos position = start_ + carried;
-  const FilePos wanted = std::min(kSearchReadBytes - position % kSearchReadBytes, end_ - position);
-  if (wanted <= 0) return kSearchNoHit;
-  if (!clock_.GoesOn(start_, end_)) return kSearchCanceled;
-  const std::int64_t got = FileRead(source_, data_, static_cast<std::size_t>(wanted));
+  job_.position.store(position, std::memory_order_relaxed);
+  if (position >= source_.Length()) return kSearchNoHit;
+  if (job_.stop.load(std::memory_order_relaxed)) return kSearchCanceled;
+  const auto wanted = static_cast<std::int32_t>(kSearchReadBytes - position % kSearchReadBytes);
+  const std::int32_t got = source_.ReadInto(position, data_, wanted);
+  if (source_.Failure() != 0) return kSearchReadFailed;
   if (got < 1) return kSearchNoHit;
-  // A file that has become shorter ends here.
-  if (got < wanted) end_ = position + got;
-  have_ += static_cast<std::int32_t>(got);
+  have_ += got;
   return 0;
 }
 
@@ -156,9 +115,9 @@ FilePos SearchPass::NextHit() {
 }
 
 // The negative result of a search that need not begin; 0 when it must.
-FilePos RefuseSearch(const ViewFile& file, std::int32_t keyLen) {
-  assert(file.Fcur >= 0 && keyLen <= kSearchKeyBytes);
-  if (file.Fcur > file.Flen - keyLen) return kSearchNoHit;
+FilePos RefuseSearch(const ByteSource& source, FilePos from, std::int32_t keyLen) {
+  assert(from >= 0 && keyLen <= kSearchKeyBytes);
+  if (from > source.Length() - keyLen) return kSearchNoHit;
   return keyLen < 1 ? kSearchNoKey : 0;
 }
 
@@ -166,10 +125,6 @@ FilePos RefuseSearch(const ViewFile& file, std::int32_t keyLen) {
 
 bool SearchIsDefined(const SearchState& search) {
   return search.SearchFlags != 0 && search.SearchKeyLen != 0;
-}
-
-const char* SearchFailureText(FilePos result) {
-  return result == kSearchNoMemory ? "Cannot allocate memory for search buffer" : nullptr;
 }
 
 std::int32_t FindInBuffer(std::int32_t bufferLen, const std::uint8_t* buffer, std::int32_t keyLen,
@@ -181,27 +136,27 @@ std::int32_t FindInBuffer(std::int32_t bufferLen, const std::uint8_t* buffer, st
   return FindBytes(prepared, buffer, bufferLen, 0, refused);
 }
 
-FilePos SearchFile(ViewFile& file, std::int32_t keyLen, const std::uint8_t* key, std::uint16_t flags,
-                   const SearchProgress& progress) {
-  if (const FilePos refusal = RefuseSearch(file, keyLen); refusal != 0) return refusal;
-  SearchPass pass(keyLen, key, flags, progress);
-  FilePos result = pass.Begin(file);
-  if (result == 0) result = pass.NextHit();
-  file.Fcur = pass.SliceStart();
-  return result;
+FilePos SearchFile(ByteSource& source, FilePos from, std::int32_t keyLen, const std::uint8_t* key,
+                   std::uint16_t flags, LongJob& job) {
+  if (const FilePos refusal = RefuseSearch(source, from, keyLen); refusal != 0) return refusal;
+  SearchPass pass(source, keyLen, key, flags, job);
+  const FilePos begun = pass.Begin(from);
+  return begun == 0 ? pass.NextHit() : begun;
 }
 
-FilePos FindNext(ViewFile& file, SearchState& search, FilePos paintedTop, FilePos& selStart, FilePos& selEnd,
-                 const SearchProgress& progress) {
-  FilePos from = search.SearchNext >= file.Flen ? 0 : search.SearchNext;
+FindResult FindNext(ByteSource& source, const SearchState& search, FilePos paintedTop, FilePos selEnd,
+                    LongJob& job) {
+  FilePos from = search.SearchNext >= source.Length() ? 0 : search.SearchNext;
   if (from < 0) from = std::max(paintedTop, selEnd);
-  file.Fcur = std::max<FilePos>(from, 0);
-  const FilePos hit = SearchFile(file, search.SearchKeyLen, search.SearchKey, search.SearchFlags, progress);
-  if (hit == kSearchCanceled) return hit;
-  selStart = hit < 0 ? kNoPosition : hit;
-  selEnd = hit < 0 ? kNoPosition : hit + search.SearchKeyLen;
-  search.SearchNext = hit < 0 ? 0 : kNoPosition;
-  return hit;
+  FindResult result;
+  result.hit = SearchFile(source, std::max<FilePos>(from, 0), search.SearchKeyLen, search.SearchKey,
+                          search.SearchFlags, job);
+  if (result.hit >= 0) {
+    result.selStart = result.hit;
+    result.selEnd = result.hit + search.SearchKeyLen;
+    result.searchNext = kNoPosition;
+  }
+  return result;
 }
 
 bool HitIsOnScreen(const LineArray& lines, std::int32_t linesPerScreen, FilePos hit) {
@@ -209,18 +164,15 @@ bool HitIsOnScreen(const LineArray& lines, std::int32_t linesPerScreen, FilePos 
   return lines.Aline[lines.Acur].Lpos <= hit && hit < lines.Aline[last].Lpos;
 }
 
-FilePos MarkAll(ViewFile& file, SearchState& search, TagList& tags, const SearchProgress& progress) {
-  // The hits go into a copy, so that a search that is canceled leaves the list as it was.
-  std::array<TagEntry, kTagSlots> entries{};
-  assert(tags.capacity < kTagSlots);
-  std::copy_n(tags.entries, tags.count, entries.begin());
-  TagList marked{entries.data(), tags.capacity, tags.count};
-
-  file.Fcur = 0;
-  FilePos first = RefuseSearch(file, search.SearchKeyLen);
+FilePos MarkAll(ByteSource& source, const SearchState& search, std::vector<TagEntry>& tags,
+                std::int16_t capacity, LongJob& job) {
+  TagList marked{tags.data(), capacity, static_cast<std::int16_t>(tags.size())};
+  tags.resize(static_cast<std::size_t>(capacity) + 1);
+  marked.entries = tags.data();
+  FilePos first = RefuseSearch(source, 0, search.SearchKeyLen);
   if (first == 0) {
-    SearchPass pass(search.SearchKeyLen, search.SearchKey, search.SearchFlags, progress);
-    first = pass.Begin(file);
+    SearchPass pass(source, search.SearchKeyLen, search.SearchKey, search.SearchFlags, job);
+    first = pass.Begin(0);
     if (first == 0) first = pass.NextHit();
     FilePos hit = first;
     while (hit >= 0) {
@@ -228,11 +180,8 @@ FilePos MarkAll(ViewFile& file, SearchState& search, TagList& tags, const Search
       if (marked.count >= marked.capacity) break;
       hit = pass.NextHit();
     }
-    file.Fcur = pass.SliceStart();
-    if (hit == kSearchCanceled) return hit;
+    if (hit == kSearchCanceled || hit == kSearchReadFailed) first = hit;
   }
-  std::copy_n(marked.entries, marked.count, tags.entries);
-  tags.count = marked.count;
-  search.SearchNext = kNoPosition;
+  tags.resize(static_cast<std::size_t>(marked.count));
   return first;
 }

@@ -1,10 +1,15 @@
 // The search of the program: a byte string in the open file, found forward, one hit at a time (Find Next) or
 // all of them into the tag list (Mark All). Works on the bytes of the file, so display format and wrap do not
-// matter. Knows no window: the caller shows the wait cursor, beeps, moves the view, and may look in through
-// SearchProgress. The one idea: a search is a single pass over the file through one small buffer, of which
-// the last bytes are carried to the front, so that no byte is read twice and no hit across a border is lost.
+// matter. Knows no window: the caller runs a search on the reader's thread, gives it copies of all that it
+// needs, and applies its result. The one idea: a search is a single pass over the file through one small
+// buffer, of which the last bytes are carried to the front, so that no byte is read twice and no hit across a
+// border is lost.
 #pragma once
 
+#include <vector>
+
+#include "engine/byte_source.h"
+#include "engine/long_job.h"
 #include "engine/view_records.h"
 
 // Bytes of one read at most. Reads end at multiples of it in the file, which are borders of the system's own
@@ -32,55 +37,52 @@ struct SearchState {
 // Whether there is something to search for. Without it Find Next and Mark All only beep.
 [[nodiscard]] bool SearchIsDefined(const SearchState& search);
 
-// Negative results of a search. All mean that there is no hit; only kSearchCanceled also means that
-// everything is as it was before.
-inline constexpr FilePos kSearchNoHit = -1;      // also: too few bytes left, or a read gave nothing
-inline constexpr FilePos kSearchNoKey = -2;      // the key length is below 1
-inline constexpr FilePos kSearchNoMemory = -10;  // no memory for the buffer
-inline constexpr FilePos kSearchNoFile = -21;    // the file could not be opened
-inline constexpr FilePos kSearchSeekFailed = -22;
-inline constexpr FilePos kSearchCanceled = -30;  // SearchProgress said so
+// Negative results of a search. None of them is a hit; after kSearchCanceled and kSearchReadFailed everything
+// is as it was before.
+inline constexpr FilePos kSearchNoHit = -1;        // also: too few bytes left
+inline constexpr FilePos kSearchNoKey = -2;        // the key length is below 1
+inline constexpr FilePos kSearchNoMemory = -10;    // no memory for the buffer
+inline constexpr FilePos kSearchReadFailed = -23;  // the source knows the reason
+inline constexpr FilePos kSearchCanceled = -30;    // LongJob::stop was set
 
-// The box for a failed search (beep and icon of a stop sign, no owner): its text, or null for a result that
-// has none.
+// The box for a failed search (beep and icon of a stop sign, no owner).
 inline constexpr const char* kSearchFailureCaption = "Find Error";
-[[nodiscard]] const char* SearchFailureText(FilePos result);
-
-// Lets the caller of a long search keep the program alive. `report` is called from time to time, every 16 MB
-// and every thirtieth of a second at the latest where reads do not hang, with the position that the search
-// has reached and the position at which it ends. False ends the search. It must not change the file record,
-// the search state or the tags that the search was given.
-struct SearchProgress {
-  bool (*report)(void* context, FilePos position, FilePos end) = nullptr;
-  void* context = nullptr;
-};
+inline constexpr const char* kSearchNoMemoryText = "Cannot allocate memory for search buffer";
 
 // The offset of the first place in the buffer at which the key stands, or -1. `flags` as in SearchFlags.
 // Lengths in bytes; the key length is at least 1.
 [[nodiscard]] std::int32_t FindInBuffer(std::int32_t bufferLen, const std::uint8_t* buffer,
                                         std::int32_t keyLen, const std::uint8_t* key, std::uint16_t flags);
 
-// The file offset of the first hit at or behind file.Fcur that ends at file.Flen or before, or a negative
-// result. A key has at most kSearchKeyBytes bytes. The file is opened for the call and closed on every road
-// out. file.Fcur moves on to the start of the last slice searched. A file that has become shorter is searched
-// as far as it goes.
-[[nodiscard]] FilePos SearchFile(ViewFile& file, std::int32_t keyLen, const std::uint8_t* key,
-                                 std::uint16_t flags, const SearchProgress& progress = {});
+// The file offset of the first hit at or behind `from` in the file that `source` has open, or a negative
+// result. A key has at most kSearchKeyBytes bytes. A file that becomes shorter is searched as far as it goes.
+// `job` tells how far the search is (where a failed read was to begin, in the end), and is asked for each
+// slice whether it shall stop.
+[[nodiscard]] FilePos SearchFile(ByteSource& source, FilePos from, std::int32_t keyLen,
+                                 const std::uint8_t* key, std::uint16_t flags, LongJob& job);
 
-// Find Next on a defined search: finds the next hit and makes it the selection. The start is SearchNext, or
-// if that is negative the larger of `paintedTop`, the top line's offset at the last paint, and `selEnd`. The
-// result is that of SearchFile. On a hit the selection is the hit. Without one the selection is cleared and
-// the next search starts at the top; the caller repaints and beeps. Canceled, nothing has changed.
-[[nodiscard]] FilePos FindNext(ViewFile& file, SearchState& search, FilePos paintedTop, FilePos& selStart,
-                               FilePos& selEnd, const SearchProgress& progress = {});
+// What Find Next leads to.
+struct FindResult {
+  FilePos hit = kSearchNoHit;      // the result of SearchFile
+  FilePos selStart = kNoPosition;  // the selection and
+  FilePos selEnd = kNoPosition;
+  FilePos searchNext = 0;  // the start of the next search, where hit is a place or kSearchNoHit
+};
+
+// Find Next on a defined search. The start is SearchNext, or if that is negative the larger of `paintedTop`,
+// the top line's offset at the last paint, and `selEnd`. On a hit the selection is the hit. Without one it is
+// none and the next search starts at the top; the caller repaints and beeps.
+[[nodiscard]] FindResult FindNext(ByteSource& source, const SearchState& search, FilePos paintedTop,
+                                  FilePos selEnd, LongJob& job);
 
 // Whether the line that holds `hit` is among the `linesPerScreen` lines from the top line on, so that a hit
 // there moves nothing.
 [[nodiscard]] bool HitIsOnScreen(const LineArray& lines, std::int32_t linesPerScreen, FilePos hit);
 
-// Mark All on a defined search: tags every hit of the file, overlapping ones too. The result is the first
-// hit, or that of SearchFile where there is none. When the list is full nothing can change any more and the
-// search ends. A hit puts the first hit's line on top; without one the view goes to the bottom. Canceled,
-// nothing has changed.
-[[nodiscard]] FilePos MarkAll(ViewFile& file, SearchState& search, TagList& tags,
-                              const SearchProgress& progress = {});
+// Mark All on a defined search: tags every hit of the file, overlapping ones too, in `tags`, a copy of the
+// list with its slot for the sentinel. The result is the first hit, or that of SearchFile where there is
+// none. When `capacity` tags are there nothing can change any more and the search ends. A hit puts the first
+// hit's line on top; without one the view goes to the bottom. After any negative result but kSearchNoHit, the
+// copy is not to be used.
+[[nodiscard]] FilePos MarkAll(ByteSource& source, const SearchState& search, std::vector<TagEntry>& tags,
+                              std::int16_t capacity, LongJob& job);

@@ -6,6 +6,7 @@
 #include "engine/selection_text.h"
 #include "window/main_window_state.h"
 #include "window/private_messages.h"
+#include "window/view_loading.h"
 
 namespace {
 
@@ -35,17 +36,20 @@ bool SetClipboardText(HWND owner, const SelectionText& text) {
   return true;
 }
 
-// Puts the bytes from `from` to `to`, formatted as the view shows them, on the clipboard. 1 when the
-// clipboard was set, else 0.
-LRESULT CopySelection(HWND owner, FilePos from, FilePos to, ViewFile& file, FormatProc format,
-                      ViewOptions options, std::int32_t lineLen) {
-  if ((options & VO_FIXEDLEN) != 0) lineLen = MainState.LineLength;
-  const SelectionText text = FormatSelection(from, to, file, format, options, lineLen);
-  if (text.failure != CopyFailure::none) TellFailure(owner, text.failure);
-  if (!text.text) return 0;
-  if (SetClipboardText(owner, text)) return 1;
-  TellFailure(owner, CopyFailure::memory);
-  return 0;
+// The selection as text, made on the reader's thread.
+struct CopyJob {
+  std::string path;
+  FilePos from, to;
+  LineStyle style;
+  SelectionText text;
+};
+
+void RunCopy(CopyJob& job, ByteSource& source) {
+  if (source.Open(job.path.c_str()) != 0) {
+    job.text.failure = CopyFailure::read;
+  } else {
+    job.text = FormatSelection(job.from, job.to, source, job.style);
+  }
 }
 
 }  // namespace
@@ -56,9 +60,23 @@ LRESULT CopyCommand(UINT /*id*/) {
     MessageBeep(MB_OK);
     return 0;
   }
-  state.FormatIndex = std::clamp(state.FormatIndex, 0, kFormats - 1);
-  return CopySelection(state.MainWindow, state.SelStart, state.SelEnd, state.File,
-                       state.FormatRoutines[state.FormatIndex], state.FormatFlags, state.FormatWidth);
+  const auto job = std::make_shared<CopyJob>();
+  job->path = state.File.Fname;
+  job->from = state.SelStart;
+  job->to = state.SelEnd;
+  job->style = PresentStyle();
+  job->style.options = state.FormatFlags;
+  if ((state.FormatFlags & VO_FIXEDLEN) != 0) job->style.lineLen = state.LineLength;
+  if (RunWatched([job](ByteSource& source, LongJob& /*watch*/) { RunCopy(*job, source); }) !=
+      WatchEnd::finished) {
+    return 0;
+  }
+  const SelectionText& text = job->text;
+  if (text.failure != CopyFailure::none) TellFailure(state.MainWindow, text.failure);
+  if (!text.text) return 0;
+  if (SetClipboardText(state.MainWindow, text)) return 1;
+  TellFailure(state.MainWindow, CopyFailure::memory);
+  return 0;
 }
 
 LRESULT SelectAllCommand(UINT /*id*/) {

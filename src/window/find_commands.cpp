@@ -7,7 +7,7 @@
 #include "window/main_window_state.h"
 #include "window/navigation.h"
 #include "window/private_messages.h"
-#include "window/search_progress.h"
+#include "window/watch.h"
 
 namespace {
 
@@ -18,11 +18,59 @@ bool SearchMayRun() {
   return false;
 }
 
-void ShowFailure(FilePos result) {
-  const char* text = SearchFailureText(result);
-  if (text == nullptr) return;
+// What a search on the reader's thread works on.
+struct FindJob {
+  std::string path;
+  SearchState search;
+  FilePos paintedTop = 0;
+  FilePos selEnd = kNoPosition;
+  std::vector<TagEntry> tags;  // for Mark All
+  std::int16_t capacity = 0;
+  FindResult result;
+  FileError error = 0;
+  FilePos place = 0;  // of the error
+};
+
+void RunFind(FindJob& find, bool markAll, ByteSource& source, LongJob& job) {
+  if (source.Open(find.path.c_str()) != 0) {
+    find.result.hit = kSearchReadFailed;
+  } else if (markAll) {
+    find.result.hit = MarkAll(source, find.search, find.tags, find.capacity, job);
+  } else {
+    find.result = FindNext(source, find.search, find.paintedTop, find.selEnd, job);
+  }
+  find.error = source.Failure();
+  find.place = job.position;
+}
+
+std::shared_ptr<FindJob> MakeFindJob() {
+  const MainWindowState& state = MainState;
+  auto find = std::make_shared<FindJob>();
+  find->path = state.File.Fname;
+  find->search = state.Search;
+  find->paintedTop = state.PaintedTop;
+  find->selEnd = state.SelEnd;
+  find->tags.assign(state.Tags.entries, state.Tags.entries + state.Tags.count);
+  find->capacity = state.Tags.capacity;
+  return find;
+}
+
+void ShowBox(const std::string& text) {
   MessageBeep(MB_ICONHAND);
-  MessageBoxA(nullptr, text, kSearchFailureCaption, MB_ICONHAND);
+  MessageBoxA(nullptr, text.c_str(), kSearchFailureCaption, MB_ICONHAND);
+}
+
+// Runs a search. False when it came to nothing that counts: the user ended it, or it failed and they were
+// told.
+bool Search(const std::shared_ptr<FindJob>& find, bool markAll) {
+  const WatchEnd end =
+      RunWatched([find, markAll](ByteSource& source, LongJob& job) { RunFind(*find, markAll, source, job); });
+  if (end != WatchEnd::finished || find->result.hit == kSearchCanceled) return false;
+  if (find->result.hit == kSearchNoMemory) ShowBox(kSearchNoMemoryText);
+  if (find->result.hit != kSearchReadFailed) return true;
+  ShowBox("Cannot read " + std::string(find->path) + "\nat byte " + std::to_string(find->place) + ":\n" +
+          FileErrorText(find->error));
+  return false;
 }
 
 }  // namespace
@@ -41,14 +89,12 @@ LRESULT FindDialogCommand(UINT id) {
 LRESULT FindNextCommand(UINT /*id*/) {
   MainWindowState& state = MainState;
   if (!SearchMayRun()) return 0;
-  FilePos hit = kSearchNoHit;
-  {
-    SearchWatch watch;
-    hit =
-        FindNext(state.File, state.Search, state.PaintedTop, state.SelStart, state.SelEnd, watch.Progress());
-  }
-  if (hit == kSearchCanceled) return 0;
-  ShowFailure(hit);
+  const std::shared_ptr<FindJob> find = MakeFindJob();
+  if (!Search(find, false)) return 0;
+  const FilePos hit = find->result.hit;
+  state.SelStart = find->result.selStart;
+  state.SelEnd = find->result.selEnd;
+  state.Search.SearchNext = find->result.searchNext;
   // Also in front of a move, so that it does not scroll an image with the former selection.
   RepaintWindow();
   if (hit < 0) {
@@ -65,18 +111,17 @@ LRESULT FindNextCommand(UINT /*id*/) {
 LRESULT FindMarkAllCommand(UINT /*id*/) {
   MainWindowState& state = MainState;
   if (!SearchMayRun()) return 0;
-  FilePos first = kSearchNoHit;
-  {
-    SearchWatch watch;
-    first = MarkAll(state.File, state.Search, state.Tags, watch.Progress());
-  }
-  if (first == kSearchCanceled) return 0;
-  ShowFailure(first);
+  const std::shared_ptr<FindJob> find = MakeFindJob();
+  if (!Search(find, true)) return 0;
+  const FilePos first = find->result.hit;
+  state.Search.SearchNext = kNoPosition;
   if (first < 0) {
     PostMessageA(state.MainWindow, WM_VSCROLL, SB_BOTTOM, 0);
     MessageBeep(MB_ICONEXCLAMATION);
     return 0;
   }
+  std::copy(find->tags.begin(), find->tags.end(), state.Tags.entries);
+  state.Tags.count = static_cast<std::int16_t>(find->tags.size());
   MarkLines(state.Lines, state.Tags);
   RepaintWindow();
   SendMessageA(state.MainWindow, WM_VIEW_MOVE, 0, first);

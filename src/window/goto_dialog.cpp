@@ -7,6 +7,7 @@
 #include "window/main_window_state.h"
 #include "window/page_indexing.h"
 #include "window/private_messages.h"
+#include "window/view_loading.h"
 
 namespace {
 
@@ -81,11 +82,20 @@ void Act(HWND dialog, int control, UINT /*notification*/) {
   }
 }
 
+void GoToPage(FilePos page) {
+  const HWND window = MainState.MainWindow;
+  const FilePos place = FindPage(page);
+  if (place == kPageStopped) return;
+  if (place >= 0) {
+    PostMessageA(window, WM_VIEW_MOVE, 0, place);
+    return;
+  }
+  MessageBeep(MB_ICONEXCLAMATION);
+  MessageBoxA(window, kInvalidPageText, kInvalidPageCaption, MB_ICONEXCLAMATION);
+}
+
 void GoTo(const GoToTarget& target) {
   const HWND window = MainState.MainWindow;
-  if (target.fault != PageIndexFault::none) {
-    ShowPageIndexFault(target.fault, 0, window, MainState.File.Fname);
-  }
   switch (target.move) {
     case GoToMove::top:
       PostMessageA(window, WM_VSCROLL, SB_TOP, 0);
@@ -96,12 +106,8 @@ void GoTo(const GoToTarget& target) {
     case GoToMove::load:
       SendMessageA(window, WM_VIEW_GOTO, 0, target.position);
       break;
-    case GoToMove::move:
-      PostMessageA(window, WM_VIEW_MOVE, 0, target.position);
-      break;
-    case GoToMove::invalidPage:
-      MessageBeep(MB_ICONEXCLAMATION);
-      MessageBoxA(window, kInvalidPageText, kInvalidPageCaption, MB_ICONEXCLAMATION);
+    case GoToMove::page:
+      GoToPage(target.page);
       break;
     case GoToMove::none:
       break;
@@ -116,11 +122,14 @@ INT_PTR CALLBACK GoToDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lP
 
 LRESULT GoToCommand(UINT /*id*/) {
   const MainWindowState& state = MainState;
-  const GoToLimits limits{state.File.Flen, PageIndexCount(state.PageIndex)};
+  // The numbers offered are those of the file as it is now.
+  if (!AskFileLength()) return 0;
+  const PageIndexPages pages = PagesToGoTo();
+  const GoToLimits limits{state.File.Flen, pages.count, pages.more};
   const INT_PTR result =
       RunDialog(goto_dialog::kTemplate, state.MainWindow, GoToDlgProc, reinterpret_cast<LPARAM>(&limits));
   // The file may have been closed from outside while the dialog was open.
   if (result != 1 || !FileIsOpen()) return result;
-  GoTo(GoToTargetOf(current.answer, state.File.Flen, state.PageIndex.index, limits.pageCount));
+  GoTo(GoToTargetOf(current.answer, state.File.Flen));
   return result;
 }

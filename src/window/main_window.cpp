@@ -17,24 +17,21 @@
 #include "window/scrolling.h"
 #include "window/selection.h"
 #include "window/titles.h"
+#include "window/view_loading.h"
+#include "window/watch.h"
 
 namespace {
 
 constexpr UINT_PTR kPageIndexTimerId = 3;
 
-// Gets the buffers of the view's records, those that do not exist yet. False when memory is lacking.
+// Gets the buffers of the view's records. False when memory is lacking.
 bool AllocateView() {
   MainWindowState& state = MainState;
-  if (state.Lines.Aline == nullptr) state.Lines.Aline = new (std::nothrow) LineEntry[kViewLines]();
-  if (state.Text.Tbuf == nullptr) state.Text.Tbuf = new (std::nothrow) char[kViewText]();
+  std::shared_ptr<ViewRun> run = MakeRun({});
   if (state.Tags.entries == nullptr) state.Tags.entries = new (std::nothrow) TagEntry[kTagSlots]();
-  if (state.Lines.Aline == nullptr || state.Text.Tbuf == nullptr || state.Tags.entries == nullptr) {
-    return false;
-  }
-  state.Lines.Acnt = kViewLines;
-  state.Lines.Acur = state.Lines.Afirst = state.Lines.Alast = 0;
-  state.Text.Tlen = kViewText;
-  state.Text.Tend = 0;
+  if (run == nullptr || state.Tags.entries == nullptr) return false;
+  run->entries[0] = LineEntry{};
+  TakeRun(std::move(run));
   state.Tags.capacity = kTagSlots - 1;
   state.Tags.count = 0;
   return true;
@@ -42,9 +39,8 @@ bool AllocateView() {
 
 void FreeView() {
   MainWindowState& state = MainState;
-  delete[] state.Lines.Aline;
-  delete[] state.Text.Tbuf;
   delete[] state.Tags.entries;
+  state.Run = state.SpareRun = nullptr;
   state.Lines = LineArray{};
   state.Text = TextBuffer{};
   state.Tags = TagList{};
@@ -70,22 +66,6 @@ LRESULT CreateView(HWND window) {
   return 0;
 }
 
-LRESULT RunPageIndex(UINT message) {
-  MainWindowState& state = MainState;
-  const bool active = state.PageIndex.phase == PageIndexPhase::PG_ACTIVE;
-  if (message != PG_CONT || active) {
-    PageIndexDispatch(message, state.MainWindow, state.PageIndex, state.File.Fname);
-  }
-  if (message == PG_START) {
-    state.PageIndexTimer =
-        SetTimer(state.MainWindow, kPageIndexTimerId, static_cast<UINT>(state.PageIndexingDelay), nullptr);
-  } else if (state.PageIndex.phase != PageIndexPhase::PG_ACTIVE && state.PageIndexTimer != 0) {
-    KillTimer(state.MainWindow, kPageIndexTimerId);
-    state.PageIndexTimer = 0;
-  }
-  return 0;
-}
-
 void SaveRecentLists() {
   MainWindowState& state = MainState;
   const ProfileBatch batch(state.ProfilePath);
@@ -107,9 +87,14 @@ LRESULT DestroyView() {
 void TimerTick(UINT_PTR timer) {
   if (timer == kPageIndexTimerId) {
     PostMessageA(MainState.MainWindow, PG_CONT, 0, 0);
-  } else {
+  } else if (!WatchIsOn()) {
     AutoScroll(timer);
   }
+}
+
+bool IsInput(UINT message) {
+  return message == WM_KEYDOWN || message == WM_COMMAND || message == WM_VSCROLL || message == WM_HSCROLL ||
+         message == WM_MOUSEWHEEL || message == WM_MOUSEHWHEEL || message == WM_LBUTTONDOWN;
 }
 
 const char* PathOf(LPARAM lParam) {
@@ -119,6 +104,8 @@ const char* PathOf(LPARAM lParam) {
 }  // namespace
 
 LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (WatchTakes(message, wParam, lParam)) return 0;
+  if (IsInput(message)) NotePageIndexInput();
   switch (message) {
     case WM_CREATE:
       return CreateView(window);

@@ -9,13 +9,14 @@
 #include "engine/raw_format.h"
 #include "engine/text_format.h"
 #include "engine/view_records.h"
+#include "engine/view_run.h"
 #include "marks/titles.h"
-#include "pageindex/page_index.h"
 #include "platform/win32.h"
 #include "search/search_engine.h"
 #include "settings/colors.h"
 #include "settings/setups.h"
 #include "window/command_line.h"
+#include "window/page_indexing.h"
 
 struct MainWindowState : Settings, CommandLineWords {
   // Process.
@@ -26,8 +27,10 @@ struct MainWindowState : Settings, CommandLineWords {
   HACCEL AccelTable = nullptr;
   std::int32_t DdeState = kDdeIgnoring;
 
-  // The file and its view. An empty File.Fname means that no file is open.
+  // The file and its view. An empty File.Fname means that no file is open. Lines and Text are those of Run.
   ViewFile File;
+  std::shared_ptr<ViewRun> Run;
+  std::shared_ptr<ViewRun> SpareRun;  // for the next load; may be null
   LineArray Lines;
   TextBuffer Text;
   TagList Tags;
@@ -45,10 +48,8 @@ struct MainWindowState : Settings, CommandLineWords {
   std::int32_t HorzOffset = 0;      // characters cut off at the left
   std::int32_t HorzStepSmall = 1;
   std::int32_t HorzStepLarge = 10;
+  std::string Notice;                    // UTF-8, over the foot of the view; empty: none
   FilePos PaintedTop = 0;                // top line at the last paint
-  std::int32_t MoveDelta = 0;            // lines of a move under way
-  FilePos MovePosition = kNoPosition;    // target of a move under way
-  FilePos PreviousTop = kNoPosition;     // top line before the move, if the image may be scrolled
   FilePos TopBeforeError = kNoPosition;  // where a load from the error page goes back to
   FilePos HeldPosition = kNoPosition;    // byte of the top line that stays on it when lines are made anew
 
@@ -62,8 +63,7 @@ struct MainWindowState : Settings, CommandLineWords {
   LPARAM LastMousePoint = 0;
   std::int32_t AutoScrollLines = 1;
   UINT_PTR AutoScrollTimer = 0;
-  UINT_PTR PageIndexTimer = 0;
-  PageIndexState PageIndex;
+  PageIndexing Pages;
   std::int32_t WheelRest = 0;  // turn of the wheel, below one line, that is not yet spent
   UINT WheelKind = 0;          // message and keys that WheelRest belongs to
 

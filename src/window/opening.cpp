@@ -3,10 +3,13 @@
 #include <cstdio>
 #include <cstring>
 
-#include "engine/file_slice.h"
+#include "engine/error_page.h"
 #include "resources/command_ids.h"
 #include "window/main_window_state.h"
+#include "window/navigation.h"
+#include "window/notice.h"
 #include "window/private_messages.h"
+#include "window/view_loading.h"
 
 namespace {
 
@@ -24,6 +27,51 @@ LPARAM PathParameter(const char* path) {
   return reinterpret_cast<LPARAM>(path);
 }
 
+// Whether the file can be opened, in `error`. False when the user gave the wait up.
+bool TryToOpen(const char* path, FileError& error) {
+  struct Answer {
+    std::string path;
+    FileError error = 0;
+  };
+  const auto answer = std::make_shared<Answer>();
+  answer->path = path;
+  const WatchEnd end = RunWatched([answer](ByteSource& source, LongJob& /*watch*/) {
+    answer->error = source.Open(answer->path.c_str());
+  });
+  error = answer->error;
+  return end == WatchEnd::finished;
+}
+
+// The file becomes the one of the window, with the lines that were loaded, or with the error page.
+void ShowOpened(const ViewFile& file, LoadOutcome&& outcome) {
+  MainWindowState& state = MainState;
+  const HWND window = state.MainWindow;
+  SendMessageA(window, PG_STOP, 0, 0);
+  state.HorzOffset = 0;
+  SendMessageA(window, WM_VIEW_UNSELECT, 0, 0);
+  TouchRecentFile(state, file.Fname);
+  state.Tags.count = 0;
+  ShowNotice("");
+  const MoveResult result = outcome.result;
+  if ((result.status & VS_FAILED) == 0) {
+    ShowLoaded(std::move(outcome));
+    state.HeldPosition = state.Lines.Aline[state.Lines.Acur].Lpos;
+  } else {
+    state.File = file;
+    ShowErrorPage(result.status, state.File, state.Lines, state.Text);
+    state.TopBeforeError = 0;
+    if (result.error != 0) TellReadError(file.Fname, result.error);
+  }
+
+  const std::string caption = std::string(kProgramName) + " - " + BaseName(state.File.Fname);
+  SetWindowTextA(window, caption.c_str());
+  if (IsIconic(window)) ShowWindow(window, SW_RESTORE);
+  RepaintWindow();
+  SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+  SetFocus(window);
+  PostMessageA(window, PG_START, 0, 0);
+}
+
 }  // namespace
 
 LRESULT StartWithFile(const char* name) {
@@ -33,36 +81,24 @@ LRESULT StartWithFile(const char* name) {
 }
 
 LRESULT TryFile(const char* name, bool ask) {
-  if (FindReadableFile(name, MainState.DialogFile, sizeof MainState.DialogFile)) {
-    SendMessageA(MainState.MainWindow, WM_FILE_OPEN, 0, PathParameter(MainState.DialogFile));
+  MainWindowState& state = MainState;
+  FileError error = FullPath(name, state.DialogFile, sizeof state.DialogFile);
+  if (error == 0 && !TryToOpen(state.DialogFile, error)) return 0;
+  if (error == 0) {
+    SendMessageA(state.MainWindow, WM_FILE_OPEN, 0, PathParameter(state.DialogFile));
     return 1;
   }
-  return ask ? SendMessageA(MainState.MainWindow, WM_COMMAND, IDM_OPEN, 0) : 0;
+  return ask ? SendMessageA(state.MainWindow, WM_COMMAND, IDM_OPEN, 0) : 0;
 }
 
 LRESULT OpenFileInView(const char* name) {
-  MainWindowState& state = MainState;
-  const HWND window = state.MainWindow;
-  SendMessageA(window, PG_STOP, 0, 0);
-
-  char path[kPathBytes];
-  std::snprintf(path, sizeof path, "%s", name);
-  std::memset(state.File.Fname, 0, sizeof state.File.Fname);
-  std::strcpy(state.File.Fname, path);
-  state.HorzOffset = 0;
-  SendMessageA(window, WM_VIEW_UNSELECT, 0, 0);
-  TouchRecentFile(state, path);
-  state.File.Flen = FileLength(path);
-  state.Tags.count = 0;
-  PostMessageA(window, WM_VIEW_LOAD, 0, 0);
-
-  const std::string caption = std::string(kProgramName) + " - " + BaseName(path);
-  SetWindowTextA(window, caption.c_str());
-  if (IsIconic(window)) ShowWindow(window, SW_RESTORE);
-  RepaintWindow();
-  SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
-  SetFocus(window);
-  PostMessageA(window, PG_START, 0, 0);
+  ViewFile file;
+  std::snprintf(file.Fname, sizeof file.Fname, "%s", name);
+  MoveRequest request = RequestOf(MoveKind::load, 0, 0);
+  request.backFromError = kNoPosition;
+  LoadOutcome outcome = LoadFor(request, file, false);
+  // Who gives the wait up keeps the file at hand.
+  if (outcome.end == WatchEnd::finished) ShowOpened(file, std::move(outcome));
   return 0;
 }
 

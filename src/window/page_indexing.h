@@ -1,13 +1,28 @@
-// The window's side of the page index: runs its messages and shows what went wrong. The timer is the window
-// procedure's.
+// The window's side of the page index: has its steps run on the reader's thread while the program is idle,
+// shows what went wrong, and finds pages for Go To. The timer is the window procedure's.
 #pragma once
 
+#include "engine/long_job.h"
 #include "pageindex/page_index.h"
 #include "platform/win32.h"
 
-// Runs one message of the page index on the file at `path`, with `owner` for the boxes that have one. Result:
-// the new phase.
-PageIndexPhase PageIndexDispatch(UINT message, HWND owner, PageIndexState& state, const char* path);
+// What the main window keeps of it.
+struct PageIndexing {
+  std::shared_ptr<PageIndex> index;  // of the open file; null: none
+  std::shared_ptr<LongJob> step;     // the latest one
+  UINT_PTR timer = 0;
+  UINT interval = 0;  // of the timer, milliseconds
+};
 
-// The beep and the box of a fault, which is not none, met by `message` or by a lookup.
-void ShowPageIndexFault(PageIndexFault fault, UINT message, HWND owner, const char* path);
+// PG_START, PG_CONT, PG_STOP, PG_END. Result 0.
+LRESULT RunPageIndex(UINT message);
+
+// The user has done something: the next steps are the least ones.
+void NotePageIndexInput();
+
+// The pages that Go To can offer, in a file that now has the length File.Flen.
+[[nodiscard]] PageIndexPages PagesToGoTo();
+
+// Finds the place of a page in the file as it is now, with progress and Esc where it is not known yet. A
+// place, or a negative result of PageIndexFind.
+[[nodiscard]] FilePos FindPage(FilePos page);

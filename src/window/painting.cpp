@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "window/main_window_state.h"
+#include "window/notice.h"
 #include "window/scrolling.h"
 
 namespace {
@@ -202,6 +203,7 @@ void PaintWindow() {
     Painter painter(paint);
     painter.DrawTitles();
     if (FileIsOpen()) painter.DrawLines();
+    DrawNotice(dc);
     UpdateScrollBars();
   }
   SelectObject(dc, formerFont);

@@ -4,12 +4,13 @@
 #include <climits>
 #include <cstdlib>
 
-#include "engine/file_slice.h"
+#include "engine/view_moves.h"
 #include "platform/scroll.h"
 #include "resources/command_ids.h"
 #include "window/main_window_state.h"
 #include "window/navigation.h"
 #include "window/private_messages.h"
+#include "window/watch.h"
 
 namespace {
 
@@ -100,8 +101,7 @@ bool VerticalScroll(UINT code) {
       PostMove(0, 0);
       return true;
     case SB_BOTTOM:
-      // A file that has grown since the last load is followed to its new end.
-      PostMove(0, std::max(MainState.File.Flen, FileLength(MainState.File.Fname)));
+      PostMove(0, kFileEnd);
       return true;
     default:
       return false;
@@ -143,7 +143,9 @@ bool KeyDown(WPARAM key) {
   const std::int32_t step = control ? MainState.HorzStepLarge : MainState.HorzStepSmall;
   switch (static_cast<int>(key)) {
     case VK_ESCAPE:
-      if (MainState.EscExit != 0) {
+      if (WatchIsOn()) {
+        GiveUpWatched();
+      } else if (MainState.EscExit != 0) {
         PostMessageA(window, WM_CLOSE, 0, 0);
       } else {
         ShowWindow(window, SW_MINIMIZE);

@@ -14,6 +14,7 @@
 #include "window/menu.h"
 #include "window/options.h"
 #include "window/private_messages.h"
+#include "window/watch.h"
 
 namespace {
 
@@ -124,6 +125,7 @@ int RunMessageLoop() {
 void StopProgram() {
   MainWindowState& state = MainState;
   if (state.DdeState != kDdeIgnoring) DdeStop();
+  StopReader();
   UnregisterClassA(kClassName, state.AppInstance);
   if (state.AccelTable != nullptr) DestroyAcceleratorTable(state.AccelTable);
   if (state.AppIcon != nullptr) DestroyIcon(state.AppIcon);

@@ -12,24 +12,48 @@
 
 namespace {
 
+// The option bits for addresses of so many digits.
+constexpr ViewOptions Digits(std::uint32_t run, std::uint32_t file) {
+  return (run - 6) << 16 | (file - 6) << 20;
+}
+
 struct Shape {
   FormatProc format;
   std::int32_t lineLen;
   FilePos bytes;  // of a line
+  int digits = 6;
+  ViewOptions options = 0;
 };
-const Shape kShapes[] = {{FormatRaw, -7, 1},        {FormatRaw, 7, 7},    {FormatRaw, 250, 250},
-                         {FormatHex, 22, 4},        {FormatHex, 34, 4},   {FormatHex, 35, 8},
-                         {FormatHex, 60, 8},        {FormatHex, 61, 16},  {FormatHex, 112, 16},
-                         {FormatHex, 113, 32},      {FormatHex, 216, 32}, {FormatHex, 217, 64},
-                         {FormatHex, INT32_MAX, 64}};
+const Shape kShapes[] = {{FormatRaw, -7, 1},
+                         {FormatRaw, 7, 7},
+                         {FormatRaw, 250, 250},
+                         {FormatHex, 22, 4},
+                         {FormatHex, 34, 4},
+                         {FormatHex, 35, 8},
+                         {FormatHex, 60, 8},
+                         {FormatHex, 61, 16},
+                         {FormatHex, 112, 16},
+                         {FormatHex, 113, 32},
+                         {FormatHex, 216, 32},
+                         {FormatHex, 217, 64},
+                         {FormatHex, INT32_MAX, 64},
+                         // The digits of the file's largest address decide how many bytes fit.
+                         {FormatHex, 35, 8, 7, Digits(7, 7)},
+                         {FormatHex, 35, 4, 6, Digits(6, 8)},
+                         {FormatHex, 36, 8, 6, Digits(6, 8)},
+                         {FormatHex, 36, 8, 8, Digits(8, 8)},
+                         {FormatHex, 121, 16, 7, Digits(7, 16)},
+                         {FormatHex, 122, 32, 10, Digits(10, 16)},
+                         {FormatHex, 226, 64, 16, Digits(16, 16)},
+                         {FormatHex, 225, 32, 16, Digits(16, 6)}};
 
 std::string Name(const Shape& shape, FilePos at) {
   return (shape.format == FormatRaw ? "raw " : "hex ") + std::to_string(shape.lineLen) + " at " +
          std::to_string(at);
 }
 
-// The line that begins at `pos`, maybe before the file, as a pass in `direction` makes it.
-PassLine ReferenceLine(const Shape& shape, const std::string& file, FilePos pos, std::int32_t direction) {
+// The line that begins at `pos`, maybe before the file.
+PassLine ReferenceLine(const Shape& shape, const std::string& file, FilePos pos) {
   std::string digits;
   std::string characters;
   for (FilePos i = 0; i < shape.bytes && pos + i < static_cast<FilePos>(file.size()); ++i) {
@@ -46,10 +70,12 @@ PassLine ReferenceLine(const Shape& shape, const std::string& file, FilePos pos,
   }
   if (shape.format == FormatRaw) return {std::max<FilePos>(pos, 0), characters};
   char address[32];
-  std::snprintf(address, sizeof address, "%06X  ", static_cast<unsigned>(pos));
-  std::string row = direction == FILL_FORWARD ? address : address + std::strlen(address) - 8;
+  std::snprintf(address, sizeof address, "%016llX", static_cast<unsigned long long>(pos));
+  std::string row = address + 16 - shape.digits;
+  row.resize(shape.digits < 8 ? 8 : row.size() + 1, ' ');
+  const std::size_t digitsEnd = row.size() + static_cast<std::size_t>(shape.bytes / 4 * 9 + 1);
   row += digits;
-  row.resize(static_cast<std::size_t>(9 + shape.bytes / 4 * 9), ' ');
+  row.resize(digitsEnd, ' ');
   return {std::max<FilePos>(pos, 0), row + characters};
 }
 
@@ -58,10 +84,10 @@ std::vector<PassLine> Reference(const Shape& shape, const std::string& file, Fil
   std::vector<PassLine> lines;
   if (direction == FILL_FORWARD) {
     for (; pos < static_cast<FilePos>(file.size()); pos += shape.bytes)
-      lines.push_back(ReferenceLine(shape, file, pos, direction));
+      lines.push_back(ReferenceLine(shape, file, pos));
   } else {
     while (pos > 0)
-      lines.insert(lines.begin(), ReferenceLine(shape, file, pos -= shape.bytes, direction));
+      lines.insert(lines.begin(), ReferenceLine(shape, file, pos -= shape.bytes));
   }
   return lines;
 }
@@ -81,14 +107,16 @@ TEST(FixedRows, APieceOfTheFileGivesLinesOfTheFile) {
     const FilePos pos = start + off;
     SCOPED_TRACE(Name(shape, pos) + " piece from " + std::to_string(start));
     const std::string cut = file.substr(0, static_cast<std::size_t>(start) + piece.size());
-    const PassResult forward = RunPass(shape.format, piece, off, pos, FILL_FORWARD, 0, shape.lineLen);
+    const PassResult forward =
+        RunPass(shape.format, piece, off, pos, FILL_FORWARD, shape.options, shape.lineLen);
     ASSERT_EQ(forward.lines, Reference(shape, cut, pos, FILL_FORWARD));
     ASSERT_EQ(forward.sentinel, static_cast<FilePos>(cut.size()));
     ASSERT_EQ(forward.end, forward.sentinel);
     std::vector<PassLine> above = Reference(shape, file, pos, FILL_BACKWARD);
     std::erase_if(above, [&](const PassLine& line) { return start > 0 && line.pos < start; });
+    const PassLimits limits = {200, 200, 40000};
     ASSERT_EQ(
-        RunPass(shape.format, piece, off, pos, FILL_BACKWARD, 0, shape.lineLen, {200, 200, 40000}).lines,
+        RunPass(shape.format, piece, off, pos, FILL_BACKWARD, shape.options, shape.lineLen, limits).lines,
         above);
   }
 }
@@ -128,26 +156,37 @@ TEST(FixedRows, WhereRoomOrDataEnd) {
   }
 }
 
+// Both directions show all digits, as many in each row of the run as its largest address needs.
 TEST(FixedRows, AddressesOfAnySize) {
+  constexpr FilePos k16Mb = 0x1000000;
+  constexpr FilePos k4Gb = 0x100000000;
   struct Case {
-    FilePos pos;
-    std::string forward, backward;
+    FilePos largest, fileLength, pos;
+    std::string address;
   };
-  // A forward address of seven digits keeps one blank, one of eight runs into the digits of the bytes. Behind
-  // 4 GB both have the last six digits, marked as cut short.
-  const Case cases[] = {
-      {0xFFFFFC, "FFFFFC  ", "FFFFFC  "},          {0x1000000, "1000000 ", "000000  "},
-      {0x10000000, "10000000", "000000  "},        {0xFFFFFFFF, "FFFFFFFF", "FFFFFF  "},
-      {0x100000000, "\205000000 ", "\205000000 "}, {INTPTR_MAX - 4, "\205FFFFFB ", "\205FFFFFB "}};
+  const Case cases[] = {{k16Mb - 1, INTPTR_MAX, 0xFFFFFC, "FFFFFC  "},
+                        {k16Mb, INTPTR_MAX, 0xFFFFFC, "0FFFFFC "},
+                        {16 * k16Mb - 1, INTPTR_MAX, k16Mb, "1000000 "},
+                        {16 * k16Mb, INTPTR_MAX, k16Mb, "01000000 "},
+                        {k4Gb - 1, INTPTR_MAX, 0x89ABCDEC, "89ABCDEC "},
+                        {k4Gb, INTPTR_MAX, k4Gb, "100000000 "},
+                        {INTPTR_MAX, INTPTR_MAX, INTPTR_MAX - 5, "7FFFFFFFFFFFFFFA "},
+                        {INTPTR_MAX, k16Mb + 1, 4, "0000004 "},
+                        {INTPTR_MAX, k16Mb, 4, "000004  "},
+                        {4, 0, 4, "000004  "},
+                        {-4, INTPTR_MAX, 4, "000004  "}};
   for (const Case& c : cases) {
-    const std::string row = "61626364  abcd";
-    EXPECT_EQ(RunPass(FormatHex, "abcd", 0, c.pos, FILL_FORWARD, 0, 22).lines.at(0).text, c.forward + row);
-    EXPECT_EQ(RunPass(FormatHex, "abcd", 4, c.pos + 4, FILL_BACKWARD, 0, 22, {9, 5, 99}).lines.at(0).text,
-              c.backward + row);
+    const std::string row = c.address + "61626364  abcd";
+    const ViewOptions options = HexAddressOptions(c.largest, c.fileLength);
+    EXPECT_EQ(RunPass(FormatHex, "abcd", 0, c.pos, FILL_FORWARD, options, 31).lines.at(0).text, row);
+    EXPECT_EQ(
+        RunPass(FormatHex, "abcd", 4, c.pos + 4, FILL_BACKWARD, options, 31, {9, 5, 99}).lines.at(0).text,
+        row);
   }
-  // What the address leaves over in a short row must not show.
-  EXPECT_EQ(RunPass(FormatHex, "a", 0, 0x7FFFFFF8, FILL_FORWARD, 0, 22).lines.at(0).text,
-            "7FFFFFF861        a");
+  // A file of 8 digits needs a column more than there is, also where its addresses are short.
+  const ViewOptions longFile = HexAddressOptions(9, 16 * k16Mb + 1);
+  EXPECT_EQ(RunPass(FormatHex, "abcd", 0, 0, FILL_FORWARD, longFile, 22).status, VS_FAILED | VS_NARROW);
+  EXPECT_EQ(RunPass(FormatHex, "abcd", 0, 0, FILL_FORWARD, HexAddressOptions(9, 16 * k16Mb), 22).status, 0);
 }
 
 TEST(FixedRows, OnlyTheCharactersFollowTheCode) {

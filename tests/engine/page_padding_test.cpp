@@ -2,46 +2,53 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <random>
 #include <string>
+#include <vector>
 
 namespace {
 
-constexpr std::int16_t kEntries = 12;
+bool IsPadding(const LineEntry& line) {
+  return (line.Lflags & (LF_PADDING | LF_PAGEGAP)) == LF_PADDING;
+}
 
-// A small run made from a row of words: "x" a line of text, "-" a blank line, "f" a line behind a form feed,
-// "g" a gap line. Every line has 10 bytes of file.
+// A run made from a row of words: "x" a line of text, "-" a blank line, "f" a line behind a form feed, "g" a
+// gap line. Every line has 10 bytes of file. Tags are on the blank lines.
 struct SmallRun {
-  std::unique_ptr<LineEntry[]> entries = std::make_unique<LineEntry[]>(kEntries);
+  std::vector<LineEntry> entries;
   std::string characters = "text  ";
   TextBuffer text;
   LineArray lines;
 
-  SmallRun(const std::string& words, int first, int cur, FilePos pos) {
-    lines = {entries.get(), kEntries, static_cast<std::int16_t>(cur), static_cast<std::int16_t>(first),
-             static_cast<std::int16_t>(first + static_cast<int>(words.size()))};
+  SmallRun(const std::string& words, int count, int first, int cur, FilePos pos)
+      : entries(static_cast<std::size_t>(count), LineEntry{-9, -9, -9, -9, 9}) {
+    lines = {entries.data(), static_cast<std::int16_t>(count), static_cast<std::int16_t>(cur),
+             static_cast<std::int16_t>(first), static_cast<std::int16_t>(first + std::ssize(words))};
     text = {characters.data(), static_cast<std::int32_t>(characters.size()), 6};
-    LineEntry* entry = entries.get() + first;
+    LineEntry* entry = entries.data() + first;
     for (const char word : words) {
-      const std::uint32_t flags = word == 'f' ? LF_PAGEMARK : word == 'g' ? LF_PAGEGAP : 0;
-      *entry++ = {pos, word == '-' ? 4 : 0, word == '-' ? 2 : 4, 0, flags};
+      if (word == 'x') *entry = {pos, 0, 4, 0, 0};
+      if (word == '-') *entry = {pos, 4, 2, 0, 1};
+      if (word == 'f') *entry = {pos, 0, 4, 0, LF_PAGEMARK};
+      if (word == 'g') *entry = {pos, 0, 0, 0, LF_PAGEGAP};
+      ++entry;
       pos += 10;
     }
     *entry = SentinelAt(pos);
   }
 
-  // The lines as words again; "." is a pad line, "G" a gap line, and "<" stands in front of the top line.
+  [[nodiscard]] const LineEntry& At(int i) const { return entries.at(static_cast<std::size_t>(i)); }
+
+  // The lines as words again; "." is a padding row, "G" a gap line, and "<" stands in front of the top line.
   [[nodiscard]] std::string Words() const {
     std::string words;
     for (int i = lines.Afirst; i < lines.Alast; ++i) {
-      const LineEntry& line = lines.Aline[i];
       if (i == lines.Acur) words += '<';
-      words += (line.Lflags & LF_PAGEMARK) != 0  ? 'f'
-               : (line.Lflags & LF_PAGEGAP) != 0 ? 'G'
-               : line.Llen == 0                  ? '.'
-               : line.Ltext == 4                 ? '-'
-                                                 : 'x';
+      words += (At(i).Lflags & LF_PAGEMARK) != 0  ? 'f'
+               : (At(i).Lflags & LF_PAGEGAP) != 0 ? 'G'
+               : IsPadding(At(i))                 ? '.'
+               : At(i).Ltext == 4                 ? '-'
+                                                  : 'x';
     }
     return words;
   }
@@ -53,53 +60,146 @@ TEST(PadPages, FillsPagesUpAndEndsTheFileWithOneGap) {
     std::string words;
     int first, cur;
     FilePos start;
-    int pageLength;  // 0: 66, and the run's end is the file's
+    int pageLength;
+    bool atEnd;  // the run's end is the file's
     std::string after;
+    int top;
   };
-  constexpr FilePos kInside = 500;  // the run starts in the middle of the file
   const Case cases[] = {
-      {"behind the top line", "xxfx", 3, 3, 0, 4, "<xx..fx"},
-      {"in front of the top line", "xxfx", 3, 5, 0, 4, "xx..<fx"},
-      {"rows before the first boundary are not counted", "xxfxfx", 2, 2, kInside, 3, "<xxfx.fx"},
-      {"a gap line counts as row 0", "gxgx", 3, 3, kInside, 2, "<Gx.Gx"},
-      {"no room behind: the rest drops out", "xxfxxx", 4, 4, 0, 9, "<xx....."},
-      {"nothing but blank lines", "---", 2, 2, 100, 0, "<-G"},
-      {"the top line was one of them", "xx---", 2, 6, 100, 0, "xx<G"},
-      {"the same with a full array", "xxxxxxxxxxx", 0, 10, 100, 0, "xxxxxxxxx<xG"},
+      {"behind the top line", "xxfx", 3, 3, 0, 4, false, "<xx..fx", 3},
+      {"in front of the top line", "xxfx", 3, 5, 0, 4, false, "xx..<fx", 5},
+      {"the top line gives way", "xxfx", 0, 2, 0, 4, false, "xx..<fx", 4},
+      {"a page whose start is not known", "xxfxfx", 2, 2, 500, 3, false, "<xxfx.fx", 2},
+      {"a gap line counts as row 0, in front of an empty page too", "gxggx", 3, 3, 500, 2, false, "<Gx.G..Gx",
+       3},
+      {"no room behind: the rest drops out", "xxxxxxxxxxxfxfx", 0, 0, 0, 4, false, "<xxxxxxxxxxxfx", 0},
+      {"no room on either side", "xfxfxfxfx", 2, 6, 0, 4, false, "fx..f<x..fx..f", 7},
+      {"a quarter of the array at most", "xfxxxxxf", 2, 2, 0, 99, false, "<x...fxxxxxf", 2},
+      {"nothing but blank lines", "---", 2, 2, 100, 4, true, "<-G", 2},
+      {"the top line was one of them", "xx-g-", 2, 6, 100, 4, true, "xx<G", 4},
+      {"a full array", "xxxxxxxxxxxxxfx", 0, 14, 100, 3, true, "xxxxxxxxxxxf<x.G", 12},
+      {"a full array, the first line on top", "xxxxxxxxxxxxxxx", 0, 0, 100, 3, true, "<xxxxxxxxxxxxxx", 0},
   };
   for (const Case& c : cases) {
-    SmallRun run(c.words, c.first, c.cur, c.start);
-    const FilePos end = c.start + 10 * static_cast<FilePos>(c.words.size());
-    const bool atEnd = c.pageLength == 0;
-    PadPages(run.lines, run.text, atEnd ? end : kBehindEveryPosition, atEnd ? 66 : c.pageLength);
+    SmallRun run(c.words, 16, c.first, c.cur, c.start);
+    const FilePos end = c.start + 10 * std::ssize(c.words);
+    PadPages(run.lines, run.text, end + (c.atEnd ? 0 : 10), c.pageLength);
     EXPECT_EQ(run.Words(), c.after) << c.what;
-    if (atEnd) EXPECT_EQ(run.lines.Aline[run.lines.Alast].Lpos, end) << c.what;
-    EXPECT_EQ(run.lines.Aline[run.lines.Alast].Llen, kSentinelLength) << c.what;
+    EXPECT_EQ(run.lines.Acur, c.top) << c.what;
   }
 }
 
-TEST(PadPages, LeavesASoundRunWhateverItIsGiven) {
+// What padding must give, line by line: the lines of the run, the last blank ones replaced by a gap, and how
+// many rows stand in front of each.
+struct Wanted {
+  std::vector<LineEntry> lines;
+  std::vector<int> rowsBefore;
+  int top = 0;
+  FilePos end = 0;
+  int total = 0;
+
+  Wanted(const SmallRun& run, bool atEnd, int pageLength)
+      : lines(run.entries.begin() + run.lines.Afirst, run.entries.begin() + run.lines.Alast),
+        end(run.At(run.lines.Alast).Lpos) {
+    LineEntry gap = {end, 0, 0, 0, LF_PAGEGAP | LF_PADDING};
+    while (atEnd && lines.size() > 1 && (lines.back().Ltext == 4 || lines.back().Llen == 0)) {
+      gap = {lines.back().Lpos, 0, 0, 0, LF_PAGEGAP | ((gap.Lflags | lines.back().Lflags) & LF_TAGMASK)};
+      lines.pop_back();
+    }
+    if (atEnd) lines.push_back(gap);
+    top = std::min<int>(run.lines.Acur - run.lines.Afirst, static_cast<int>(std::ssize(lines)) - 1);
+    int row = -1;
+    for (LineEntry& line : lines) {
+      const bool isGap = (line.Lflags & LF_PAGEGAP) != 0;
+      const bool begins = isGap || (line.Lflags & LF_PAGEMARK) != 0;
+      rowsBefore.push_back(begins && row >= 0 && row < pageLength ? pageLength - row : 0);
+      row = line.Lpos == 0 ? 1 : begins ? (isGap ? 0 : 1) : row < 0 ? row : row + 1;
+      line.Lpage = row;
+      total += 1 + rowsBefore.back();
+    }
+  }
+};
+
+void Check(SmallRun& run, bool atEnd, int pageLength) {
+  const int count = run.lines.Acnt;
+  const Wanted wanted(run, atEnd, std::min(pageLength, std::max(count / 4, 1)));
+  PadPages(run.lines, run.text, wanted.end + (atEnd ? 0 : 10), pageLength);
+  const LineArray& lines = run.lines;
+  ASSERT_TRUE(0 <= lines.Afirst && lines.Afirst <= lines.Acur && lines.Acur < lines.Alast);
+  ASSERT_LT(lines.Alast, count);
+  ASSERT_FALSE(IsPadding(run.At(lines.Afirst)) || IsPadding(run.At(lines.Alast - 1)));
+
+  const auto last = static_cast<std::size_t>(std::ssize(wanted.lines));
+  std::size_t first = 0;
+  while (first < last && wanted.lines[first].Lpos != run.At(lines.Afirst).Lpos)
+    ++first;
+  std::size_t next = first;  // the line that comes next
+  int rows = 0;              // padding rows in front of it
+  for (int i = lines.Afirst; i < lines.Alast; ++i) {
+    const LineEntry& line = run.At(i);
+    ASSERT_LT(next, last);
+    ASSERT_EQ(line.Lpos, wanted.lines[next].Lpos);
+    if (IsPadding(line)) {
+      ASSERT_EQ(line.Llen, 0);
+      ASSERT_EQ(line.Lpage, run.At(i - 1).Lpage + 1);
+      ++rows;
+      continue;
+    }
+    ASSERT_EQ(line.Ltext, wanted.lines[next].Ltext);
+    ASSERT_EQ(line.Llen, wanted.lines[next].Llen);
+    ASSERT_EQ(line.Lpage, wanted.lines[next].Lpage);
+    ASSERT_EQ(line.Lflags, wanted.lines[next].Lflags);
+    ASSERT_EQ(rows, next == first ? 0 : wanted.rowsBefore[next]);
+    ASSERT_EQ(i == lines.Acur, static_cast<int>(next) == wanted.top);
+    ++next;
+    rows = 0;
+  }
+  const LineEntry& sentinel = run.At(lines.Alast);
+  ASSERT_EQ(sentinel.Llen, kSentinelLength);
+  ASSERT_EQ(sentinel.Lpos, next < last ? wanted.lines[next].Lpos : wanted.end);
+
+  // Nothing drops out that there is room for.
+  if (wanted.total < count) ASSERT_TRUE(first == 0 && next == last);
+  if (first > 0) ASSERT_LE(lines.Afirst, wanted.rowsBefore[first]);
+  if (next == last) return;
+  const bool onlyGapBehind = next + 2 == last && atEnd && wanted.lines.back().Lpos == wanted.end;
+  ASSERT_LE(count - 1 - lines.Alast,
+            wanted.rowsBefore[next] + (onlyGapBehind ? 1 + wanted.rowsBefore[next + 1] : 0));
+  if (count >= 8) ASSERT_LT(sentinel.Lpos, wanted.end) << "the sentinel tells that something is left";
+}
+
+TEST(PadPages, KeepsTheLinesOfAnyRun) {
   std::mt19937 random(7);
   const auto pick = [&random](int most) { return static_cast<int>(random() % static_cast<unsigned>(most)); };
-  for (int round = 0; round < 20000; ++round) {
-    std::string words(static_cast<std::size_t>(pick(kEntries)), 'x');
+  for (int round = 0; round < 30000; ++round) {
+    const int count = 2 + pick(pick(2) == 0 ? 12 : 50);
+    const int length = 1 + pick(count - 1);
+    std::string words(static_cast<std::size_t>(pick(length + 1)), 'x');
+    const int kinds = 1 + pick(8);
     for (char& word : words)
-      word = "xx--fg"[pick(6)];
-    const int first = pick(kEntries - static_cast<int>(words.size()));
-    const int cur = first + (words.empty() ? 0 : pick(static_cast<int>(words.size())));
-    SmallRun run(words, first, cur, pick(2) * 50);
-    const FilePos top = run.lines.Aline[cur].Lpos;
-    const FilePos end = run.lines.Aline[run.lines.Alast].Lpos;
-    const bool atEnd = pick(2) == 1;
-    PadPages(run.lines, run.text, atEnd ? end : end + 10, 1 + pick(6));
-    const LineArray& lines = run.lines;
-    ASSERT_TRUE(0 <= lines.Afirst && lines.Afirst <= lines.Acur && lines.Acur <= lines.Alast) << words;
-    ASSERT_LT(lines.Alast, kEntries) << words;
-    ASSERT_EQ(lines.Aline[lines.Alast].Llen, kSentinelLength) << words;
-    if (words.empty()) continue;
-    ASSERT_LT(lines.Acur, lines.Alast) << words;
-    if (!atEnd) ASSERT_EQ(lines.Aline[lines.Acur].Lpos, top) << words;
+      word = "xxf-xgxx"[pick(kinds)];
+    words.resize(static_cast<std::size_t>(length), "x-"[pick(2)]);
+    const int first = pick(count - length);
+    const int cur = first + pick(length);
+    const int pageLength = pick(9) == 0 ? INT32_MAX : 1 + pick(12);
+    SmallRun run(words, count, first, cur, pick(2) * 50);
+    SCOPED_TRACE(words + " of " + std::to_string(count) + " from " + std::to_string(first) + " top " +
+                 std::to_string(cur) + " pages of " + std::to_string(pageLength));
+    Check(run, pick(2) == 1, pageLength);
+    if (HasFatalFailure()) return;
   }
+}
+
+// As many rows to fill up as there can be: the largest array, a page on each line. And a run of no line.
+TEST(PadPages, StandsTheMostAndTheLeast) {
+  for (const int cur : {0, 3, 16000, 32765}) {
+    SmallRun run(std::string(32766, 'f'), 32767, 0, cur, 0);
+    Check(run, cur == 32765, INT32_MAX);
+  }
+  SmallRun empty("", 12, 4, 4, 0);
+  PadPages(empty.lines, empty.text, 0, 6);
+  EXPECT_EQ(empty.lines.Alast, 4);
+  EXPECT_EQ(empty.At(4).Llen, kSentinelLength);
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "engine/raw_format.h"
 #include "engine/text_format.h"
 #include "platform/posix/file_counters.h"
+#include "tests/memory_origin.h"
 #include "tests/scratch.h"
 
 namespace {
@@ -16,17 +17,16 @@ namespace {
 struct Selected {
   explicit Selected(const std::string& content, std::uintmax_t length = 0) : scratch(content) {
     if (length > 0) std::filesystem::resize_file(scratch.Path(), length);
-    scratch.Path().copy(file.Fname, sizeof file.Fname - 1);
-    file.Flen = static_cast<FilePos>(std::filesystem::file_size(scratch.Path()));
+    EXPECT_EQ(source.Open(scratch.Path().c_str()), 0);
   }
   std::string Copied(FilePos from, FilePos to, FormatProc format = FormatText,
                      ViewOptions options = VO_EXPANDTABS, std::int32_t lineLen = 80) {
-    const SelectionText text = FormatSelection(from, to, file, format, options, lineLen);
+    const SelectionText text = FormatSelection(from, to, source, {format, options, lineLen});
     EXPECT_EQ(text.failure, CopyFailure::none);
     return text.text ? std::string(text.text.get()) : "nothing";
   }
   ScratchFile scratch;
-  ViewFile file;
+  ByteSource source;
 };
 
 TEST(SelectionText, IsWhatTheViewShows) {
@@ -38,7 +38,10 @@ TEST(SelectionText, IsWhatTheViewShows) {
   EXPECT_EQ(tabs.Copied(9, 12, FormatHex),
             "000009  74776F0D 0A746872 65650D0A           two\xB7\xB7three\xB7\xB7\r\n");
   EXPECT_EQ(tabs.Copied(1, 5, FormatRaw, 0, 4), "ne\xA4t\r\n");
-  EXPECT_EQ(tabs.Copied(tabs.file.Flen, -1), "nothing");
+  Selected longFile("", 0x1000002);
+  EXPECT_EQ(longFile.Copied(0xFFFFFC, 0x1000001, FormatHex, VO_HEXDIGITS, 22),
+            "0FFFFFC 00000000  \xB7\xB7\xB7\xB7\r\n1000000 0000      \xB7\xB7\r\n");
+  EXPECT_EQ(tabs.Copied(tabs.source.Length(), -1), "nothing");
 }
 
 TEST(SelectionText, EndsAtItsLimitAndReadsWhatItNeeds) {
@@ -50,8 +53,9 @@ TEST(SelectionText, EndsAtItsLimitAndReadsWhatItNeeds) {
   EXPECT_EQ(text.substr(text.size() - 4), "yy\r\n");
   Selected huge("start\n", std::uintmax_t{64} << 30);
   for (const FormatProc format : {FormatRaw, FormatHex, FormatText}) {
+    ASSERT_EQ(huge.source.Open(huge.scratch.Path().c_str()), 0);
     const std::int64_t before = CountersOfFiles().bytesRead;
-    EXPECT_GT(FormatSelection(0, huge.file.Flen - 1, huge.file, format, 0, 80).length, 32600);
+    EXPECT_GT(FormatSelection(0, huge.source.Length() - 1, huge.source, {format, 0, 80}).length, 32600);
     EXPECT_LE(CountersOfFiles().bytesRead - before, 4 * kSliceBytes) << "whatever the size of the selection";
   }
 }
@@ -68,9 +72,12 @@ TEST(SelectionText, CopiesRowsOfALongLine) {
 
 TEST(SelectionText, TellsOfAFailure) {
   Selected lines("abc\n");
-  EXPECT_EQ(FormatSelection(0, -1, lines.file, FormatHex, 0, 21).failure, CopyFailure::format);
-  lines.scratch.Remove();
-  const SelectionText gone = FormatSelection(0, -1, lines.file, FormatRaw, 0, 80);
+  EXPECT_EQ(FormatSelection(0, -1, lines.source, {FormatHex, 0, 21}).failure, CopyFailure::format);
+  MemoryFile failing{.bytes = "abc\n"};
+  ByteSource source(std::make_unique<MemoryOrigin>(failing));
+  ASSERT_EQ(source.Open(""), 0);
+  failing.failure = EIO;
+  const SelectionText gone = FormatSelection(0, -1, source, {FormatRaw, 0, 80});
   EXPECT_EQ(gone.failure, CopyFailure::read);
   EXPECT_EQ(gone.length, 0);
 }

@@ -45,6 +45,7 @@ TEST(TextFormat, CutsLines) {
       {"abc\r\n\x1a", {}, "0:abc =6"},
       {"a\x1a\nb\n", {}, "0:a\xB7 3:b =5"},
       {"a\nb\rc\r\nd\n\re\n", {}, "0:a 2:b 4:c 7:d 10:e =12"},
+      {"a\n\r\nb\r\r\n\n", {}, "0:a 3: 4:b 6: 8: =9"},
       {std::string("a\0\x01z\n", 5), {}, "0:a\xB7\xB7z =5"},
       // Full lines.
       {"0123456789\r\nx\n", {}, "0:0123456789 12:x =14"},
@@ -62,7 +63,7 @@ TEST(TextFormat, CutsLines) {
       {"a\n\fb\n", {VO_FORMFEED}, "0:a 2:b/M =5"},
       {"a\n\fb\n", {VO_FORMFEED | VO_PAGEGAP}, "0:a 2:/G 3:b =5"},
       {"a\f_\n", {VO_FORMFEED}, "0:a\xF0_ =4"},
-      {"0123456789\f_\n", {VO_FORMFEED | VO_WRAP}, "0:0123456789 10:_/M =13", "0:0123456789 10:\xF0_ "},
+      {"0123456789\f_\n", {VO_FORMFEED | VO_WRAP}, "0:0123456789 10:_/M =13"},
       // Slices in mid-file, and too little room.
       {"abc", {kPlain, 10, 20, 200, 5000000000}, "5000000000:abc/I =5000000003", nullptr, VS_SHORT},
       {"a\nb\nc\n", {kPlain, 10, 3}, "0:a 2:b =4", "0:a 2:b 4:c "},

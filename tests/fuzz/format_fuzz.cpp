@@ -88,7 +88,7 @@ void FuzzFormat(const std::uint8_t* data, std::size_t size) {
   FuzzInput input(data, size);
   const int format = input.Byte() % 3;
   const bool forward = input.Chance(2);
-  const ViewOptions options = input.Options();
+  const ViewOptions options = input.Options() | (input.Chance(2) ? input.Word() & VO_HEXDIGITS : 0U);
   const std::int32_t lineLen = input.LineLen();
   input.SetTabs();
   Room room(input, forward);
@@ -124,7 +124,7 @@ void FuzzFormat(const std::uint8_t* data, std::size_t size) {
   FUZZ_CHECK(cursor.Cline == given.Cline && cursor.Ccnt == given.Ccnt);
   FUZZ_CHECK(text.Tbuf == room.text.Tbuf && text.Tlen == room.text.Tlen);
   if ((status & VS_FAILED) != 0) {
-    FUZZ_CHECK(format == 1 && lineLen < 22 && status == (VS_FAILED | VS_NARROW));
+    FUZZ_CHECK(format == 1 && lineLen < 22 + ColumnsOfHex(options).most && status == (VS_FAILED | VS_NARROW));
     FUZZ_CHECK(cursor.Ccur == room.from && text.Tend == room.text.Tend);
     room.CheckUntouched(0, 0);
     return;

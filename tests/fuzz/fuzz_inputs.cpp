@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <random>
+#include <string_view>
 
 #include "engine/char_map.h"
 #include "engine/hex_format.h"
@@ -122,15 +123,26 @@ bool TextEndsAt(const Shown& shown, const LineEntry& line, FilePos pos, FilePos 
   return pos == next || (lastMark && pos + 1 == next);
 }
 
+// The row's address, unless the row begins above the file, and at least one blank behind it.
+void CheckAddress(const Shown& shown, const LineEntry& line, const HexColumns& hex, bool headCut) {
+  char address[40];
+  std::snprintf(address, sizeof address, "%032llX ", static_cast<unsigned long long>(line.Lpos));
+  const std::string_view row(shown.text + line.Ltext, static_cast<std::size_t>(line.Llen));
+  const std::string_view wanted = std::string_view(address).substr(32 - static_cast<std::size_t>(hex.digits));
+  FUZZ_CHECK(row.substr(0, wanted.size()) == wanted || (headCut && line.Lpos == 0));
+}
+
 // Raw and hex: the characters, after a head of blanks if the line begins above the file.
 void CheckBytesShown(const Shown& shown, const LineEntry& line, FilePos next, LineEnd end, bool headCut) {
   const std::uint8_t* map = GetCharMap(shown.options);
   std::int32_t column = 0;
   if (shown.format == 1) {
+    const HexColumns hex = ColumnsOfHex(shown.options);
     std::int32_t groups = 16;
-    while (13 * groups + 9 > shown.lineLen)
+    while (13 * groups + 9 + hex.most > shown.lineLen)
       groups /= 2;
-    column = 9 * groups + 9;
+    column = 9 * groups + 9 + hex.extra;
+    CheckAddress(shown, line, hex, headCut);
   }
   const std::int32_t count = line.Llen - column;
   FUZZ_CHECK(count > 0);
@@ -151,6 +163,12 @@ void CheckBytesShown(const Shown& shown, const LineEntry& line, FilePos next, Li
 }
 
 }  // namespace
+
+HexColumns ColumnsOfHex(ViewOptions options) {
+  const auto run = static_cast<std::int32_t>((options & VO_RUNDIGITS) >> 16);
+  const auto file = static_cast<std::int32_t>((options & VO_FILEDIGITS) >> 20);
+  return {6 + run, std::max(run - 1, 0), std::max({run - 1, file - 1, 0})};
+}
 
 bool CheckLine(const Shown& shown, const LineEntry& line, FilePos next, LineEnd end, bool headCut) {
   FUZZ_CHECK(line.Llen >= 0 && line.Llen <= std::max(shown.lineLen, 1));

@@ -56,6 +56,15 @@ struct Shown {
   }
   [[nodiscard]] bool BreakAt(FilePos pos) const { return At(pos) == 10 || At(pos) == 13; }
 };
+
+// What the option word says of the rows of a hex dump.
+struct HexColumns {
+  std::int32_t digits = 0;  // of the address
+  std::int32_t extra = 0;   // columns by which what follows is moved to the right
+  std::int32_t most = 0;    // the same where the file's addresses are largest
+};
+HexColumns ColumnsOfHex(ViewOptions options);
+
 enum class LineEnd : std::uint8_t {
   exact,    // the line ends at `next`
   overlap,  // it may reach further than `next`, but not end in front of it

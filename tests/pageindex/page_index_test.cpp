@@ -1,19 +1,20 @@
-// The page index against a plain scan of the content, for every size of a block, and what becomes of it when
-// files and disks fail.
+// The page index against a plain scan of the content, whatever happens to the file between the steps, and
+// what becomes of it when files and disks fail.
 #include "pageindex/page_index.h"
 
 #include <fcntl.h>
 #include <sys/resource.h>
 
-#include <cstring>
+#include <functional>
 #include <random>
 
-#include "platform/file.h"
+#include "tests/memory_origin.h"
 #include "tests/scratch.h"
 
 namespace {
 
-constexpr const char* kNoGoTo = "\n\nPage indexing failed, [GoTo page] command will not be available";
+using Phase = PageIndexPhase;
+using Fault = PageIndexFault;
 
 std::vector<FilePos> PlainPages(const std::string& content) {
   std::vector<FilePos> pages = {0};
@@ -24,229 +25,398 @@ std::vector<FilePos> PlainPages(const std::string& content) {
   return pages;
 }
 
-std::string Pages(int count) {
-  std::string content;
-  for (int i = 0; i < count; ++i)
-    content += "page\n\f";
-  return content;
+// The bytes of an index file with that count in its header.
+std::string IndexBytes(const std::vector<FilePos>& pages, std::size_t count) {
+  const auto number = [](auto value, int bytes) {
+    std::string text;
+    for (int i = 0; i < bytes; ++i)
+      text += static_cast<char>(value >> (8 * i));
+    return text;
+  };
+  std::string bytes = "QLM\x1A" + number(count, 4);
+  for (const FilePos page : pages)
+    bytes += number(page, 8);
+  return bytes;
 }
 
-// A run of the index on one file, released at the end.
-class IndexRun {
- public:
-  explicit IndexRun(const std::string& path, std::int32_t blockBytes = 8192)
-      : path_(path), blockBytes_(blockBytes) {}
-  ~IndexRun() { static_cast<void>(Send(PG_END)); }
-  IndexRun(const IndexRun&) = delete;
-  IndexRun& operator=(const IndexRun&) = delete;
+std::string Repeated(const std::string& text, int count) {
+  std::string all;
+  for (int i = 0; i < count; ++i)
+    all += text;
+  return all;
+}
 
-  PageIndexFault Send(std::uint32_t message) {
-    return PageIndexRun(message, state, path_.c_str(), blockBytes_);
-  }
-  // Lookups meanwhile move the place at which the index file is read and written.
-  void Build() {
-    EXPECT_EQ(PageIndexCount(state), -1);
-    ASSERT_EQ(Send(PG_START), PageIndexFault::none);
-    while (state.phase == PageIndexPhase::PG_ACTIVE) {
-      const FilePos count = PageIndexCount(state);
-      ASSERT_NE(Lookup(count, count), kPageNone);
-      ASSERT_EQ(Lookup(count + 1, count), kPageNone);
-      ASSERT_EQ(Lookup(1, 0), kPageNone) << "the header's count is 0 until the end";
-      ASSERT_EQ(Send(PG_CONT), PageIndexFault::none);
-    }
-    ASSERT_EQ(state.phase, PageIndexPhase::PG_DONE);
-    EXPECT_EQ(state.source, kNoFile);
-  }
-  void ExpectIdle() const {
-    EXPECT_EQ(state.phase, PageIndexPhase::PG_IDLE);
-    EXPECT_EQ(state.source, kNoFile);
-    EXPECT_EQ(PageIndexCount(state), -1);
-  }
-  [[nodiscard]] FilePos Lookup(FilePos page, FilePos count) const {
-    PageIndexFault fault = PageIndexFault::none;
-    const FilePos position = PageIndexLookup(state.index, page, count, fault);
-    EXPECT_EQ(fault, PageIndexFault::none);
-    return position;
-  }
-  PageIndexState state;
-
- private:
-  std::string path_;
-  std::int32_t blockBytes_;
+// A file in memory to which something can happen at each open and each read.
+struct Events {
+  std::function<void()> open;
+  std::function<FileError()> read;
 };
 
-void ExpectPages(const IndexRun& run, const std::vector<FilePos>& pages) {
-  const auto count = static_cast<FilePos>(pages.size());
-  ASSERT_EQ(run.state.pageCount, count);
-  ASSERT_EQ(PageIndexCount(run.state), count);
-  ASSERT_EQ(FileSize(run.state.index), 8 * (count + 1));
-  for (FilePos page = 1; page <= count; ++page)
-    ASSERT_EQ(run.Lookup(page, 0), pages[static_cast<std::size_t>(page - 1)]) << "page " << page;
-  EXPECT_EQ(run.Lookup(0, 0), kPageNone);
-  EXPECT_EQ(run.Lookup(count + 1, 0), kPageNone);
-  EXPECT_EQ(run.Lookup(count + 1, count), kPageNone);
-}
+class EventfulOrigin : public MemoryOrigin {
+ public:
+  EventfulOrigin(MemoryFile& file, const Events& events) : MemoryOrigin(file), events_(events) {}
+  FileError Open(const char* name, ByteIdentity& identity) override {
+    if (events_.open) events_.open();
+    return MemoryOrigin::Open(name, identity);
+  }
+  FileError ReadAt(FilePos pos, std::uint8_t* to, std::size_t count, std::size_t& got) override {
+    const FileError error = events_.read ? events_.read() : 0;
+    const FileError fromFile = MemoryOrigin::ReadAt(pos, to, count, got);
+    return error != 0 ? error : fromFile;
+  }
 
-TEST(PageIndex, RandomFilesAndBlocks) {
-  std::mt19937 random(3);
-  ScratchFile file("");
-  const std::int32_t blocks[] = {-1, 0, 1, 2, 3, 5, 64, 511, 512, 4096, 8192, 65536, 70000};
-  for (int i = 0; i < 60; ++i) {
-    const std::int32_t block = blocks[random() % std::size(blocks)];
-    // Now and then a length that is a multiple of the block. Blocks of one or no byte are no blocks in which
-    // the scan could get on.
-    const auto size = static_cast<std::size_t>(std::max(block, 2));
-    const std::size_t length =
-        random() % 3 == 0 ? size * (random() % (140000 / size + 1)) : random() % (block < 64 ? 3000 : 140000);
+ private:
+  const Events& events_;
+};
+
+class PageIndexTest : public testing::Test {
+ protected:
+  void Step(std::int32_t leastBytes = 8192) { PageIndexStep(source, *index, {leastBytes, {}, nullptr}); }
+  void Build(std::int32_t leastBytes = 8192) {
+    for (std::size_t i = 0; i < file.bytes.size() + 10; ++i) {
+      Step(leastBytes);
+      if (index->phase == Phase::PG_DONE || index->phase == Phase::PG_IDLE) break;
+    }
+    ASSERT_EQ(index->phase, Phase::PG_DONE);
+  }
+  FilePos Find(FilePos page) { return PageIndexFind(source, *index, page, stop); }
+  void Restart() { index = std::make_unique<PageIndex>("memory"); }
+
+  [[nodiscard]] std::string OnDisk() const {
+    std::string bytes(static_cast<std::size_t>(8 * (index->pageCount + 2)), '?');
+    std::size_t got = 0;
+    EXPECT_EQ(FileReadAt(index->build.index, 0, bytes.data(), bytes.size(), got), 0);
+    return bytes.substr(0, got);
+  }
+  void ExpectComplete() const {
+    const std::vector<FilePos> pages = PlainPages(file.bytes);
+    ASSERT_EQ(index->phase, Phase::PG_DONE);
+    ASSERT_EQ(index->pageCount, static_cast<FilePos>(pages.size()));
+    ASSERT_EQ(index->scanned, static_cast<FilePos>(file.bytes.size()));
+    ASSERT_TRUE(OnDisk() == IndexBytes(pages, pages.size()));
+  }
+  void ExpectEnded(Fault fault) {
+    EXPECT_EQ(index->phase, Phase::PG_IDLE);
+    EXPECT_EQ(index->fault.exchange(Fault::none), fault);
+    EXPECT_EQ(PageIndexPagesOf(*index).count, -1);
+    EXPECT_EQ(Find(1), kPageNoIndex);
+    Step();
+    EXPECT_EQ(index->fault, Fault::none) << "a fault comes once";
+  }
+
+  MemoryFile file;
+  Events events;
+  std::atomic<bool> stop = false;
+  ByteSource source{std::make_unique<EventfulOrigin>(file, events)};
+  std::unique_ptr<PageIndex> index = std::make_unique<PageIndex>("memory");
+};
+
+// What may become of a file between two steps.
+class Fate {
+ public:
+  Fate(std::mt19937& random, MemoryFile& file) : random_(random), file_(file) {
     static const std::string kAlphabets[] = {"\n\f", "\r\n\fab ", "abcdefghijklmnop\r\n\f\n\f"};
-    const std::string& alphabet = kAlphabets[i % 3];
-    std::string content(length, '\0');
+    alphabet_ = kAlphabets[random_() % 3];
+  }
+  void Strike() {
+    std::string& bytes = file_.bytes;
+    switch (random_() % 7) {
+      case 0:
+        bytes.resize(random_() % (bytes.size() + 1));
+        break;
+      case 1:  // emptied and written anew, or cut and added to
+        bytes.resize(random_() % (bytes.size() + 1));
+        bytes += Content();
+        break;
+      case 2:
+        bytes = Content();
+        ++file_.number;
+        break;
+      case 3:  // all that a look at the length and the end sees is an addition
+        for (std::size_t i = 0; i < std::min<std::size_t>(bytes.size(), 20); ++i)
+          bytes[i] = alphabet_[random_() % alphabet_.size()];
+        bytes += '\f';
+        break;
+      default:
+        bytes += Content();
+        break;
+    }
+    if (random_() % 2 == 0) ++file_.changed;
+  }
+
+ private:
+  std::string Content() {
+    std::string content(random_() % (random_() % 8 == 0 ? 300000 : 200), '\0');
     for (char& byte : content)
-      byte = alphabet[random() % alphabet.size()];
-    file.Write(content);
-    SCOPED_TRACE("block " + std::to_string(block) + ", length " + std::to_string(length));
-    IndexRun run(file.Path(), block);
-    run.Build();
-    ASSERT_NO_FATAL_FAILURE(ExpectPages(run, PlainPages(content)));
+      byte = alphabet_[random_() % alphabet_.size()];
+    return content;
+  }
+  std::mt19937& random_;
+  MemoryFile& file_;
+  std::string alphabet_;
+};
+
+TEST_F(PageIndexTest, KeepsUpWithAFileThatChanges) {
+  std::mt19937 random(3);
+  for (int round = 0; round < 60; ++round) {
+    SCOPED_TRACE(round);
+    Restart();
+    file = {};
+    Fate fate(random, file);
+    for (int turn = 0; turn < 40; ++turn) {
+      fate.Strike();
+      file.failure = random() % 8 == 0 ? 5 : 0;
+      static constexpr std::int32_t kLeast[] = {-1, 0, 1, 2, 3, 5, 64, 5000, 131072, 300000};
+      for (std::size_t steps = random() % 4; steps > 0; --steps)
+        Step(kLeast[random() % std::size(kLeast)]);
+      const std::vector<FilePos> pages = PlainPages(file.bytes);
+      const std::size_t page = 1 + random() % (pages.size() + 2);
+      const FilePos there = page > pages.size() ? kPageNone : pages[page - 1];
+      if (random() % 3 == 0) {
+        ASSERT_EQ(Find(static_cast<FilePos>(page)), file.failure != 0 ? kPageReadFailed : there) << page;
+      }
+      if (file.failure != 0 || random() % 4 != 0) continue;
+      ASSERT_NO_FATAL_FAILURE(Build(random() % 2 == 0 ? 4000 : 200000));
+      ASSERT_NO_FATAL_FAILURE(ExpectComplete());
+    }
   }
 }
 
-TEST(PageIndex, MessagesLeadBackToIdle) {
-  const ScratchFile file("a\n\fb");
-  IndexRun run(file.Path());
-  using Fault = PageIndexFault;
-  for (const auto& [message, fault] : {std::pair{PG_CONT, Fault::notActive},
-                                       {PG_STOP, Fault::none},
-                                       {1039U, Fault::unknownMessage},
-                                       {PG_END, Fault::none}}) {
-    run.Build();
-    EXPECT_EQ(run.Send(message), fault);
-    run.ExpectIdle();
-    if (message == PG_STOP) EXPECT_NE(run.state.block, nullptr) << "the buffer stays for the next start";
-  }
-  EXPECT_EQ(run.state.index, kNoFile);
-  EXPECT_EQ(run.state.block, nullptr);
+TEST_F(PageIndexTest, AStepScansWhatItMust) {
+  file.bytes = "a\n\fb" + Repeated("some words\n\f", 100000);
+  const std::vector<FilePos> pages = PlainPages(file.bytes);
+  Step(15);
+  EXPECT_EQ(index->scanned, 15);
+  EXPECT_EQ(index->length, static_cast<FilePos>(file.bytes.size()));
+  EXPECT_EQ(OnDisk(), IndexBytes({0, 2}, 0)) << "the count is 0 until the end";
+  Step(1);
+  EXPECT_EQ(index->pageCount, 3);
+  EXPECT_TRUE(PageIndexPagesOf(*index).more);
+  stop = true;
+  PageIndexStep(source, *index, {8192, std::chrono::hours(1), &stop});
+  EXPECT_EQ(index->scanned, 16) << "somebody waits";
+  stop = false;
+  events.read = [this] {
+    if (index->scanned > 100000) stop = true;
+    return 0;
+  };
+  PageIndexStep(source, *index, {1, std::chrono::hours(1), &stop});
+  EXPECT_EQ(index->phase, Phase::PG_ACTIVE);
+  EXPECT_LT(index->scanned, 500000);
+  events.read = nullptr;
+  PageIndexStep(source, *index, {1, std::chrono::hours(1), nullptr});
+  ExpectComplete();
+  EXPECT_EQ(PageIndexPagesOf(*index).count, static_cast<FilePos>(pages.size()));
+  EXPECT_FALSE(PageIndexPagesOf(*index).more);
+  const std::int64_t read = file.bytesRead;
+  Step();
+  EXPECT_LE(file.bytesRead - read, 128) << "nothing is read twice";
+  // It goes on where it ended, with the page that starts just there.
+  file.bytes += "\n";
+  Build();
+  file.bytes += "\fx";
+  Step(1);
+  EXPECT_EQ(index->phase, Phase::PG_ACTIVE);
+  EXPECT_TRUE(OnDisk() == IndexBytes(PlainPages(file.bytes), 0));
 }
 
-TEST(PageIndex, PositionsBehindFourGigabytes) {
-  const ScratchFile file("");
+TEST_F(PageIndexTest, WhatCannotBeReadIsTriedAgain) {
+  file.bytes = Repeated("page\n\f", 100);
+  Step(50);
+  file.failure = 13;
+  Step(50);
+  EXPECT_EQ(index->phase, Phase::PG_PAUSED);
+  EXPECT_EQ(index->sourceError, 13);
+  file.failure = 0;
+  // The two looks at what is known, and the block.
+  for (const int failing : {1, 2, 3}) {
+    int reads = 0;
+    events.read = [&] { return ++reads == failing ? 5 : 0; };
+    Step(50);
+    EXPECT_EQ(index->phase, Phase::PG_PAUSED);
+    EXPECT_EQ(index->sourceError, 5);
+  }
+  events.read = nullptr;
+  EXPECT_EQ(index->build.restarts, 0);
+  Step(50);
+  EXPECT_EQ(index->phase, Phase::PG_ACTIVE);
+  EXPECT_EQ(index->sourceError, 0);
+  EXPECT_GE(index->scanned, 100) << "what was known is kept";
+  Build();
+  ExpectComplete();
+}
+
+TEST_F(PageIndexTest, AFileThatIsCutInAStep) {
+  file.bytes = Repeated("page\n\f", 100000);
+  int reads = 0;
+  events.read = [&] {
+    if (++reads == 2) {
+      file.bytes = Repeated("\n\f", 1000);
+      ++file.changed;
+    }
+    return 0;
+  };
+  Step(300000);
+  EXPECT_NE(index->phase, Phase::PG_DONE);
+  Build();
+  ExpectComplete();
+  EXPECT_EQ(Find(1001), 1999);
+}
+
+// As files that the system makes up while they are read.
+TEST_F(PageIndexTest, AFileThatGivesAWrongLength) {
+  class LongerOrigin : public MemoryOrigin {
+    using MemoryOrigin::MemoryOrigin;
+    FileError Open(const char* name, ByteIdentity& identity) override {
+      const FileError error = MemoryOrigin::Open(name, identity);
+      identity.length += 4000;
+      return error;
+    }
+  };
+  file.bytes = "a\n\fb";
+  ByteSource longer(std::make_unique<LongerOrigin>(file));
+  EXPECT_EQ(PageIndexFind(longer, *index, 3, stop), kPageNone);
+  ExpectComplete();
+  file.bytes += "\n\fc";
+  EXPECT_EQ(PageIndexFind(longer, *index, 3, stop), 5);
+}
+
+TEST_F(PageIndexTest, FindStopsAndGoesOn) {
+  file.bytes = Repeated("some words\n\f", 100000);
+  EXPECT_EQ(Find(0), kPageNone);
+  EXPECT_EQ(Find(std::int64_t{1} << 31), kPageNone);
+  EXPECT_EQ(file.reads, 0);
+  EXPECT_EQ(Find(1), 0);
+  EXPECT_EQ(index->scanned, 0);
+  EXPECT_EQ(Find(7), 7 * 12 - 13);
+  events.read = [this] {
+    if (index->scanned > 500000) stop = true;
+    return 0;
+  };
+  EXPECT_EQ(Find(99999), kPageStopped);
+  EXPECT_GT(index->scanned, 500000);
+  EXPECT_LT(index->scanned, 800000);
+  EXPECT_GT(index->pageCount, 500000 / 12);
+  EXPECT_EQ(Find(7), kPageStopped);
+  stop = false;
+  events.read = nullptr;
+  EXPECT_EQ(Find(100001), 100001 * 12 - 13);
+  ExpectComplete();
+  EXPECT_EQ(Find(100002), kPageNone);
+}
+
+TEST_F(PageIndexTest, FindGivesNoStalePlace) {
+  const std::string pages = Repeated("page\n\f", 1000);
+  file.bytes = pages;
+  Build();
+  // A change that leaves nothing behind but the bytes.
+  file.bytes[99 * 6 + 5] = 'x';
+  EXPECT_EQ(Find(100), 98 * 6 + 5);
+  EXPECT_EQ(Find(101), 100 * 6 + 5);
+  ExpectComplete();
+  // One that comes while the page is sought: the file has another in its place when the place is known.
+  Restart();
+  file.bytes = pages;
+  int opens = 0;
+  events.open = [&] {
+    if (++opens != 2) return;
+    file.bytes = "\n" + pages;
+    ++file.number;
+  };
+  EXPECT_EQ(Find(10), 9 * 6);
+  // One at each open, from which there is no getting away.
+  events.open = [this] { ++file.number; };
+  EXPECT_EQ(Find(10), kPageReadFailed);
+  EXPECT_EQ(index->fault, Fault::none);
+  for (int i = 0; i < 5; ++i)
+    Step(50);
+  EXPECT_EQ(index->phase, Phase::PG_PAUSED) << "no hurry with a file that does not keep still";
+  EXPECT_EQ(index->sourceError, 0);
+  events.open = nullptr;
+  Build();
+  ExpectComplete();
+  ++file.number;
+  Step(50);
+  EXPECT_EQ(index->phase, Phase::PG_ACTIVE) << "one other file is no unrest";
+  // Somebody adds to it all the time.
+  events.open = [this] {
+    file.bytes += "x";
+    ++file.changed;
+  };
+  EXPECT_EQ(Find(2000), kPageNone);
+  // The time of an addition is there before its length.
+  const std::int32_t restarts = index->build.restarts;
+  opens = 0;
+  events.open = [&] { ++opens % 2 == 1 ? void(++file.changed) : void(file.bytes += "x"); };
+  Step();
+  Step();
+  EXPECT_EQ(index->build.restarts, restarts);
+}
+
+TEST_F(PageIndexTest, PositionsBehindFourGigabytes) {
+  const ScratchFile sparse("");
   constexpr FilePos kTwo = FilePos{1} << 31;
   constexpr FilePos kFour = FilePos{1} << 32;
   const std::vector<FilePos> pages = {0, kTwo + 5, kFour - 1, kFour + 1, 3 * kTwo + 77};
   {
-    std::ofstream out(file.Path(), std::ios::binary);
+    std::ofstream out(sparse.Path(), std::ios::binary);
     for (std::size_t i = 1; i < pages.size(); ++i)
       out.seekp(pages[i] - 1) << "\n\f";
     ASSERT_TRUE(out.good());
   }
-  IndexRun run(file.Path(), 4096);
-  ASSERT_EQ(run.Send(PG_START), PageIndexFault::none);
+  PageIndex big(sparse.Path());
+  ByteSource system;
+  PageIndexStep(system, big, {4096, {}, nullptr});
   // The scan is set down shortly before each place, since the way there is long and empty.
-  for (const FilePos place : {kTwo - 10, kFour - 10, 3 * kTwo}) {
-    run.state.scanOffset = place;
-    ASSERT_EQ(run.Send(PG_CONT), PageIndexFault::none);
+  for (const FilePos place : {kTwo - 100, kFour - 100, 3 * kTwo}) {
+    big.build.scanned = place;
+    big.build.tail = big.build.head;
+    PageIndexStep(system, big, {4096, {}, nullptr});
   }
-  ASSERT_EQ(run.state.phase, PageIndexPhase::PG_DONE);
-  ExpectPages(run, pages);
+  ASSERT_EQ(big.phase, Phase::PG_DONE);
+  for (std::size_t page = 1; page <= pages.size(); ++page)
+    EXPECT_EQ(PageIndexFind(system, big, static_cast<FilePos>(page), stop), pages[page - 1]);
+  EXPECT_EQ(big.pageCount, 5);
 }
 
-TEST(PageIndex, ASourceThatShrinksOrGrowsMeanwhile) {
-  const std::string half = "a\n\fb\n\f";
-  ScratchFile file(half + half);
-  IndexRun run(file.Path(), 6);
-  ASSERT_EQ(run.Send(PG_START), PageIndexFault::none);
-  ASSERT_EQ(run.Send(PG_CONT), PageIndexFault::none);
-  file.Write(half);
-  ASSERT_EQ(run.Send(PG_CONT), PageIndexFault::none);
-  ASSERT_EQ(run.state.phase, PageIndexPhase::PG_DONE);
-  ExpectPages(run, PlainPages(half));
-
-  ASSERT_EQ(run.Send(PG_START), PageIndexFault::none);
-  file.Append("a\n\f");
-  while (run.state.phase == PageIndexPhase::PG_ACTIVE)
-    ASSERT_EQ(run.Send(PG_CONT), PageIndexFault::none);
-  ExpectPages(run, PlainPages(half + "a\n\f"));
-}
-
-// A descriptor on which seeking fails and the rest does not.
-FileHandle Unseekable() {
-  int ends[2];
-  if (pipe(ends) != 0) std::abort();
-  close(ends[1]);
-  return ends[0];
-}
-
-TEST(PageIndex, AFailedStepEndsTheBuildAndNothingElse) {
-  const ScratchFile plain("no pages");
-  struct Case {
-    bool source;  // which of the files of the run is another
-    FileHandle file;
-    PageIndexFault expected;
-    const char* text;
-  };
-  const auto open = [&plain](int flags) { return ::open(plain.Path().c_str(), flags | O_CLOEXEC); };
-  const Case cases[] = {
-      {true, Unseekable(), PageIndexFault::seek, "Seek error."},
-      {true, open(O_WRONLY), PageIndexFault::read, "Read error."},
-      {false, Unseekable(), PageIndexFault::headerSeek, "Error locating the page index header."},
-      {false, open(O_RDONLY), PageIndexFault::headerWrite, "Error updating the page index header."},
-  };
-  for (const Case& c : cases) {
-    IndexRun run(plain.Path());
-    ASSERT_EQ(run.Send(PG_START), PageIndexFault::none);
-    FileHandle& place = c.source ? run.state.source : run.state.index;
-    FileClose(place);
-    place = c.file;
-    EXPECT_EQ(run.Send(PG_CONT), c.expected) << c.text;
-    run.ExpectIdle();
-    EXPECT_NE(run.state.index, kNoFile) << "stays until the next stop";
-    EXPECT_EQ(PageIndexFaultText(c.expected, PG_CONT, "path"), c.text + std::string(kNoGoTo));
-    run.Build();
-  }
-}
-
-TEST(PageIndex, AFullDiskIsAResult) {
-  const std::string content = Pages(5000);
-  const ScratchFile file(content);
-  IndexRun run(file.Path());
+TEST_F(PageIndexTest, AFullDiskEndsTheIndex) {
+  file.bytes = Repeated("page\n\f", 5000);
   rlimit before{};
   getrlimit(RLIMIT_FSIZE, &before);
   for (const auto& [bytes, expected] :
-       {std::pair{rlim_t{0}, PageIndexFault::indexWrite}, {rlim_t{20000}, PageIndexFault::recordWrite}}) {
+       {std::pair{rlim_t{0}, Fault::indexWrite}, {rlim_t{20000}, Fault::recordWrite}}) {
+    Restart();
     const rlimit limit{bytes, before.rlim_max};
     setrlimit(RLIMIT_FSIZE, &limit);
-    PageIndexFault fault = run.Send(PG_START);
-    while (fault == PageIndexFault::none)
-      fault = run.Send(PG_CONT);
+    for (int i = 0; i < 4; ++i)
+      Step();
     setrlimit(RLIMIT_FSIZE, &before);
-    EXPECT_EQ(fault, expected);
-    run.ExpectIdle();
+    ExpectEnded(expected);
   }
-  EXPECT_EQ(PageIndexFaultText(PageIndexFault::recordWrite, PG_CONT, ""),
-            "Error writing the page index file." + std::string(kNoGoTo));
-  run.Build();
-  ExpectPages(run, PlainPages(content));
+  Restart();
+  file.bytes = "no pages";
+  Step(1);
+  FileClose(index->build.index);
+  index->build.index = open("/dev/null", O_RDONLY | O_CLOEXEC);
+  Step();
+  ExpectEnded(Fault::headerWrite);
 }
 
-TEST(PageIndex, AFailedStartHoldsNothingAndSaysWhy) {
-  IndexRun run("/no/such/file");
-  EXPECT_EQ(run.Send(PG_START), PageIndexFault::sourceOpen);
+TEST_F(PageIndexTest, FaultsSayWhatHappened) {
   const char* const folder = std::getenv("TMPDIR");
   const std::string before = folder != nullptr ? folder : "";
   setenv("TMPDIR", "/no/such/folder", 1);
-  EXPECT_EQ(run.Send(PG_START), PageIndexFault::tempFile);
-  run.ExpectIdle();
-  EXPECT_EQ(run.state.index, kNoFile);
-  EXPECT_EQ(run.state.block, nullptr);
-  EXPECT_EQ(PageIndexFaultText(PageIndexFault::tempFile, PG_START, "path"),
-            "Cannot open temp file:\n/no/such/folder");
+  Step();
+  ExpectEnded(Fault::tempFile);
+  EXPECT_EQ(PageIndexFaultText(Fault::tempFile, PG_START, "path"), "Cannot open temp file:\n/no/such/folder");
   before.empty() ? unsetenv("TMPDIR") : setenv("TMPDIR", before.c_str(), 1);
   // A path may hold what looks like a format.
-  EXPECT_EQ(PageIndexFaultText(PageIndexFault::sourceOpen, PG_START, "/tmp/100%s"),
-            "Cannot open file:\n/tmp/100%s");
-  EXPECT_EQ(PageIndexFaultText(PageIndexFault::indexWrite, PG_START, "/tmp/a"),
-            "Index file write error:\n/tmp/a");
-  EXPECT_EQ(PageIndexFaultText(PageIndexFault::unknownMessage, 1039, "/tmp/a"), "Unknown message code: 40F");
+  EXPECT_EQ(PageIndexFaultText(Fault::indexWrite, PG_START, "/tmp/100%s"),
+            "Index file write error:\n/tmp/100%s");
+  EXPECT_EQ(PageIndexFaultText(Fault::headerWrite, PG_CONT, "path"),
+            "Error updating the page index header.\n\nPage indexing failed, [GoTo page] command will not be "
+            "available");
+  EXPECT_EQ(PageIndexFaultText(Fault::unknownMessage, 1039, "path"), "Unknown message code: 40F");
 }
 
 TEST(PageIndexLookup, BadFiles) {
@@ -256,20 +426,24 @@ TEST(PageIndexLookup, BadFiles) {
   struct Case {
     const char* what;
     std::string content;
-    FilePos count, expected;  // of page 1
-    PageIndexFault fault = PageIndexFault::none;
+    FilePos page, count, expected;
+    Fault fault = Fault::none;
   };
-  const Case cases[] = {{"good", header + record, 0, 5},
-                        {"short header", "QLM\x1A", 0, kPageReadFailed},
-                        {"bad magic", otherHeader + record, 0, kPageReadFailed, PageIndexFault::badHeader},
-                        {"record missing", header, 0, kPageReadFailed},
-                        {"no position", header + std::string(8, '\xFF'), 0, kPageReadFailed}};
-  PageIndexFault fault = PageIndexFault::none;
+  const Case cases[] = {{"good", header + record, 1, 0, 5},
+                        {"no page", header + record, 0, 0, kPageNone},
+                        {"behind the header's count", header + record, 3, 0, kPageNone},
+                        {"behind the count", header + record, 2, 1, kPageNone},
+                        {"short header", "QLM\x1A", 1, 0, kPageReadFailed},
+                        {"bad magic", otherHeader + record, 1, 0, kPageReadFailed, Fault::badHeader},
+                        {"record missing", header, 1, 0, kPageReadFailed},
+                        {"no position", header + std::string(8, '\xFF'), 1, 0, kPageReadFailed}};
+  Fault fault = Fault::none;
   for (const Case& c : cases) {
     const ScratchFile file(c.content);
-    const FileHandle index = FileOpenShared(file.Path().c_str());
-    fault = PageIndexFault::none;
-    EXPECT_EQ(PageIndexLookup(index, 1, c.count, fault), c.expected) << c.what;
+    FileError error = 0;
+    const FileHandle index = FileOpenShared(file.Path().c_str(), error);
+    fault = Fault::none;
+    EXPECT_EQ(PageIndexLookup(index, c.page, c.count, fault), c.expected) << c.what;
     EXPECT_EQ(fault, c.fault) << c.what;
     FileClose(index);
   }

@@ -144,7 +144,7 @@ TEST(TempFile, IsPrivateAndNothingRemainsOfItInAKilledProcess) {
       const FileHandle file = TempFileOpen();
       struct stat status {};
       const bool good = fstat(static_cast<int>(file), &status) == 0 && (status.st_mode & 07777) == 0600 &&
-                        FileSeek(file, std::int64_t{5} << 30) && TempFileWrite(file, "page", 4);
+                        TempFileWriteAt(file, std::int64_t{5} << 30, "page", 4);
       if (write(ready[1], good ? "+" : "-", 1) == 1) pause();
       return 1;
     });

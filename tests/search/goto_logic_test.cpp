@@ -1,7 +1,7 @@
 // Go To: the field and the range of each choice, what OK accepts, and where the answer leads.
 #include "search/goto_logic.h"
 
-#include "tests/scratch.h"
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -14,6 +14,7 @@ TEST(GoTo, FieldOfEachChoice) {
   const Case cases[] = {{GoToChoice::bottom, {100, 5}, "N/A| |0"},
                         {GoToChoice::bytePosition, {FilePos{5} << 32, 5}, "0x000000|1 to 0x500000000|1"},
                         {GoToChoice::pageNumber, {100, FilePos{3} << 32}, "1|1 to 12884901888|1"},
+                        {GoToChoice::pageNumber, {100, 57, true}, "1|1 to 57 so far|1"},
                         {GoToChoice::pageNumber, {100, 0}, "1|N/A|1"}};
   for (const Case& c : cases) {
     const GoToField field = GoToFieldOf(c.choice, c.limits);
@@ -29,6 +30,7 @@ TEST(GoTo, Validate) {
     const char* text;
     bool accepted;
     std::string message;
+    bool morePages = false;
   };
   const Case cases[] = {
       {GoToChoice::top, "N/A", true, ""},
@@ -36,9 +38,13 @@ TEST(GoTo, Validate) {
       {GoToChoice::bytePosition, "0x64", true, ""},
       {GoToChoice::bytePosition, "101", false, "File Offset must be a number between 0 and 100!"},
       {GoToChoice::pageNumber, "0x5", true, ""},
-      {GoToChoice::pageNumber, "0", false, "Page Number must be a number between 1 and 5!"}};
+      {GoToChoice::pageNumber, "6", false, "Page Number must be a number between 1 and 5!"},
+      {GoToChoice::pageNumber, "6", true, "", true},
+      {GoToChoice::pageNumber, "9223372036854775807", true, "", true},
+      {GoToChoice::pageNumber, "0", false, "Page Number must be a number between 1 and 9223372036854775807!",
+       true}};
   for (const Case& c : cases) {
-    const FieldCheck check = GoToValidate(c.choice, c.text, {100, 5});
+    const FieldCheck check = GoToValidate(c.choice, c.text, {100, 5, c.morePages});
     EXPECT_EQ(check.accepted, c.accepted) << c.text;
     EXPECT_EQ(check.message, c.message);
   }
@@ -49,33 +55,26 @@ TEST(GoTo, Validate) {
 }
 
 TEST(GoTo, AnswerAndTarget) {
-  const ScratchFile file("one\n\ftwo\n\fthree");
-  PageIndexState pages;
-  ASSERT_EQ(PageIndexRun(PG_START, pages, file.Path().c_str(), 8192), PageIndexFault::none);
-  ASSERT_EQ(PageIndexRun(PG_CONT, pages, file.Path().c_str(), 8192), PageIndexFault::none);
-  constexpr FilePos kLength = 15;
   struct Case {
     GoToChoice choice;
     const char* text;
     GoToMove move;
     FilePos position;
+    FilePos page = 0;
   };
   const Case cases[] = {{GoToChoice::top, "N/A", GoToMove::top, kNoPosition},
                         {GoToChoice::bottom, "N/A", GoToMove::bottom, kNoPosition},
                         {GoToChoice::none, "7", GoToMove::none, kNoPosition},
                         {GoToChoice::bytePosition, "0x0A", GoToMove::load, 10},
                         // The file has become shorter while the dialog stood.
-                        {GoToChoice::bytePosition, "5000000000", GoToMove::load, kLength},
-                        {GoToChoice::pageNumber, "3", GoToMove::move, 9},
-                        {GoToChoice::pageNumber, "4", GoToMove::invalidPage, kPageNone}};
+                        {GoToChoice::bytePosition, "5000000000", GoToMove::load, 15},
+                        {GoToChoice::pageNumber, "0x30", GoToMove::page, kNoPosition, 48}};
   for (const Case& c : cases) {
-    const GoToTarget target =
-        GoToTargetOf(GoToRead(c.choice, c.text), kLength, pages.index, PageIndexCount(pages));
+    const GoToTarget target = GoToTargetOf(GoToRead(c.choice, c.text), 15);
     EXPECT_EQ(target.move, c.move) << c.text;
     EXPECT_EQ(target.position, c.position) << c.text;
+    EXPECT_EQ(target.page, c.page) << c.text;
   }
-  EXPECT_EQ(PageIndexRun(PG_END, pages, "", 0), PageIndexFault::none);
-  EXPECT_EQ(GoToTargetOf({GoToChoice::pageNumber, 1}, kLength, pages.index, 3).move, GoToMove::invalidPage);
 }
 
 }  // namespace

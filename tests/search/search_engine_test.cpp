@@ -3,41 +3,34 @@
 #include "search/search_engine.h"
 
 #include <array>
+#include <cerrno>
 #include <cstring>
 #include <random>
 
 #include "marks/tag_list.h"
-#include "platform/posix/file_counters.h"
+#include "tests/memory_origin.h"
 #include "tests/scratch.h"
 #include "tests/search/plain_search.h"
 
 namespace {
 
-constexpr FilePos kMegabyte = FilePos{1} << 20;
 constexpr std::size_t kSlice = kSearchReadBytes;
 
-// A file, and the view's knowledge of it: the content's length unless another is given.
+// A file in memory that an action has open.
 struct Searched {
-  explicit Searched(const std::string& content, FilePos length = -1) : scratch(content) {
-    scratch.Path().copy(file.Fname, sizeof file.Fname - 1);
-    file.Flen = length < 0 ? static_cast<FilePos>(content.size()) : length;
-  }
+  explicit Searched(const std::string& content) : file{.bytes = content} { Open(); }
+  void Open() { EXPECT_EQ(source.Open(""), 0); }
   void Write(const std::string& content) {
-    scratch.Write(content);
-    file.Flen = static_cast<FilePos>(content.size());
+    file.bytes = content;
+    Open();
   }
-  // Makes the file as long as the view takes it for, with a hole.
-  Searched& Grown() {
-    std::filesystem::resize_file(scratch.Path(), static_cast<std::uintmax_t>(file.Flen));
-    return *this;
+  FilePos Search(const std::string& key, bool folds, FilePos from) {
+    return SearchFile(source, from, static_cast<std::int32_t>(key.size()), Bytes(key),
+                      folds ? SEARCH_TEXT : SEARCH_CASE, job);
   }
-  FilePos Search(const std::string& key, bool folds, FilePos from, const SearchProgress& progress = {}) {
-    file.Fcur = from;
-    return SearchFile(file, static_cast<std::int32_t>(key.size()), Bytes(key),
-                      folds ? SEARCH_TEXT : SEARCH_CASE, progress);
-  }
-  ScratchFile scratch;
-  ViewFile file;
+  MemoryFile file;
+  ByteSource source{std::make_unique<MemoryOrigin>(file)};
+  LongJob job;
 };
 
 SearchState StateOf(const std::string& key, std::uint16_t flags) {
@@ -48,17 +41,12 @@ SearchState StateOf(const std::string& key, std::uint16_t flags) {
   return search;
 }
 
-struct Tags {
-  explicit Tags(std::int16_t capacity = kTagSlots - 1) { list = {entries.data(), capacity, 0}; }
-  [[nodiscard]] std::vector<std::int64_t> Positions() const {
-    std::vector<std::int64_t> positions;
-    for (std::int16_t i = 0; i < list.count; ++i)
-      positions.push_back(list.entries[i].position);
-    return positions;
-  }
-  std::array<TagEntry, kTagSlots> entries{};
-  TagList list;
-};
+std::vector<std::int64_t> Positions(const std::vector<TagEntry>& tags) {
+  std::vector<std::int64_t> positions;
+  for (const TagEntry& tag : tags)
+    positions.push_back(tag.position);
+  return positions;
+}
 
 // Files of lengths around the borders of the slices, random bytes of a small alphabet.
 std::string RandomContent(std::mt19937& random) {
@@ -90,15 +78,13 @@ TEST(Search, FindsWhatAPlainScanFinds) {
       if (j > 0) continue;
       SearchState search = StateOf(key.substr(0, 1 + random() % 8), folds ? SEARCH_TEXT : SEARCH_CASE);
       key.resize(static_cast<std::size_t>(search.SearchKeyLen));
-      search.SearchNext = 5;
-      Tags tags;
+      std::vector<TagEntry> tags;
       std::vector<std::int64_t> expected = PlainFindAll(content, key, folds);
       const FilePos first = expected.empty() ? kSearchNoHit : expected.front();
       if (expected.size() > kTagSlots - 1) expected.resize(kTagSlots - 1);
       for (int again = 0; again < 2; ++again) {  // which adds nothing
-        ASSERT_EQ(MarkAll(file.file, search, tags.list), first);
-        ASSERT_EQ(tags.Positions(), expected);
-        ASSERT_EQ(search.SearchNext, kNoPosition);
+        ASSERT_EQ(MarkAll(file.source, search, tags, kTagSlots - 1, file.job), first);
+        ASSERT_EQ(Positions(tags), expected);
       }
     }
   }
@@ -123,64 +109,59 @@ TEST(SearchFile, FindsAKeyAtEachPlaceOfABorder) {
 TEST(SearchFile, EndsOfTheFile) {
   struct Case {
     const char* what;
-    std::string content;
-    FilePos knownLength;  // -1: the content's
+    std::string opened, content;  // when the action began, and now
     const char* key;
     FilePos from, expected;
   };
   const std::string slice(kSlice, '.');
   const Case cases[] = {
-      {"key longer than the file", "hell", -1, "hello", 0, kSearchNoHit},
-      {"start exactly at the last place", "xxhello", -1, "hello", 2, 2},
-      {"no key", "hello", -1, "", 0, kSearchNoKey},
-      {"no key at the end", "hello", -1, "", 6, kSearchNoHit},
-      {"grown", slice + slice + "hello", 2 * kSearchReadBytes + 4, "hello", 0, kSearchNoHit},
-      {"shrunk to nothing", "", 5000, "hello", 0, kSearchNoHit},
-      {"shrunk: the rest is searched", "..hello", 90000, "hello", 0, 2},
-      {"shrunk below the start", "..hello", 90000, "hello", 80000, kSearchNoHit},
+      {"key longer than the file", "hell", "hell", "hello", 0, kSearchNoHit},
+      {"start exactly at the last place", "xxhello", "xxhello", "hello", 2, 2},
+      {"no key", "hello", "hello", "", 0, kSearchNoKey},
+      {"no key at the end", "hello", "hello", "", 6, kSearchNoHit},
+      {"grown meanwhile", slice + slice + "hell", slice + slice + "hello", "hello", 0, kSearchNoHit},
+      {"shrunk to nothing", std::string(5000, '.'), "", "hello", 0, kSearchNoHit},
+      {"shrunk: the rest is searched", std::string(90000, '.'), "..hello", "hello", 0, 2},
+      {"shrunk below the start", std::string(90000, '.'), "..hello", "hello", 80000, kSearchNoHit},
   };
-  for (const Case& c : cases)
-    EXPECT_EQ(Searched(c.content, c.knownLength).Search(c.key, false, c.from), c.expected) << c.what;
-  Searched missing("", 100);
-  missing.scratch.Remove();
-  EXPECT_EQ(missing.Search("key", false, 0), kSearchNoFile);
-  constexpr FilePos kPlace = (FilePos{5} << 30) + 12345;  // behind 4 GB
-  Searched far("", kPlace);
-  far.Grown().scratch.Append("needle");
-  far.file.Flen += 6;
-  EXPECT_EQ(far.Search("NEEDLE", true, (FilePos{5} << 30) - 100), kPlace);
-  EXPECT_EQ(far.Search("needle", false, kPlace + 1), kSearchNoHit);
+  for (const Case& c : cases) {
+    Searched file(c.opened);
+    file.file.bytes = c.content;
+    EXPECT_EQ(file.Search(c.key, false, c.from), c.expected) << c.what;
+  }
+  Searched grown("...");
+  grown.Write("...hello");
+  EXPECT_EQ(grown.Search("hello", true, 0), 3) << "in the next action";
+  // On the disk, behind 4 GB.
+  constexpr FilePos kPlace = (FilePos{5} << 30) + 12345;
+  const ScratchFile far("");
+  std::filesystem::resize_file(far.Path(), kPlace);
+  PutContent(far.Path(), "needle", std::ios::app);
+  ByteSource source;
+  LongJob job;
+  ASSERT_EQ(source.Open(far.Path().c_str()), 0);
+  EXPECT_EQ(SearchFile(source, (FilePos{5} << 30) - 100, 6, Bytes("NEEDLE"), SEARCH_TEXT, job), kPlace);
+  EXPECT_EQ(SearchFile(source, kPlace + 1, 6, Bytes("needle"), SEARCH_CASE, job), kSearchNoHit);
+  EXPECT_EQ(job.end, kPlace + 6);
+  EXPECT_GT(job.position, kPlace - kSearchReadBytes);
 }
 
-// What a long search tells, and what happens meanwhile.
-struct Watch {
-  std::vector<FilePos> positions;
-  bool cancels = false;
-  std::string shrink = {};  // a file to cut to 1000 bytes at the first call
-
-  static bool Report(void* context, FilePos position, FilePos end) {
-    auto& watch = *static_cast<Watch*>(context);
-    watch.positions.push_back(position);
-    EXPECT_LE(position, end);
-    if (!watch.shrink.empty()) std::filesystem::resize_file(watch.shrink, 1000);
-    return !watch.cancels;
-  }
-  [[nodiscard]] SearchProgress Progress() { return {&Watch::Report, this}; }
-};
-
-TEST(SearchFile, ReportsProgressAndCanBeCanceled) {
-  Searched file("start", 100 * kMegabyte);
-  file.Grown();
-  Watch watch;
-  EXPECT_EQ(file.Search("nowhere", true, 0, watch.Progress()), kSearchNoHit);
-  ASSERT_GE(watch.positions.size(), 6u);  // at least every 16 MB
-  EXPECT_TRUE(std::is_sorted(watch.positions.begin(), watch.positions.end()));
-  Watch impatient{{}, true};
-  EXPECT_EQ(file.Search("nowhere", true, 0, impatient.Progress()), kSearchCanceled);
-  EXPECT_EQ(impatient.positions.size(), 1u);
-  Watch shrinks{{}, false, file.scratch.Path()};
-  EXPECT_EQ(file.Search("nowhere", false, 0, shrinks.Progress()), kSearchNoHit);
-  EXPECT_EQ(shrinks.positions.size(), 1u);
+// A failed read is told apart from no hit, with its place; a search that was stopped has found nothing.
+TEST(SearchFile, FailuresAndStopsAreNoAnswers) {
+  Searched file(std::string(5 * kSlice, '.') + "hit");
+  const SearchState search = StateOf("hit", SEARCH_TEXT);
+  std::vector<TagEntry> tags = {{4, kTagByUser}};
+  file.file.failure = EIO;
+  EXPECT_EQ(file.Search("hit", false, 2 * kSearchReadBytes + 5), kSearchReadFailed);
+  EXPECT_EQ(file.source.Failure(), EIO);
+  EXPECT_EQ(file.job.position, 2 * kSearchReadBytes + 5);
+  EXPECT_EQ(MarkAll(file.source, search, tags, kTagSlots - 1, file.job), kSearchReadFailed);
+  file.file.failure = 0;
+  file.Open();
+  file.job.stop = true;
+  EXPECT_EQ(file.Search("hit", false, 0), kSearchCanceled);
+  EXPECT_EQ(FindNext(file.source, search, 0, kNoPosition, file.job).hit, kSearchCanceled);
+  EXPECT_EQ(MarkAll(file.source, search, tags, kTagSlots - 1, file.job), kSearchCanceled);
 }
 
 TEST(FindNext, Steps) {
@@ -204,7 +185,11 @@ TEST(FindNext, Steps) {
   };
   for (const Step& step : steps) {
     if (step.next != kAsItIs) search.SearchNext = step.next;
-    EXPECT_EQ(FindNext(file.file, search, step.paintedTop, start, end), step.hit) << step.what;
+    const FindResult found = FindNext(file.source, search, step.paintedTop, end, file.job);
+    start = found.selStart;
+    end = found.selEnd;
+    search.SearchNext = found.searchNext;
+    EXPECT_EQ(found.hit, step.hit) << step.what;
     EXPECT_EQ(search.SearchNext, step.nextAfter) << step.what;
     EXPECT_EQ(start, step.hit) << step.what;
     EXPECT_EQ(end, step.hit < 0 ? -1 : step.hit + 3) << step.what;
@@ -225,19 +210,17 @@ TEST(HitIsOnScreen, LinesFromTheTopLineOn) {
 
 TEST(MarkAll, EarlierTagsStayAndGainTheFlag) {
   Searched file("..ab..ab..ab");
-  SearchState search = StateOf("AB", SEARCH_TEXT);
+  const SearchState search = StateOf("AB", SEARCH_TEXT);
   for (const bool full : {false, true}) {  // a full list takes nothing, but the first hit is told
-    Tags tags(full ? 2 : 4);
-    TagInsert(tags.list, 6, kTagByUser);
-    TagInsert(tags.list, 7, kTagByUser);
-    EXPECT_EQ(MarkAll(file.file, search, tags.list), 2);
-    EXPECT_EQ(tags.Positions(),
+    std::vector<TagEntry> tags = {{6, kTagByUser}, {7, kTagByUser}};
+    EXPECT_EQ(MarkAll(file.source, search, tags, full ? 2 : 4, file.job), 2);
+    EXPECT_EQ(Positions(tags),
               full ? std::vector<std::int64_t>({6, 7}) : std::vector<std::int64_t>({2, 6, 7, 10}));
-    EXPECT_EQ(tags.entries[full ? 0 : 1].flags, full ? kTagByUser : kTagByUser | kTagBySearch);
+    EXPECT_EQ(tags[full ? 0 : 1].flags, full ? kTagByUser : kTagByUser | kTagBySearch);
   }
 }
 
-// However many hits there are, the file is opened once and no byte is read twice; a full list ends it.
+// However many hits there are, no byte is read twice; a full list ends it.
 TEST(MarkAll, IsOnePass) {
   constexpr std::size_t kLength = 4 << 20;
   for (const std::size_t every : {8192u, 64u}) {  // bytes from hit to hit; the latter fill the list
@@ -245,36 +228,13 @@ TEST(MarkAll, IsOnePass) {
     for (std::size_t i = 0; i < kLength; i += every)
       content.replace(i, 3, "hit");
     Searched file(content);
-    SearchState search = StateOf("hit", SEARCH_TEXT);
-    Tags tags;
-    const FileCounters before = CountersOfFiles();
-    static_cast<void>(MarkAll(file.file, search, tags.list));
-    EXPECT_EQ(CountersOfFiles().opened - before.opened, 1);
-    const std::int64_t read = CountersOfFiles().bytesRead - before.bytesRead;
+    std::vector<TagEntry> tags;
+    EXPECT_EQ(MarkAll(file.source, StateOf("hit", SEARCH_TEXT), tags, kTagSlots - 1, file.job), 0);
     if (every == 64)
-      EXPECT_LE(read, 64 * 1000 + kSearchReadBytes);
+      EXPECT_LE(file.file.bytesRead, 64 * 1000 + kSearchReadBytes);
     else
-      EXPECT_EQ(read, std::int64_t{kLength});
+      EXPECT_EQ(file.file.bytesRead, std::int64_t{kLength});
   }
-}
-
-TEST(Canceled, NothingHasChanged) {
-  Searched file("hit hit", 100 * kMegabyte);
-  file.Grown();
-  Watch watch{{}, true};
-  SearchState search = StateOf("hit", SEARCH_TEXT);
-  search.SearchNext = 4 * kMegabyte;
-  FilePos start = 17;
-  FilePos end = 20;
-  EXPECT_EQ(FindNext(file.file, search, 0, start, end, watch.Progress()), kSearchCanceled);
-  EXPECT_EQ(start, 17);
-  EXPECT_EQ(end, 20);
-  Tags tags;
-  TagInsert(tags.list, 4, kTagByUser);
-  EXPECT_EQ(MarkAll(file.file, search, tags.list, watch.Progress()), kSearchCanceled);
-  EXPECT_EQ(tags.Positions(), (std::vector<std::int64_t>{4}));
-  EXPECT_EQ(tags.entries[0].flags, kTagByUser);
-  EXPECT_EQ(search.SearchNext, 4 * kMegabyte);
 }
 
 }  // namespace

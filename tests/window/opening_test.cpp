@@ -1,4 +1,7 @@
 // The roads by which a file comes into the window, and the one by which it leaves.
+#include <chrono>
+#include <thread>
+
 #include "window/opening.h"
 
 #include <filesystem>
@@ -76,8 +79,10 @@ TEST(Opening, CloseLeavesAnEmptyWindowAndExitNone) {
   viewer.Key(VK_END);
   viewer.Command(IDM_RECENT1);
   EXPECT_EQ(Viewer::Text(), "line 0");
-  for (int step = 0; step < 3; ++step)
+  for (int step = 0; step < 2000 && platform_testing::TimerIsSet(viewer.Window(), 3); ++step) {
     viewer.Send(WM_TIMER, 3);
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
   EXPECT_FALSE(platform_testing::TimerIsSet(viewer.Window(), 3)) << "the index timer ends itself";
   viewer.Command(IDM_EXIT);
   EXPECT_FALSE(viewer.Running());

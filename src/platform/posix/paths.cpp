@@ -5,41 +5,30 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <string>
 
-#include "platform/file.h"
 #include "platform/posix/profile_store.h"
 #include "platform/win32.h"
 
-bool FindReadableFile(const char* name, char* full, std::size_t size) {
-  if (*name == '\0') {
-    return false;
-  }
+FileError FullPath(const char* name, char* full, std::size_t size) {
+  if (*name == '\0') return ENOENT;
   std::string path;
   if (*name != '/') {
     char current[kPathBytes];
     // A current directory that was removed, or that lies outside the root, has no absolute path.
-    if (getcwd(current, sizeof current) == nullptr || current[0] != '/') {
-      return false;
-    }
+    if (getcwd(current, sizeof current) == nullptr || current[0] != '/') return ENOENT;
     path = current;
     if (path.back() != '/') {
       path += '/';
     }
   }
   path += name;
-  if (path.size() >= size) {
-    return false;
-  }
-  const FileHandle file = FileOpenShared(path.c_str());
-  if (file == kNoFile) {
-    return false;
-  }
-  FileClose(file);
+  if (path.size() >= size) return ENAMETOOLONG;
   std::memcpy(full, path.c_str(), path.size() + 1);
-  return true;
+  return 0;
 }
 
 const char* BaseName(const char* path) {

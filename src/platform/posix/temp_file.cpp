@@ -45,14 +45,19 @@ FileHandle TempFileOpen() {
   return named;
 }
 
-bool TempFileWrite(FileHandle file, const void* buffer, std::size_t count) {
+bool TempFileWriteAt(FileHandle file, std::int64_t offset, const void* buffer, std::size_t count) {
   const char* place = static_cast<const char*>(buffer);
   while (count > 0) {
-    const ssize_t written = write(static_cast<int>(file), place, count);
+    const ssize_t written = pwrite(static_cast<int>(file), place, count, offset);
     if (written < 0 && errno == EINTR) continue;
     if (written <= 0) return false;
     place += written;
+    offset += written;
     count -= static_cast<std::size_t>(written);
   }
   return true;
+}
+
+bool TempFileEmpty(FileHandle file) {
+  return ftruncate(static_cast<int>(file), 0) == 0;
 }

@@ -1,5 +1,6 @@
 #include "platform/qt/queue.h"
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QEvent>
 #include <QThread>
@@ -188,6 +189,12 @@ bool TakePaint(MSG& message) {
   return window != nullptr;
 }
 
+bool TimerIsDue() {
+  const auto now = Clock::now();
+  return !hooks.timersStandStill && std::any_of(queue.timers.begin(), queue.timers.end(),
+                                                [now](const Timer& timer) { return timer.due <= now; });
+}
+
 bool TakeTimer(MSG& message) {
   if (queue.timers.empty() || hooks.timersStandStill) {
     return false;
@@ -200,28 +207,6 @@ bool TakeTimer(MSG& message) {
   }
   first->due = now + first->interval;
   message = MessageOf(first->window, WM_TIMER, first->id, 0);
-  return true;
-}
-
-const MSG& MessageIn(const MSG& entry) {
-  return entry;
-}
-const MSG& MessageIn(const InputMessage& entry) {
-  return entry.message;
-}
-
-// The first message of a number, taken out or only looked at.
-template <typename Entries>
-bool TakeFrom(Entries& entries, UINT number, UINT remove, MSG& message) {
-  const auto found = std::find_if(entries.begin(), entries.end(),
-                                  [number](const auto& entry) { return MessageIn(entry).message == number; });
-  if (found == entries.end()) {
-    return false;
-  }
-  message = MessageIn(*found);
-  if (remove == PM_REMOVE) {
-    entries.erase(found);
-  }
   return true;
 }
 
@@ -303,6 +288,28 @@ int MessageModifiers() {
   return queue.modifiers;
 }
 
+bool WaitForMessage(std::chrono::milliseconds longest, const std::atomic<bool>& stop) {
+  const Clock::time_point until = Clock::now() + longest;
+  PumpToolkit(false);
+  for (;;) {
+    SyncSizes();
+    if (stop || !QueueIsIdle() || TimerIsDue()) return !stop;
+    const auto rest = std::chrono::ceil<std::chrono::milliseconds>(until - Clock::now());
+    if (rest.count() <= 0) return false;
+    // An alarm of the toolkit's own wakes it in time, and so does who sets `stop`.
+    QTimer alarm;
+    alarm.setTimerType(Qt::PreciseTimer);
+    alarm.start(rest);
+    PumpToolkit(true);
+  }
+}
+
+void WakeFromAnyThread() {
+  if (QAbstractEventDispatcher* const dispatcher = QAbstractEventDispatcher::instance(qApp->thread())) {
+    dispatcher->wakeUp();
+  }
+}
+
 void ForgetWindow(HWND window) {
   std::erase_if(queue.posted, [window](const MSG& message) { return message.hwnd == window; });
   std::erase_if(queue.input, [window](const InputMessage& entry) { return entry.message.hwnd == window; });
@@ -339,20 +346,13 @@ BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last) {
 }
 
 BOOL PeekMessageA(MSG* message, HWND window, UINT first, UINT last, UINT remove) {
-  assert(window == nullptr && first == last && "looked for by its number");
+  assert(window == nullptr && first == 0 && last == 0 && remove == PM_REMOVE &&
+         "messages are taken unfiltered");
   static_cast<void>(window);
+  static_cast<void>(first);
   static_cast<void>(last);
-  if (Clock::now() - queue.lastPump > kLongestWithoutToolkit) {
-    PumpToolkit(false);
-    SyncSizes();
-  }
-  if (first == WM_PAINT) {
-    return TakePaint(*message) ? TRUE : FALSE;
-  }
-  if (TakeFrom(queue.posted, first, remove, *message) || TakeFrom(queue.input, first, remove, *message)) {
-    return TRUE;
-  }
-  return FALSE;
+  static_cast<void>(remove);
+  return TakeMessage(*message, false) == Taken::nothing ? FALSE : TRUE;
 }
 
 LRESULT DispatchMessageA(const MSG* message) {

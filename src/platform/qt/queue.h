@@ -2,6 +2,9 @@
 // precedence. Everything that waits (the program's loop, a modal dialog) waits in TakeMessage.
 #pragma once
 
+#include <atomic>
+#include <chrono>
+
 #include "platform/win32.h"
 
 namespace platform_qt {
@@ -11,6 +14,12 @@ enum class Taken { message, quit, nothing };
 // Takes the next message; `quit` carries the exit code in wParam. `nothing` when *stop has become true, or
 // when the queue is empty and the call may not wait.
 Taken TakeMessage(MSG& message, bool wait, const bool* stop = nullptr);
+
+// Waits until a message can be taken: true then. False after `longest`, or when `stop` has become true; who
+// sets it calls WakeFromAnyThread.
+[[nodiscard]] bool WaitForMessage(std::chrono::milliseconds longest, const std::atomic<bool>& stop);
+// Ends the wait of the window's thread for the toolkit. Any thread may call it.
+void WakeFromAnyThread();
 
 // Modifier keys of an input message, as GetKeyState reports them while it is handled.
 inline constexpr int kShiftDown = 1;

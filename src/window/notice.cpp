@@ -1,0 +1,33 @@
+#include "window/notice.h"
+
+#include "platform/ansi_text.h"
+#include "settings/colors.h"
+#include "window/main_window_state.h"
+
+namespace {
+
+RECT NoticeRect() {
+  const MainWindowState& state = MainState;
+  return {0, state.ClientHeight - state.CharHeight, state.ClientWidth, state.ClientHeight};
+}
+
+}  // namespace
+
+void ShowNotice(const std::string& text) {
+  if (MainState.Notice == text) return;
+  MainState.Notice = text;
+  const RECT rect = NoticeRect();
+  InvalidateRect(MainState.MainWindow, &rect, FALSE);
+}
+
+void DrawNotice(HDC dc) {
+  if (MainState.Notice.empty()) return;
+  const std::string text = " " + Utf8ToAnsi(MainState.Notice).value_or(MainState.Notice) + " ";
+  const RECT rect = NoticeRect();
+  const COLORREF formerText = SetTextColor(dc, ColorTable[CommentText]);
+  const COLORREF formerBackground = SetBkColor(dc, ColorTable[CommentBgnd]);
+  ExtTextOutA(dc, rect.left, rect.top, ETO_OPAQUE | ETO_CLIPPED, &rect, text.data(),
+              static_cast<UINT>(text.size()), nullptr);
+  SetBkColor(dc, formerBackground);
+  SetTextColor(dc, formerText);
+}
