@@ -185,3 +185,12 @@ void PadPages(LineArray& lines, const TextBuffer& text, FilePos fileLength, std:
   TrimEnd(lines, text, fileLength);
   Padding(lines, std::min(pageLength, LongestPaddedPage(lines))).Place();
 }
+
+void DropUnknownPage(LineArray& lines, std::int32_t pageLength) {
+  std::int32_t first = lines.Afirst;
+  while (first < lines.Acur && lines.Aline[first].Lpage == kUnknownRow)
+    ++first;
+  const bool known = lines.Afirst < lines.Alast && lines.Aline[first].Lpage != kUnknownRow;
+  const std::int32_t full = std::min(pageLength, LongestPaddedPage(lines));
+  if (known && first - lines.Afirst < full) lines.Afirst = static_cast<std::int16_t>(first);
+}

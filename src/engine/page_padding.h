@@ -14,10 +14,15 @@ constexpr std::int32_t LongestPaddedPage(const LineArray& lines) {
 }
 
 // Pads the pages of the run to `pageLength` rows, a gap line in front of them not counted. A page whose start
-// is not in the run stays as it is, so its rows are the same in every run only if at least that many lines
-// lie above them. `fileLength` is the length of the file: blank lines at its end give way to one gap line.
+// is not in the run stays as it is. `fileLength` is the length of the file: blank lines at its end give way
+// to one gap line.
 //
 // What finds no room drops out at the ends of the run, which begins and ends with lines, not with padding.
 // The top line stays the top line, and in its entry if all rows find room so. 0 <= Afirst <= Acur < Alast <
 // Acnt holds as before, and the entry at Alast is the sentinel. The cost is linear in Acnt.
 void PadPages(LineArray& lines, const TextBuffer& text, FilePos fileLength, std::int32_t pageLength);
+
+// Leaves the page at the head of a padded run out if the run does not have its start, nor as many lines as a
+// full one: how far it must be filled up cannot be told. So rows are the same in every run that has
+// `pageLength` lines above its top line.
+void DropUnknownPage(LineArray& lines, std::int32_t pageLength);

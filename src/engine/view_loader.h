@@ -11,8 +11,8 @@ struct LoadRequest {
   FilePos pos = 0;          // the place to go to; at or behind the file's end: the end
   std::int32_t below = -1;  // below 0: the row that holds `pos` is to be the top line. Else the top line is
                             // to be this many rows above `pos`, which begins a row
-  std::int32_t rows = 1;   // rows of the screen, one that is cut at the bottom included
-  std::int32_t above = 2;  // rows wanted above the top line, if the file has them
+  std::int32_t rows = 1;    // rows of the screen, one that is cut at the bottom included
+  std::int32_t above = 2;   // rows wanted above the top line, if the file has them
   LineStyle style;
 };
 

@@ -79,15 +79,17 @@ class Walk {
 // Loads around `pos`; the run made is at hand then. False when it failed.
 bool Walk::Load(FilePos pos, std::int32_t below) {
   const bool pads = request_.padPageLength > 0;
-  const std::int32_t above =
-      pads ? std::min(request_.padPageLength, LongestPaddedPage(run_.Lines)) + 1 : 2;
+  const std::int32_t above = pads ? std::min(request_.padPageLength, LongestPaddedPage(run_.Lines)) + 1 : 2;
   const LoadRequest load{pos, below, request_.rows, above, request_.style};
   const ViewStatus status = LoadView(load, source_, file_, run_.Lines, run_.Text);
   if ((status & VS_FAILED) != 0) {
     result_ = {status, source_.Failure(), false};
     return false;
   }
-  if (pads) PadPages(run_.Lines, run_.Text, file_.Flen, request_.padPageLength);
+  if (pads) {
+    PadPages(run_.Lines, run_.Text, file_.Flen, request_.padPageLength);
+    DropUnknownPage(run_.Lines, request_.padPageLength);
+  }
   lines_ = SpanOf(run_.Lines);
   loaded_ = true;
   return true;

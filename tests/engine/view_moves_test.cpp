@@ -263,6 +263,57 @@ TEST(ViewMoves, RowsOfFixedLengthKeepTheirGrid) {
   }
 }
 
+// Pages that are filled up make a list of rows too: each page of fewer rows is followed by empty ones, which
+// have the place of the line behind them, and the file's end by one row.
+TEST(ViewMoves, PaddedPagesAreOneListOfRows) {
+  std::mt19937 random(6);
+  for (int round = 0; round < 40; ++round) {
+    std::string text;
+    const std::int32_t page = 5 + static_cast<std::int32_t>(random() % 60);
+    while (text.size() < 60000) {
+      for (auto lines = random() % static_cast<unsigned>(2 * page); lines > 0; --lines)
+        text += "line " + std::to_string(text.size()) + std::string(random() % 90, '.') + "\n";
+      text += "\f page " + std::to_string(text.size()) + "\n";
+    }
+    struct Row {
+      FilePos pos;
+      bool padding;
+    };
+    std::vector<Row> rows;
+    std::int32_t count = 0;
+    for (const FilePos start : Rows(text, kText, 200).starts) {
+      const bool begins = start > 0 && text[static_cast<std::size_t>(start)] == '\f';
+      for (; begins && count < page; ++count)
+        rows.push_back({start, true});
+      count = begins ? 1 : count + 1;
+      rows.push_back({start, false});
+    }
+    for (; count <= page; ++count)  // the last page, of one line, and the row that ends the file
+      rows.push_back({static_cast<FilePos>(text.size()), true});
+    View view(text);
+    view.request.padPageLength = page;
+    view.Size(20 + static_cast<std::int32_t>(random() % 60), 200);
+    view.Move(MoveKind::load, 0, 0);
+    std::int64_t top = 0;
+    const std::int64_t screen = view.request.rows - 1;
+    const std::int64_t steps[] = {1, -1, screen, -screen, 7, -7};
+    for (int i = 0; i < 80; ++i) {
+      const std::int64_t step = steps[random() % std::size(steps)];
+      view.Move(MoveKind::move, step, kNoPosition);
+      top = std::clamp<std::int64_t>(top + step, 0, static_cast<std::int64_t>(rows.size()) - 1);
+      const LineArray& lines = view.run->Lines;
+      for (std::int32_t k = lines.Afirst; k < lines.Alast; ++k) {
+        const LineEntry& line = lines.Aline[k];
+        const Row& expected = rows.at(static_cast<std::size_t>(top + k - lines.Acur));
+        ASSERT_TRUE(line.Lpos == expected.pos && ((line.Lflags & LF_PADDING) != 0) == expected.padding)
+            << "round " << round << ", move " << i << ", row " << k - lines.Acur << " of the screen";
+      }
+      const bool atEnd = view.Start(lines.Alast) == static_cast<FilePos>(text.size());
+      ASSERT_TRUE(atEnd || lines.Acur + view.request.rows <= lines.Alast);
+    }
+  }
+}
+
 // An ordinary move reads at most three blocks, and steps within the lines at hand read nothing.
 TEST(ViewMoves, OrdinaryMovesCostAtMostThreeBlocks) {
   std::string text;
