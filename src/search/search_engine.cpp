@@ -84,8 +84,7 @@ FilePos SearchPass::NextSlice() {
   if (job_.stop.load(std::memory_order_relaxed)) return kSearchCanceled;
   const auto wanted = static_cast<std::int32_t>(kSearchReadBytes - position % kSearchReadBytes);
   const std::int32_t got = source_.ReadInto(position, data_, wanted);
-  if (source_.Failure() != 0) return kSearchReadFailed;
-  if (got < 1) return kSearchNoHit;
+  if (got < 1) return source_.Failure() != 0 ? kSearchReadFailed : kSearchNoHit;
   have_ += got;
   return 0;
 }

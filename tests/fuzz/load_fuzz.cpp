@@ -13,15 +13,13 @@ constexpr std::int32_t kMostBytes = 200000;  // some blocks, and lines longer th
 
 // Runs are kept from one input to the next: what they hold then is rubbish.
 struct Runs {
-  std::shared_ptr<ViewRun> shown, spare;
+  std::shared_ptr<ViewRun> shown = MakeRun({INT16_MAX, kMostText}), spare = MakeRun({INT16_MAX, kMostText});
   void Size(const RunSize& size) {
-    for (std::shared_ptr<ViewRun>* run : {&shown, &spare}) {
-      if (*run == nullptr || (*run)->Lines.Acnt != size.entries || (*run)->Text.Tlen != size.text) {
-        *run = MakeRun(size);
-        std::fill_n((*run)->Lines.Aline, size.entries, LineEntry{-9, -9, -9, -9, 0x7FFFFFF0});
-        (*run)->Lines.Aline[0] = LineEntry{};
-      }
+    for (const std::shared_ptr<ViewRun>& run : {shown, spare}) {
+      run->Lines = {run->entries.get(), size.entries, 0, 0, 0};
+      run->Text = {run->characters.get(), size.text, 0};
     }
+    shown->Lines.Aline[0] = LineEntry{};
   }
 };
 
@@ -53,7 +51,8 @@ void CheckRun(const View& view, const ViewRun& run, const Shown& shown) {
     FUZZ_CHECK(line.Lpos < next && next <= length);
     FUZZ_CHECK(line.Ltext >= 0 && line.Ltext + line.Llen <= run.Text.Tend && line.Lpage == 0);
     FUZZ_CHECK((line.Lflags & (LF_MESSAGE | LF_TAGMASK)) == 0);
-    FUZZ_CHECK(CheckLine(shown, line, next, LineEnd::exact, i == lines.Afirst));
+    const bool exact = CheckLine(shown, line, next, LineEnd::exact, i == lines.Afirst);
+    FUZZ_CHECK(exact);
     FUZZ_CHECK((line.Lflags & LF_INCOMPLETE) == 0 || next == length);
   }
   FUZZ_CHECK(sentinel.Lpos == length || lines.Acur + view.request.rows <= lines.Alast);
@@ -120,19 +119,23 @@ void FuzzLoad(const std::uint8_t* data, std::size_t size) {
   View view;
   ChangeFile(input, view);
   input.SetTabs();
-  const int moves = 1 + input.Byte() % 8;
+  std::vector<std::uint8_t> bytes;
+  const int moves = 1 + input.Byte() % 4;
   for (int i = 0; i < moves; ++i) {
     bool mustLoad = i == 0;
     if (i > 0 && input.Chance(4)) ChangeFile(input, view), mustLoad = true;
     if (i == 0 || input.Chance(6)) {
-      const std::int32_t rowCounts[] = {1, 2, 25, 60, 200, 998, 1081};
-      view.request.rows = input.OneOf(rowCounts);
+      const std::int32_t rowCounts[] = {1, 2, 2, 3, 3, 5, 5, 8};
+      const std::int32_t largeCounts[] = {25, 70, 270, 1081};
+      view.request.rows = input.Chance(16) ? input.OneOf(largeCounts) : input.OneOf(rowCounts);
       view.format = input.Byte() % 3;
       const ViewOptions options = input.Options();
       view.request.style = {kFuzzRoutines[view.format], options, std::max(input.LineLen(), 1)};
       mustLoad = true;
     }
-    const RunSize wanted = RunSizeFor(view.request.rows, view.request.style.lineLen);
+    // Fewer entries than in the program, so that their ends are met more often.
+    RunSize wanted = RunSizeFor(view.request.rows, view.request.style.lineLen);
+    wanted.entries = static_cast<std::int16_t>(4 * view.request.rows + 4);
     if (mustLoad) runs.Size(wanted);
     const auto length = static_cast<FilePos>(view.file.bytes.size());
     DecideMove(input, view, length);
@@ -141,7 +144,7 @@ void FuzzLoad(const std::uint8_t* data, std::size_t size) {
     if (!MakeMove(view, runs, mustLoad)) return;
     const std::int32_t used =
         UsableLineLen(view.request.style.lineLen, view.request.rows, runs.shown->Text.Tlen);
-    const std::vector<std::uint8_t> bytes(view.file.bytes.begin(), view.file.bytes.end());
+    if (mustLoad) bytes.assign(view.file.bytes.begin(), view.file.bytes.end());
     CheckRun(view, *runs.shown,
              {bytes, 0, view.format, view.request.style.options, used, runs.shown->Text.Tbuf});
     // In the text format, the row that holds the place is on top.
