@@ -25,7 +25,7 @@ class MemoryOrigin : public ByteOrigin {
     return file_.failure;
   }
   FileError ReadAt(FilePos pos, std::uint8_t* to, std::size_t count, std::size_t& got) override {
-    const auto size = static_cast<FilePos>(file_.bytes.size());
+    const auto size = file_.failure != 0 ? 0 : static_cast<FilePos>(file_.bytes.size());
     got = static_cast<std::size_t>(std::clamp<FilePos>(size - pos, 0, static_cast<FilePos>(count)));
     if (got > 0) std::memcpy(to, file_.bytes.data() + pos, got);
     ++file_.reads;

@@ -6,17 +6,26 @@
 
 #include "dde/service.h"
 #include "engine/hex_format.h"
+#include "engine/long_job.h"
 #include "engine/raw_format.h"
 #include "engine/text_format.h"
 #include "engine/view_records.h"
 #include "engine/view_run.h"
 #include "marks/titles.h"
+#include "pageindex/page_index.h"
 #include "platform/win32.h"
 #include "search/search_engine.h"
 #include "settings/colors.h"
 #include "settings/setups.h"
 #include "window/command_line.h"
-#include "window/page_indexing.h"
+
+// What the main window keeps of the page index.
+struct PageIndexing {
+  std::shared_ptr<PageIndex> index;  // of the open file; null: none
+  std::shared_ptr<LongJob> step;     // the latest one
+  UINT_PTR timer = 0;
+  UINT interval = 0;  // of the timer, milliseconds
+};
 
 struct MainWindowState : Settings, CommandLineWords {
   // Process.

@@ -2,17 +2,8 @@
 // shows what went wrong, and finds pages for Go To. The timer is the window procedure's.
 #pragma once
 
-#include "engine/long_job.h"
 #include "pageindex/page_index.h"
 #include "platform/win32.h"
-
-// What the main window keeps of it.
-struct PageIndexing {
-  std::shared_ptr<PageIndex> index;  // of the open file; null: none
-  std::shared_ptr<LongJob> step;     // the latest one
-  UINT_PTR timer = 0;
-  UINT interval = 0;  // of the timer, milliseconds
-};
 
 // PG_START, PG_CONT, PG_STOP, PG_END. Result 0.
 LRESULT RunPageIndex(UINT message);
