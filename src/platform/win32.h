@@ -561,7 +561,6 @@ int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT style);  // captio
 BOOL MessageBeep(UINT type);
 
 inline constexpr DWORD OFN_HIDEREADONLY = 0x00000004;
-inline constexpr DWORD OFN_FILEMUSTEXIST = 0x00001000;
 struct OPENFILENAMEA {
   DWORD lStructSize;
   HWND hwndOwner;
@@ -587,9 +586,9 @@ struct OPENFILENAMEA {
   DWORD dwReserved;
   DWORD FlagsEx;
 };
-// The toolkit's dialog for an existing file. Relied on: pairs of filter name and pattern, the filter shown
+// The toolkit's dialog for a file to open. Relied on: pairs of filter name and pattern, the filter shown
 // first, the name to begin with (a pattern fills nothing in), the initial directory. The absolute path
-// chosen stands in lpstrFile; 0 when the user cancels.
+// chosen stands in lpstrFile, and nobody has looked whether there is such a file; 0 when the user cancels.
 BOOL GetOpenFileNameA(OPENFILENAMEA* open);
 
 // Turns bytes of the OEM code page into the Windows-1252 set, one to one; `target` may be `source`. The code

@@ -117,7 +117,7 @@ LRESULT OpenDialogCommand(UINT /*id*/) {
   open.lpstrFile = state.DialogFile;
   open.nMaxFile = sizeof state.DialogFile;
   open.lpstrInitialDir = directory.empty() ? nullptr : directory.c_str();
-  open.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY;
+  open.Flags = OFN_HIDEREADONLY;
   if (GetOpenFileNameA(&open) == 0) return 0;
   PostMessageA(state.MainWindow, WM_FILE_OPEN, 0, PathParameter(state.DialogFile));
   return 1;

@@ -29,18 +29,31 @@ TEST(Boxes, ServeTheQueueBehindThemAndAQuitGoesOnToTheLoopOutside) {
 }
 
 TEST(FileDialogs, GiveTheAbsolutePathWhereThereIsRoomForIt) {
-  struct Case {
-    const char* answer;
-    DWORD size;
-    bool accepted;
-  };
   TestWindow window;
   const ScratchFolder folder;
-  for (const Case& test : {Case{"two words (1).dat", kPathBytes, true},
-                           {"\xC3\xBC.log", kPathBytes, true},
-                           {"two words (1).dat", 8, false},
-                           {"nothing", kPathBytes, false}}) {
-    if (test.accepted) folder.Write(test.answer, "x");
+  folder.Write("sub/inner.log", "x");
+  const std::string home = std::getenv("HOME") != nullptr ? std::getenv("HOME") : "";
+  struct Case {
+    std::string answer;
+    DWORD size;
+    std::string path;  // empty: the dialog stays open
+  };
+  for (const Case& test : {Case{"two words (1).dat", kPathBytes, folder.Path("two words (1).dat")},
+                           {"\xC3\xBC.log", kPathBytes, folder.Path("\xC3\xBC.log")},
+                           {"two words (1).dat", 8, ""},
+                           // Nobody looks whether there is such a file.
+                           {"nothing", kPathBytes, folder.Path("nothing")},
+                           {"no/such.log", kPathBytes, folder.Path("no/such.log")},
+                           {"/no/such/place", kPathBytes, "/no/such/place"},
+                           {"\"in quotes\"", kPathBytes, folder.Path("in quotes")},
+                           {"~/name", kPathBytes, home + "/name"},
+                           {"sub/inner.log", kPathBytes, folder.Path("sub/inner.log")},
+                           {"missing/", kPathBytes, folder.Path("missing/")},
+                           // Folders are entered: those that are listed, and what says that it is one.
+                           {"sub", kPathBytes, ""},
+                           {folder.Path("sub"), kPathBytes, ""},
+                           {"..", kPathBytes, ""},
+                           {"/tmp/", kPathBytes, ""}}) {
     const std::string directory = folder.Path();
     char file[kPathBytes] = "missing.txt";
     OPENFILENAMEA open{};
@@ -51,10 +64,10 @@ TEST(FileDialogs, GiveTheAbsolutePathWhereThereIsRoomForIt) {
     open.lpstrFile = file;
     open.nMaxFile = test.size;
     open.lpstrInitialDir = directory.c_str();
-    open.Flags = OFN_FILEMUSTEXIST | OFN_HIDEREADONLY;
+    open.Flags = OFN_HIDEREADONLY;
     AnswerNextFileDialog(test.answer);
-    EXPECT_EQ(GetOpenFileNameA(&open) != FALSE, test.accepted) << test.answer;
-    EXPECT_EQ(file, test.accepted ? folder.Path(test.answer) : "missing.txt");
+    EXPECT_EQ(GetOpenFileNameA(&open) != FALSE, !test.path.empty()) << test.answer;
+    EXPECT_EQ(file, !test.path.empty() ? test.path : "missing.txt");
   }
   EXPECT_EQ(platform_testing::FileDialogs().front().filters,
             (std::vector<std::string>{"Any File (*.*)", "*.*", "Default (*.txt)", "*.txt"}));

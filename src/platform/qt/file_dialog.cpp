@@ -1,13 +1,12 @@
 #include <QComboBox>
 #include <QDir>
-#include <QFileDialog>
-#include <QLineEdit>
 #include <QRegularExpression>
 #include <cstring>
 
 #include "platform/paths.h"
 #include "platform/qt/hooks.h"
 #include "platform/qt/modal.h"
+#include "platform/qt/open_dialog.h"
 #include "platform/qt/unknown.h"
 
 namespace platform_qt {
@@ -43,13 +42,7 @@ QStringList NameFilters(const char* filter) {
   return filters;
 }
 
-void SetUp(QFileDialog& dialog, const OPENFILENAMEA& open) {
-  // The toolkit's own dialog behaves the same on every desktop. It may only look: no renaming, no deleting.
-  dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontUseCustomDirectoryIcons |
-                    QFileDialog::ReadOnly | QFileDialog::HideNameFilterDetails);
-  dialog.setAcceptMode(QFileDialog::AcceptOpen);
-  dialog.setFileMode((open.Flags & OFN_FILEMUSTEXIST) != 0 ? QFileDialog::ExistingFile
-                                                           : QFileDialog::AnyFile);
+void SetUp(OpenDialog& dialog, const OPENFILENAMEA& open) {
   const QStringList filters = NameFilters(open.lpstrFilter);
   dialog.setNameFilters(filters);
   if (open.nFilterIndex >= 1 && open.nFilterIndex <= static_cast<DWORD>(filters.size())) {
@@ -61,20 +54,13 @@ void SetUp(QFileDialog& dialog, const OPENFILENAMEA& open) {
   const bool given = open.lpstrInitialDir != nullptr && *open.lpstrInitialDir != '\0';
   dialog.setDirectory(given ? QFile::decodeName(open.lpstrInitialDir) : QDir::currentPath());
   if (open.lpstrFile != nullptr && *open.lpstrFile != '\0' && !IsPattern(open.lpstrFile)) {
-    if (auto* const name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
-      name->setText(QFile::decodeName(open.lpstrFile));
-      name->selectAll();
-    }
+    dialog.SetName(QFile::decodeName(open.lpstrFile));
   }
 }
 
 // Writes the path chosen into the caller's record. False when it does not fit.
-bool StoreChoice(const QFileDialog& dialog, OPENFILENAMEA& open) {
-  const QStringList files = dialog.selectedFiles();
-  if (files.size() != 1) {
-    return false;
-  }
-  const QByteArray path = QFile::encodeName(files.front());
+bool StoreChoice(const OpenDialog& dialog, OPENFILENAMEA& open) {
+  const QByteArray path = QFile::encodeName(dialog.Chosen());
   if (static_cast<std::size_t>(path.size()) >= open.nMaxFile) {
     return false;
   }
@@ -95,8 +81,9 @@ bool StoreChoice(const QFileDialog& dialog, OPENFILENAMEA& open) {
 using namespace platform_qt;
 
 BOOL GetOpenFileNameA(OPENFILENAMEA* open) {
-  ReportUnknownBits("GetOpenFileNameA", open->Flags, OFN_HIDEREADONLY | OFN_FILEMUSTEXIST);
-  QFileDialog dialog(ParentFor(open->hwndOwner));
+  ReportUnknownBits("GetOpenFileNameA", open->Flags, OFN_HIDEREADONLY);
+  PlainIcons icons;
+  OpenDialog dialog(ParentFor(open->hwndOwner), icons);
   SetUp(dialog, *open);
   RunModal(dialog, open->hwndOwner, [&] {
     if (hooks.fileDialogShown != nullptr) {

@@ -6,6 +6,7 @@
 #include <QDialogButtonBox>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileSystemModel>
 #include <QFontDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -53,7 +54,6 @@ void PressLater(QDialog& dialog, QDialogButtonBox::StandardButton button, int ro
   QTimer::singleShot(0, &dialog, [&dialog, button, rounds] {
     QPushButton* const widget = dialog.findChild<QDialogButtonBox*>()->button(button);
     const bool enabled = widget != nullptr && widget->isEnabled();
-    // The file dialog enables its button when it has read the folder, in a thread of its own.
     if ((!platform_qt::QueueIsIdle() || !enabled) && rounds > 0) {
       PressLater(dialog, button, rounds - 1);
       return;
@@ -74,16 +74,15 @@ void TakeBox(QMessageBox& box, const char* text, const char* caption, UINT style
   PressLater(box, cancel ? QDialogButtonBox::Cancel : QDialogButtonBox::Ok);
 }
 
-// A box that the file dialog shows over itself, such as "file not found", is closed.
-void WatchForBoxOver(QFileDialog& dialog) {
-  QTimer::singleShot(0, &dialog, [&dialog] {
-    QWidget* const top = QApplication::activeModalWidget();
-    if (top != nullptr && top != &dialog && qobject_cast<QMessageBox*>(top) != nullptr) {
-      top->close();
-    } else if (dialog.isVisible()) {
-      WatchForBoxOver(dialog);
-    }
-  });
+// Presses a button when the dialog has listed its folder, in a thread of its own.
+void PressWhenListed(QFileDialog& dialog, QDialogButtonBox::StandardButton button) {
+  auto* const model = dialog.findChild<QFileSystemModel*>();
+  QObject::connect(model, &QFileSystemModel::directoryLoaded, &dialog,
+                   [&dialog, button](const QString& path) {
+                     if (path == dialog.directory().absolutePath()) {
+                       PressLater(dialog, button);
+                     }
+                   });
 }
 
 void TakeFileDialog(QFileDialog& dialog, const OPENFILENAMEA& open) {
@@ -99,9 +98,10 @@ void TakeFileDialog(QFileDialog& dialog, const OPENFILENAMEA& open) {
   const auto answer = TakeAnswer<std::optional<std::string>>(records.fileAnswers, std::nullopt);
   if (answer) {
     name->setText(QFile::decodeName(answer->c_str()));
-    WatchForBoxOver(dialog);
+    PressWhenListed(dialog, QDialogButtonBox::Open);
+  } else {
+    PressLater(dialog, QDialogButtonBox::Cancel);
   }
-  PressLater(dialog, answer ? QDialogButtonBox::Open : QDialogButtonBox::Cancel);
 }
 
 void TakeFontDialog(QFontDialog& dialog) {
