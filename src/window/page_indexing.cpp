@@ -18,7 +18,7 @@ constexpr UINT kIdleInterval = 10;
 constexpr UINT kPausedInterval = 1000;
 // The user is at work for so long behind the last key.
 constexpr std::chrono::milliseconds kAtWork{300};
-constexpr std::chrono::microseconds kIdleBudget{4000};
+constexpr std::chrono::microseconds kIdleBudget{1000};
 
 Clock::time_point lastInput;
 Clock::time_point lastStep;

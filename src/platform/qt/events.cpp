@@ -20,9 +20,6 @@ Event& EventOf(HANDLE handle) {
   return *static_cast<Event*>(handle);
 }
 
-// Other threads end soon or late: a look without sleep finds the soon ones much earlier than a wake-up does.
-constexpr std::chrono::microseconds kSpin{60};
-
 }  // namespace
 
 HANDLE CreateEventA(SECURITY_ATTRIBUTES* security, BOOL manualReset, BOOL set, LPCSTR name) {
@@ -58,10 +55,6 @@ BOOL CloseHandle(HANDLE handle) {
 
 DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds) {
   Event& event = EventOf(handle);
-  const auto begun = std::chrono::steady_clock::now();
-  while (std::chrono::steady_clock::now() - begun < kSpin) {
-    if (event.set) return WAIT_OBJECT_0;
-  }
   std::unique_lock lock(event.guard);
   const bool set = event.changed.wait_for(lock, std::chrono::milliseconds(milliseconds),
                                           [&event] { return event.set.load(); });
