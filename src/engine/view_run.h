@@ -23,7 +23,7 @@ struct RunSize {
 
 // The most characters that the text of a run may have. A screen of rows that are longer than that allows is
 // filled with shorter rows (see UsableLineLen).
-inline constexpr std::int32_t kMostText = 4608 * 1024;
+inline constexpr std::int32_t kMostText = 4800 * 1024;
 
 // The size for a screen of `rows` rows of at most `lineLen` characters: four screens of entries and three
 // screens of full rows, but never less than kViewLines and kViewText.

@@ -37,7 +37,8 @@ struct FileFacts {
 [[nodiscard]] FileError FileAsk(FileHandle file, FileFacts& facts);
 
 // Reads up to `count` bytes from `offset` (0 or more) on. Interrupted and short reads are continued, so
-// `got` below `count` means that the file ends there. After an error, `got` bytes have been read all the same.
+// `got` below `count` means that the file ends there. After an error, `got` bytes have been read all the
+// same.
 [[nodiscard]] FileError FileReadAt(FileHandle file, std::int64_t offset, void* buffer, std::size_t count,
                                    std::size_t& got);
 

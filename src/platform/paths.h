@@ -21,10 +21,10 @@ inline constexpr bool kSlashBeginsOption = true;
 inline constexpr bool kSlashBeginsOption = false;
 #endif
 
-// The absolute path of the file that `name` means, which need not exist: nothing on the disk is looked at. A name
-// without a directory means one in the current directory only; links are kept as they are written. 0, and the path
-// in `full` (zero-terminated, at most `size` bytes with the NUL). Otherwise the reason, with `full` untouched: the
-// name is empty, there is no current directory any more, or the path does not fit.
+// The absolute path of the file that `name` means, which need not exist: nothing on the disk is looked at. A
+// name without a directory means one in the current directory only; links are kept as they are written. 0,
+// and the path in `full` (zero-terminated, at most `size` bytes with the NUL). Otherwise the reason, with
+// `full` untouched: the name is empty, there is no current directory any more, or the path does not fit.
 [[nodiscard]] FileError FullPath(const char* name, char* full, std::size_t size);
 
 // The part of `path` behind the last separator of directories (on Windows a backslash, else a colon), or

@@ -302,8 +302,8 @@ DWORD GetModuleFileNameA(HMODULE module, LPSTR path, DWORD size);  // module nul
 // then timers, each at most once however late. 0 at WM_QUIT.
 BOOL GetMessageA(MSG* message, HWND window, UINT first, UINT last);
 inline constexpr UINT PM_REMOVE = 0x0001;
-// Takes the next message without waiting, for a handler that takes long. Relied on: messages of any number and window,
-// in the order of GetMessageA, and removed; TRUE with WM_QUIT too. FALSE when there is none.
+// Takes the next message without waiting, for a handler that takes long. Relied on: messages of any number
+// and window, in the order of GetMessageA, and removed; TRUE with WM_QUIT too. FALSE when there is none.
 BOOL PeekMessageA(MSG* message, HWND window, UINT first, UINT last, UINT remove);
 BOOL TranslateMessage(const MSG* message);
 LRESULT DispatchMessageA(const MSG* message);
@@ -311,8 +311,8 @@ LRESULT SendMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 BOOL PostMessageA(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 void PostQuitMessage(int exitCode);
 
-// Events, by which another thread wakes the window's. Relied on: manual reset, without name and security. SetEvent is
-// the one operation of this header that any thread may call.
+// Events, by which another thread wakes the window's. Relied on: manual reset, without name and security.
+// SetEvent is the one operation of this header that any thread may call.
 inline constexpr DWORD WAIT_OBJECT_0 = 0;
 inline constexpr DWORD WAIT_TIMEOUT = 258;
 inline constexpr DWORD QS_ALLINPUT = 0x04FF;
