@@ -534,6 +534,10 @@ UINT IsDlgButtonChecked(HWND dialog, int id);
 BOOL CheckRadioButton(HWND dialog, int first, int last, int checked);
 BOOL EnableWindow(HWND window, BOOL enable);  // FALSE: it was enabled before
 
+// A value of the program's own that a dialog carries, 0 at first.
+inline constexpr int DWLP_USER = static_cast<int>(sizeof(LRESULT) + sizeof(DLGPROC));
+LONG_PTR GetWindowLongPtrA(HWND dialog, int index);  // DWLP_USER only
+
 // A procedure in front of a control's own. Relied on: WM_LBUTTONDOWN and WM_KEYDOWN reach it before the
 // control acts on them, and the control acts once the procedure has passed them on by CallWindowProcA.
 inline constexpr int GWLP_WNDPROC = -4;

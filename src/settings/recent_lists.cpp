@@ -18,7 +18,9 @@ std::string NumberedKey(const char* stem, int number) {
   return stem + std::to_string(number);
 }
 
-void SaveStrings(const char* profile, const char* stem, const char (*list)[kRecentStringBytes], int count) {
+template <std::size_t kWidth>
+void SaveStrings(const char* profile, const char* stem, const char (&list)[kRecentStrings][kWidth],
+                 int count) {
   if (count < 0) return;
   WriteProfileInt(profile, kSearchSection, (std::string(stem) + 's').c_str(), count);
   for (int number = 1; number <= count; ++number) {

@@ -16,12 +16,16 @@ struct RecentFileList {
 };
 
 inline constexpr int kRecentStrings = 10;
-inline constexpr std::size_t kRecentStringBytes = 33;
+
+// Bytes of the longest key of a search. As hex text a byte takes two digits, and a blank behind them.
+inline constexpr std::int32_t kSearchKeyBytes = 4096;
+inline constexpr std::size_t kRecentTextBytes = kSearchKeyBytes + 1;
+inline constexpr std::size_t kRecentHexBytes = 3 * kSearchKeyBytes + 1;
 
 // The search histories. A count of -1: the list has not been read from the profile yet, and is not written.
 struct RecentSearchLists {
-  char RecentTexts[kRecentStrings][kRecentStringBytes] = {};
-  char RecentHex[kRecentStrings][kRecentStringBytes] = {};
+  char RecentTexts[kRecentStrings][kRecentTextBytes] = {};
+  char RecentHex[kRecentStrings][kRecentHexBytes] = {};
   std::int32_t RecentTextCount = -1;
   std::int32_t RecentHexCount = -1;
 };

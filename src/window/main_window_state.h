@@ -90,9 +90,7 @@ extern MainWindowState MainState;
 inline constexpr const char* kProgramName = "Quorl";
 inline constexpr const char* kClassName = "QUORL";
 
-[[nodiscard]] inline bool FileIsOpen() {
-  return MainState.File.Fname[0] != '\0';
-}
+[[nodiscard]] bool FileIsOpen();
 
 // Rows that the frozen titles take.
 [[nodiscard]] inline std::int32_t TitleRows() {

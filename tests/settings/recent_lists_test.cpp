@@ -89,13 +89,13 @@ TEST(RecentSearches, AListThatWasNotReadIsNotWritten) {
   RecentSearchLists recent;
   const auto load = [&](const char* kind) {
     return LoadRecentStrings(place->ProfilePath, "MRU Search", kind, recent.RecentTexts[0], kRecentStrings,
-                             kRecentStringBytes);
+                             kRecentTextBytes);
   };
   ASSERT_EQ(load("Text"), 10);
   EXPECT_STREQ(recent.RecentTexts[0], "");
   EXPECT_STREQ(recent.RecentTexts[9], "ten");
   recent.RecentTextCount = 1;
-  std::snprintf(recent.RecentTexts[0], kRecentStringBytes, "%s", " 32 characters with blanks here ");
+  std::snprintf(recent.RecentTexts[0], kRecentTextBytes, "%s", " 32 characters with blanks here ");
   EXPECT_EQ(SaveRecentSearches(*place, 0, recent), 0);
   EXPECT_EQ(SaveRecentSearches(*place, 1, recent), 1);
   EXPECT_EQ(ContentOf(place->ProfilePath),

@@ -288,15 +288,26 @@ BOOL EnableWindow(HWND window, BOOL enable) {
 }
 
 LONG_PTR SetWindowLongPtrA(HWND window, int index, LONG_PTR value) {
-  if (index != GWLP_WNDPROC) {
+  if (index != GWLP_WNDPROC && index != DWLP_USER) {
     ReportUnknown("SetWindowLongPtrA", static_cast<std::uint64_t>(index));
     return 0;
   }
   if (!IsWindowAlive(window)) {
     return 0;
   }
+  if (index == DWLP_USER) {
+    return std::exchange(window->userData, value);
+  }
   const WNDPROC former = std::exchange(window->windowClass.procedure, reinterpret_cast<WNDPROC>(value));
   return reinterpret_cast<LONG_PTR>(former);
+}
+
+LONG_PTR GetWindowLongPtrA(HWND window, int index) {
+  if (index != DWLP_USER) {
+    ReportUnknown("GetWindowLongPtrA", static_cast<std::uint64_t>(index));
+    return 0;
+  }
+  return IsWindowAlive(window) ? window->userData : 0;
 }
 
 LRESULT CallWindowProcA(WNDPROC former, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

@@ -149,6 +149,10 @@ bool ToolkitRuns() {
 
 using namespace platform_qt;
 
+std::string ProgramLibraries() {
+  return std::string("Qt ") + qVersion();
+}
+
 int RunProgram(int argc, char** argv, ProgramEntry entry) {
   StoreCommandWords(argc > 1 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>());
   StartToolkit(argc > 0 ? argv[0] : "quorl");

@@ -76,6 +76,7 @@ struct HWND__ {
   QWidget* widget = nullptr;                     // the client area, the dialog, or the control
   platform_qt::ProgramDialog* dialog = nullptr;  // of a dialog
   platform_qt::Control* control = nullptr;       // of a control
+  LONG_PTR userData = 0;                         // of a dialog: DWLP_USER
 
   // Of a top-level window alone.
   platform_qt::Frame* frame = nullptr;

@@ -1,4 +1,4 @@
-#include "search/goto_logic.h"
+#include "places/goto_logic.h"
 
 #include <algorithm>
 #include <cstdio>

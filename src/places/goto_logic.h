@@ -31,10 +31,6 @@ struct GoToField {
 };
 [[nodiscard]] GoToField GoToFieldOf(GoToChoice choice, const GoToLimits& limits);
 
-// Characters that the field takes: those of the last position of a 64-bit file in its longest notation, the
-// octal one.
-inline constexpr std::int32_t kGoToFieldChars = 22;
-
 // Whether OK may be pressed with this text in the field. Top and bottom always pass; no choice never does,
 // without a message.
 [[nodiscard]] FieldCheck GoToValidate(GoToChoice choice, std::string_view text, const GoToLimits& limits);

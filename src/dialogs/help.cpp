@@ -1,4 +1,4 @@
-#include "window/help.h"
+#include "dialogs/help.h"
 
 #include "platform/win32.h"
 

@@ -8,5 +8,8 @@ inline constexpr int kHelpColors = 128;
 inline constexpr int kHelpFreezeColumns = 192;
 inline constexpr int kHelpSaveOptions = 224;
 
-// Opens the help book at a place. There is no book yet, so that it cannot start: a beep.
+// Whether there is a help book. Without one, all that would open it is gray.
+inline constexpr bool kHelpIsThere = false;
+
+// Opens the help book at a place; a beep when it cannot be opened.
 void ShowHelp(int context);

@@ -7,6 +7,3 @@
 
 // Runs the dialog. Result 1 for OK, 0 for Cancel.
 INT_PTR RunColorDialog(HWND owner);
-
-// The command: the dialog, then a repaint. The dialog's result.
-LRESULT ColorsCommand(UINT id);
