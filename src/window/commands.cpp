@@ -10,6 +10,7 @@
 #include "window/main_window_state.h"
 #include "window/navigation.h"
 #include "window/private_messages.h"
+#include "window/scrolling.h"
 #include "window/titles.h"
 
 namespace {
@@ -68,7 +69,10 @@ LRESULT RunCommand(UINT id) {
   const Command* command = FindCommand(id);
   if (command == nullptr || command->handler == nullptr) return 0;
   if (command->needs == Needs::file && !FileIsOpen()) return 0;
-  return command->handler(id);
+  const LRESULT result = command->handler(id);
+  // A dialog may have ended by Esc.
+  if (command->label != nullptr && std::string_view(command->label).ends_with("...")) NoteEscape();
+  return result;
 }
 
 LRESULT ExitCommand(UINT /*id*/) {

@@ -125,7 +125,6 @@ LRESULT FindMarkAllCommand(UINT /*id*/) {
   const FilePos first = find->result.hit;
   state.Search.SearchNext = kNoPosition;
   if (first < 0) {
-    PostMessageA(state.MainWindow, WM_VSCROLL, SB_BOTTOM, 0);
     MessageBeep(MB_ICONEXCLAMATION);
     return 0;
   }

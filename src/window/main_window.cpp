@@ -11,6 +11,7 @@
 #include "window/menu.h"
 #include "window/navigation.h"
 #include "window/opening.h"
+#include "window/options.h"
 #include "window/page_indexing.h"
 #include "window/painting.h"
 #include "window/private_messages.h"
@@ -62,7 +63,10 @@ LRESULT CreateView(HWND window) {
   }
   if (state.MruFiles != 0) AppendRecentSeparator(window);
   DragAcceptFiles(window, TRUE);
-  if (state.SetupSection[0] != '\0') SendMessageA(window, WM_COMMAND, IDM_RELOAD_SETUP, 0);
+  if (state.SetupSection[0] != '\0') {
+    SendMessageA(window, WM_COMMAND, IDM_RELOAD_SETUP, 0);
+    ApplyOptionLetters(state, state, state);  // they win over what the setup holds
+  }
   return 0;
 }
 

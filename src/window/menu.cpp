@@ -35,7 +35,7 @@ void UpdateRecentFiles(HMENU popup) {
     const UINT id = IDM_RECENT1 + static_cast<UINT>(i) - 1;
     DeleteMenu(popup, id, MF_BYCOMMAND);
     if (i > state.RecentFileCount) continue;
-    AppendMenuA(popup, MF_STRING, id, RecentItemText(i, state.RecentFiles[i - 1]).c_str());
+    AppendMenuA(popup, MF_STRING, id, RecentItemText(state, i).c_str());
   }
 }
 
@@ -49,6 +49,24 @@ void UpdateItems(HMENU popup, const PullDown& pullDown) {
   }
 }
 
+// Byte offsets of the characters of UTF-8 text.
+std::vector<std::size_t> Characters(const std::string& text) {
+  std::vector<std::size_t> offsets;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80) offsets.push_back(i);
+  }
+  return offsets;
+}
+
+// `text` with dots for what it has too many of in its middle.
+std::string ShortenInMiddle(const std::string& text, std::size_t most) {
+  const std::vector<std::size_t> characters = Characters(text);
+  if (characters.size() <= most) return text;
+  const std::size_t head = most / 2;
+  const std::size_t tail = most - head - 3;
+  return text.substr(0, characters[head]) + "..." + text.substr(characters[characters.size() - tail]);
+}
+
 // Which of the pull-downs stands at a position of the bar, from which the profile may have taken some; -1 for
 // none of them.
 int MenuAt(HMENU bar, int position) {
@@ -60,6 +78,20 @@ int MenuAt(HMENU bar, int position) {
 }
 
 }  // namespace
+
+std::string RecentItemText(const RecentFileList& recent, int number) {
+  const char* const path = recent.RecentFiles[number - 1];
+  const std::string name = BaseName(path);
+  const auto sameName = [&name](const char* other) { return name == BaseName(other); };
+  std::string shown = name;
+  if (std::count_if(recent.RecentFiles, recent.RecentFiles + recent.RecentFileCount, sameName) > 1) {
+    shown += " - " + std::string(path, static_cast<std::size_t>(BaseName(path) - path));
+  }
+  std::string text = "&" + std::to_string(number) + " ";
+  for (const char c : ShortenInMiddle(shown, kRecentItemChars))
+    text += c == '&' ? std::string("&&") : std::string(1, c);
+  return text;
+}
 
 HMENU BuildMenuBar() {
   const HMENU bar = CreateMenu();

@@ -5,6 +5,7 @@
 
 #include "tests/window/viewer.h"
 #include "window/command_table.h"
+#include "window/menu.h"
 
 namespace {
 
@@ -39,7 +40,20 @@ TEST(Menu, ShowsTheRecentFiles) {
     if (wanted) EXPECT_EQ(items.back().text, std::string("&1 ") + BaseName(file.Path().c_str()));
     EXPECT_EQ(MainState.RecentFileCount, 1) << "the list in memory follows all the same";
   }
-  EXPECT_EQ(RecentItemText(3, "/x/a&b.txt"), "&3 a&&b.txt");
+  RecentFileList recent;
+  recent.RecentFileCount = 3;
+  const std::string umlauts = [] {
+    std::string text;
+    for (int i = 0; i < 80; ++i)
+      text += "\xC3\xBC";
+    return text;
+  }();
+  std::snprintf(recent.RecentFiles[0], kPathBytes, "/x/a&b.txt");
+  std::snprintf(recent.RecentFiles[1], kPathBytes, "/y/a&b.txt");
+  std::snprintf(recent.RecentFiles[2], kPathBytes, "/x/%s", umlauts.c_str());
+  EXPECT_EQ(RecentItemText(recent, 1), "&1 a&&b.txt - /x/");
+  EXPECT_EQ(RecentItemText(recent, 2), "&2 a&&b.txt - /y/");
+  EXPECT_EQ(RecentItemText(recent, 3), "&3 " + umlauts.substr(0, 60) + "..." + umlauts.substr(0, 54));
 }
 
 TEST(Menu, TicksWhatIsInForce) {

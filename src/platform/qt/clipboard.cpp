@@ -50,7 +50,8 @@ HANDLE SetClipboardData(UINT format, HANDLE block) {
     platform_qt::ReportUnknown("SetClipboardData", format);
     return nullptr;
   }
-  QApplication::clipboard()->setText(FromWindows1252(static_cast<const char*>(block)));
+  // Programs of this system expect a line feed at the end of a line.
+  QApplication::clipboard()->setText(FromWindows1252(static_cast<const char*>(block)).replace("\r\n", "\n"));
   std::free(block);
   return QApplication::clipboard();  // tells success; nobody may use the block any more
 }
