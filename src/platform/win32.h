@@ -319,7 +319,6 @@ inline constexpr DWORD QS_ALLINPUT = 0x04FF;
 HANDLE CreateEventA(SECURITY_ATTRIBUTES* security, BOOL manualReset, BOOL set, LPCSTR name);
 BOOL SetEvent(HANDLE event);
 BOOL ResetEvent(HANDLE event);
-BOOL CloseHandle(HANDLE event);
 // Waits for the event and serves nothing meanwhile.
 DWORD WaitForSingleObject(HANDLE event, DWORD milliseconds);
 // Waits for one event, or for a message of any kind that can be taken: WAIT_OBJECT_0 + 1.
