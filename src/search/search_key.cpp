@@ -124,10 +124,11 @@ HexKey ReadHexKey(std::string_view text, std::int32_t least) {
 }
 
 std::int32_t TouchSearchHistory(char (&list)[kRecentStrings][kRecentStringBytes], std::int32_t& count,
-                                std::int32_t index, char* text) {
+                                std::int32_t& touched, std::int32_t index, char* text) {
   const auto isText = [text](const char* entry) { return std::strcmp(entry, text) == 0; };
   const bool isNew = index < 0 && std::none_of(list, list + std::max(count, 0), isText);
-  const std::size_t length = TouchRecentList(list[0], kRecentStrings, kRecentStringBytes, index, text);
+  const std::size_t length =
+      TouchRecentList(list[0], kRecentStrings, kRecentStringBytes, index, text, touched);
   if (isNew && count < kRecentStrings) ++count;
   return static_cast<std::int32_t>(length);
 }

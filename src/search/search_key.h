@@ -50,6 +50,6 @@ struct HexKey {
 
 // Moves a key to the front of its history: entry `index`, which is copied to `text`, or with a negative index
 // `text` itself. `text` has kRecentStringBytes. A text that was not in the history adds 1 to `count`, as long
-// as there is room. Result: the length of the key.
+// as there is room; `touched` is as in TouchRecentList. Result: the length of the key.
 std::int32_t TouchSearchHistory(char (&list)[kRecentStrings][kRecentStringBytes], std::int32_t& count,
-                                std::int32_t index, char* text);
+                                std::int32_t& touched, std::int32_t index, char* text);

@@ -78,7 +78,8 @@ void TakeTextKey(const std::string& text, std::int32_t row) {
   MainWindowState& state = MainState;
   char key[kSearchKeyBytes] = {};
   if (row < 0) std::snprintf(key, sizeof key, "%s", TextKeyOf(text, state.FormatFlags).c_str());
-  state.Search.SearchKeyLen = TouchSearchHistory(state.RecentTexts, state.RecentTextCount, row, key);
+  state.Search.SearchKeyLen =
+      TouchSearchHistory(state.RecentTexts, state.RecentTextCount, state.RecentTextsTouched, row, key);
   std::memcpy(state.Search.SearchKey, key, sizeof key);
 }
 
@@ -172,7 +173,7 @@ void FinishFindHex(HWND dialog, bool markAll) {
   char text[kRecentStringBytes] = {};
   std::snprintf(text, sizeof text, "%s", HexText(dialog).c_str());
   const std::int32_t row = ChosenRow(dialog, find_hex_dialog::kKey);
-  TouchSearchHistory(state.RecentHex, state.RecentHexCount, row, text);
+  TouchSearchHistory(state.RecentHex, state.RecentHexCount, state.RecentHexTouched, row, text);
   const int flags = SEARCH_TEXT | SEARCH_CASE | FlagOf(dialog, find_hex_dialog::kFromTop, SEARCH_FROM_TOP);
   EndWithSearch(dialog, static_cast<std::uint16_t>(flags), markAll);
 }

@@ -1,6 +1,7 @@
 #include "window/save_options.h"
 
 #include "resources/dialogs/save_options_dialog.h"
+#include "settings/profile.h"
 #include "settings/setups.h"
 #include "window/dialog_routing.h"
 #include "window/help.h"
@@ -21,8 +22,6 @@ constexpr GroupBox kGroupBoxes[] = {
     {save_options_dialog::kPrinter, GROUP_PRINTER, BST_INDETERMINATE},
 };
 
-SaveChoice Chosen;  // of the dialog that has just ended
-
 SaveChoice ReadBoxes(HWND dialog) {
   SaveChoice choice;
   for (const GroupBox& box : kGroupBoxes) {
@@ -37,6 +36,22 @@ void EnableSave(HWND dialog) {
   EnableWindow(GetDlgItem(dialog, IDOK), ReadBoxes(dialog).Any() ? TRUE : FALSE);
 }
 
+// False when there is nothing to save, or when it failed, after the user has been told.
+bool Save(HWND dialog) {
+  const MainWindowState& state = MainState;
+  const SaveChoice choice = ReadBoxes(dialog);
+  if (!choice.Any()) return false;
+  RECT window{};
+  GetWindowRect(state.MainWindow, &window);
+  const FileError error = SaveGroups(choice, &window, state.Titles, state);
+  if (error == 0) return true;
+  const std::string text =
+      "Cannot save the options in\n" + ProfileFullPath(state) + "\n" + FileErrorText(error) + ".";
+  MessageBeep(MB_ICONHAND);
+  MessageBoxA(dialog, text.c_str(), "Save Options Error", MB_ICONHAND);
+  return false;
+}
+
 INT_PTR StartDialog(HWND dialog, LPARAM /*param*/) {
   for (const GroupBox& box : kGroupBoxes)
     CheckDlgButton(dialog, box.id, box.start);
@@ -47,8 +62,7 @@ INT_PTR StartDialog(HWND dialog, LPARAM /*param*/) {
 void Act(HWND dialog, int control, UINT /*notification*/) {
   switch (control) {
     case IDOK:
-      Chosen = ReadBoxes(dialog);
-      if (Chosen.Any()) EndDialog(dialog, 1);
+      if (Save(dialog)) EndDialog(dialog, 1);
       break;
     case IDCANCEL:
       EndDialog(dialog, 0);
@@ -69,10 +83,6 @@ INT_PTR CALLBACK SaveOptionsDlgProc(HWND dialog, UINT message, WPARAM wParam, LP
 }  // namespace
 
 LRESULT SaveOptionsCommand(UINT /*id*/) {
-  MainWindowState& state = MainState;
-  if (RunDialog(save_options_dialog::kTemplate, state.MainWindow, SaveOptionsDlgProc, 0) != 1) return 1;
-  RECT window{};
-  GetWindowRect(state.MainWindow, &window);
-  SaveGroups(Chosen, &window, state.Titles, state);
+  RunDialog(save_options_dialog::kTemplate, MainState.MainWindow, SaveOptionsDlgProc, 0);
   return 1;
 }
