@@ -638,9 +638,9 @@ void* GlobalLock(HGLOBAL block);
 BOOL GlobalUnlock(HGLOBAL block);
 HGLOBAL GlobalFree(HGLOBAL block);  // null: freed
 
-// Relied on: CF_TEXT, zero-terminated bytes of the Windows-1252 set, lines ended by CR LF, which other programs
-// get as this system ends lines. The block belongs to the clipboard once
-// SetClipboardData has succeeded.
+// Relied on: CF_TEXT, zero-terminated bytes of the Windows-1252 set, lines ended by CR LF, which other
+// programs get as this system ends lines. The block belongs to the clipboard once SetClipboardData has
+// succeeded.
 BOOL OpenClipboard(HWND owner);
 BOOL EmptyClipboard();
 HANDLE SetClipboardData(UINT format, HANDLE block);

@@ -127,11 +127,12 @@ HexKey ReadHexKey(std::string_view text, std::int32_t least) {
   return key;
 }
 
-std::size_t TouchHistory(char* list, std::size_t width, std::int32_t& count, std::int32_t index, char* text) {
+std::size_t TouchHistory(char* list, std::size_t width, std::int32_t& count, std::int32_t& touched,
+                         std::int32_t index, char* text) {
   bool isNew = index < 0;
   for (std::int32_t i = 0; isNew && i < count; ++i)
     isNew = std::strcmp(list + static_cast<std::size_t>(i) * width, text) != 0;
-  const std::size_t length = TouchRecentList(list, kRecentStrings, width, index, text);
+  const std::size_t length = TouchRecentList(list, kRecentStrings, width, index, text, touched);
   if (isNew && count < kRecentStrings) ++count;
   return length;
 }

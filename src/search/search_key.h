@@ -50,5 +50,7 @@ struct HexKey {
 
 // Moves a key to the front of its history, a block of kRecentStrings slots of `width` bytes: entry `index`,
 // which is copied to `text`, or with a negative index `text` itself, a buffer of `width` bytes. A text that
-// was not in the history adds 1 to `count`, as long as there is room. Result: the length of the key.
-std::size_t TouchHistory(char* list, std::size_t width, std::int32_t& count, std::int32_t index, char* text);
+// was not in the history adds 1 to `count`, as long as there is room; `touched` is as in
+// TouchRecentList. Result: the length of the key.
+std::size_t TouchHistory(char* list, std::size_t width, std::int32_t& count, std::int32_t& touched,
+                         std::int32_t index, char* text);

@@ -41,8 +41,8 @@ FieldCheck SetTextSearch(std::string_view text, std::int32_t row, const SearchWi
   }
   char key[kRecentTextBytes] = {};
   if (row < 0) TextKeyOf(text, code).copy(key, sizeof key - 1);
-  const std::size_t length =
-      TouchHistory(recent.RecentTexts[0], kRecentTextBytes, recent.RecentTextCount, row, key);
+  const std::size_t length = TouchHistory(recent.RecentTexts[0], kRecentTextBytes, recent.RecentTextCount,
+                                          recent.RecentTextsTouched, row, key);
   std::memcpy(search.SearchKey, key, length);
   search.SearchKeyLen = static_cast<std::int32_t>(length);
   search.TextCase = wish.caseSensitive;
@@ -65,7 +65,8 @@ HexKey SetHexSearch(std::string_view text, const SearchWish& wish, RecentSearchL
   if (!key.IsGood()) return key;
   const auto entry = std::make_unique<char[]>(kRecentHexBytes);
   text.copy(entry.get(), kRecentHexBytes - 1);
-  TouchHistory(recent.RecentHex[0], kRecentHexBytes, recent.RecentHexCount, -1, entry.get());
+  TouchHistory(recent.RecentHex[0], kRecentHexBytes, recent.RecentHexCount, recent.RecentHexTouched, -1,
+               entry.get());
   SetFlags(SEARCH_CASE, wish, search);
   return key;
 }

@@ -1,10 +1,10 @@
 #include "window/main_window.h"
 
+#include <cstdio>
 #include <new>
 
-#include "platform/profile_batch.h"
 #include "resources/command_ids.h"
-#include "settings/recent_lists.h"
+#include "settings/profile.h"
 #include "window/commands.h"
 #include "window/fonts.h"
 #include "window/main_window_state.h"
@@ -70,17 +70,18 @@ LRESULT CreateView(HWND window) {
   return 0;
 }
 
-void SaveRecentLists() {
-  MainWindowState& state = MainState;
-  const ProfileBatch batch(state.ProfilePath);
-  SaveRecentSearches(state, state.MruSearch, state);
-  SaveRecentFiles(state, state.MruFiles, state);
+// There is no window any more that could tell of it otherwise.
+void SaveAtEnd() {
+  const FileError error = SaveRecentLists(MainState);
+  if (error == 0) return;
+  std::fprintf(stderr, "quorl: cannot save the recent files and searches in %s: %s\n",
+               ProfileFullPath(MainState).c_str(), FileErrorText(error).c_str());
 }
 
 LRESULT DestroyView() {
   MainWindowState& state = MainState;
   RunPageIndex(PG_END);
-  SaveRecentLists();
+  SaveAtEnd();
   FreeView();
   if (state.FontIsStock == 0 && state.ViewFont != nullptr) DeleteObject(state.ViewFont);
   state.ViewFont = nullptr;

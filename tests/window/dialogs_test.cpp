@@ -1,4 +1,7 @@
-// The dialogs of colors and frozen columns, and the About box, as a user goes through them.
+// The dialogs of colors, frozen columns and saved options, and the About box, as a user goes through them.
+#include <fcntl.h>
+#include <sys/file.h>
+
 #include "resources/command_ids.h"
 #include "resources/dialogs/about_dialog.h"
 #include "resources/dialogs/color_dialog.h"
@@ -182,6 +185,39 @@ TEST(SaveOptions, SavesResetsOrKeepsEachGroup) {
     EXPECT_EQ(Viewer::Profile(), c.left);
     ResetColors(COLORS_WINDOW, ColorTable);
   }
+}
+
+// The profile is in a folder that another viewer has locked, and then one that is no folder.
+TEST(SaveOptions, WhatFailsIsToldAndTheDialogStays) {
+  const ScratchFile file("text\n");
+  Viewer viewer({"-s", file.Path()}, "[Quorl]\nTabLength=4\n");
+  const std::string profile = Viewer::ProfileFile().string();
+  const std::filesystem::path folder = Viewer::ProfileFile().parent_path();
+  const int lock = open(folder.c_str(), O_RDONLY | O_DIRECTORY);
+  ASSERT_EQ(flock(lock, LOCK_EX), 0);
+  ScriptNextDialog({Click(IDOK), [lock](HWND dialog) {
+                      EXPECT_EQ(Boxes().size(), 1U);
+                      close(lock);
+                      ClickControl(dialog, IDOK);
+                    }});
+  viewer.Command(IDM_SAVE_OPTIONS);
+  ASSERT_EQ(Boxes().size(), 1U);
+  EXPECT_EQ(Boxes()[0].text, "Cannot save the options in\n" + profile + "\nDevice or resource busy.");
+  EXPECT_NE(Viewer::Profile().find("LineLength="), std::string::npos) << "the second time";
+
+  std::filesystem::remove_all(folder);
+  PutContent(folder.string(), "", std::ios::trunc);
+  ScriptNextDialog({Click(IDOK)});
+  viewer.Command(IDM_SAVE_OPTIONS);
+  ASSERT_EQ(Boxes().size(), 2U);
+  EXPECT_EQ(Boxes()[1].text, "Cannot save the options in\n" + profile + "\nNot a directory.");
+
+  // The recent files fail at the end.
+  MainState.MruFiles = 1;
+  testing::internal::CaptureStderr();
+  viewer.Send(WM_CLOSE);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "quorl: cannot save the recent files and searches in " + profile + ": Not a directory\n");
 }
 
 TEST(SaveOptions, OfTheFormatHoldAtTheNextStart) {
