@@ -140,10 +140,6 @@ void StopToolkit() {
   toolkit = nullptr;
 }
 
-bool ToolkitRuns() {
-  return toolkit != nullptr;
-}
-
 }  // namespace platform_qt
 
 using namespace platform_qt;

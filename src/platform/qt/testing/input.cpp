@@ -33,6 +33,19 @@ void SendKey(HWND window, int toolkitKey, int keys, const QString& text) {
 
 }  // namespace
 
+int ToolkitKeyOf(int virtualKey) {
+  constexpr std::pair<int, int> kRanges[] = {{Qt::Key_Space, Qt::Key_Z}, {Qt::Key_Escape, Qt::Key_F24}};
+  for (const auto& [first, last] : kRanges) {
+    for (int key = first; key <= last; ++key) {
+      if (VirtualKeyOf(QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier)) == virtualKey) {
+        return key;
+      }
+    }
+  }
+  assert(false && "a key that the layer knows");
+  return 0;
+}
+
 Qt::KeyboardModifiers ToolkitModifiers(int keys) {
   Qt::KeyboardModifiers modifiers = Qt::NoModifier;
   modifiers.setFlag(Qt::ShiftModifier, (keys & MK_SHIFT) != 0);
@@ -42,7 +55,7 @@ Qt::KeyboardModifiers ToolkitModifiers(int keys) {
 }
 
 void StartToolkit(int argc, char** argv) {
-  if (ToolkitRuns()) {
+  if (QCoreApplication::instance() != nullptr) {
     return;
   }
   qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -80,9 +93,7 @@ bool TimerIsSet(HWND window, UINT_PTR id) {
 }
 
 void PressKey(HWND window, int virtualKey, int keys) {
-  const int key = ToolkitKeyOf(virtualKey);
-  assert(key != 0 && "a key that the layer knows");
-  SendKey(window, key, keys, QString());
+  SendKey(window, ToolkitKeyOf(virtualKey), keys, QString());
 }
 
 void TypeCharacter(HWND window, char character, int keys) {

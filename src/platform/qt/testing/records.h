@@ -17,6 +17,8 @@ void RunScript(platform_qt::ProgramDialog& dialog);
 void ForgetScripts();
 void ForgetDrawing();
 
+// The toolkit's key of a virtual key.
+int ToolkitKeyOf(int virtualKey);
 // MK_SHIFT, MK_CONTROL and kAlt as the toolkit has them.
 Qt::KeyboardModifiers ToolkitModifiers(int keys);
 

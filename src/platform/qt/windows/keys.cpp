@@ -78,21 +78,6 @@ int VirtualKeyOf(const QKeyEvent& event) {
   return key > 0xFF ? LetterByPlace(event.nativeScanCode()) : 0;
 }
 
-int ToolkitKeyOf(int virtualKey) {
-  if ((virtualKey >= 'A' && virtualKey <= 'Z') || (virtualKey >= '0' && virtualKey <= '9')) {
-    return virtualKey;
-  }
-  if (virtualKey >= VK_F1 && virtualKey < VK_F1 + 24) {
-    return Qt::Key_F1 + (virtualKey - VK_F1);
-  }
-  for (const KeyPair& pair : kKeys) {
-    if (pair.virtualKey == virtualKey) {
-      return pair.toolkit;
-    }
-  }
-  return 0;
-}
-
 bool IsAltGrText(const QKeyEvent& event) {
   const Qt::KeyboardModifiers both = Qt::ControlModifier | Qt::AltModifier;
   const QString text = event.text();

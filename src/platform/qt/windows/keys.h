@@ -15,8 +15,6 @@ namespace platform_qt {
 // The virtual key of a key event, 0 when it has none that the program could ask for. Letters and digits go
 // by what stands on the key; on a keyboard without Latin letters by the key's place.
 [[nodiscard]] int VirtualKeyOf(const QKeyEvent& event);
-// The toolkit's key of a virtual key, for the testing library.
-[[nodiscard]] int ToolkitKeyOf(int virtualKey);
 
 // Whether the event types a character by way of AltGr, which some servers report as Ctrl+Alt.
 [[nodiscard]] bool IsAltGrText(const QKeyEvent& event);
