@@ -31,8 +31,8 @@ std::vector<std::uint8_t> FuzzInput::FileBytes(std::int32_t most) {
   enum Kind { given, repeated, noise, text, kinds };
   const int kind = Byte() % kinds;
   // Most inputs are small: what they find, large ones find more slowly.
-  const std::int32_t sizes[] = {0, 1, 2, 7, 20, 50, 100, 100, 200, 200, 400, 400, 1000, 1000, 2000, 9000};
-  const bool isLarge = Chance(64);
+  const std::int32_t sizes[] = {0, 1, 2, 7, 20, 50, 100, 100, 200, 200, 400, 400, 1000, 1000, 2000, 4000};
+  const bool isLarge = Chance(200);
   std::vector<std::uint8_t> bytes(static_cast<std::size_t>(Between(0, isLarge ? most : OneOf(sizes))));
   static constexpr std::uint8_t kSpecial[] = {'\n', '\r', '\n', '\n', '\f', '\t', '\t', 26};
   const std::uint32_t distances[] = {30, 3000, 1U << 30};  // between those in a text

@@ -136,7 +136,7 @@ void FuzzLoad(const std::uint8_t* data, std::size_t size) {
     if (i == 0 || input.Chance(6)) {
       const std::int32_t rowCounts[] = {1, 2, 2, 3, 3, 5, 5, 8};
       const std::int32_t largeCounts[] = {25, 70, 270, 1081};
-      view.request.rows = input.Chance(16) ? input.OneOf(largeCounts) : input.OneOf(rowCounts);
+      view.request.rows = input.Chance(50) ? input.OneOf(largeCounts) : input.OneOf(rowCounts);
       view.format = input.Byte() % 3;
       const ViewOptions options = input.Options();
       view.request.style = {kFuzzRoutines[view.format], options, std::max(input.LineLen(), 1)};
