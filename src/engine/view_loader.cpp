@@ -207,15 +207,3 @@ ViewStatus LoadView(const LoadRequest& request, ByteSource& source, ViewFile& fi
       return status & VS_FAILED ? status : 0;
   }
 }
-
-void MarkLines(LineArray& lines, TagList& tags) {
-  tags.entries[tags.count].position = kBehindEveryPosition;
-  const TagEntry* tag = tags.entries;
-  while (tag->position < lines.Aline[lines.Afirst].Lpos)
-    ++tag;
-  for (std::int32_t i = lines.Afirst; i < lines.Alast; ++i) {
-    lines.Aline[i].Lflags &= ~LF_TAGMASK;
-    for (; tag->position < lines.Aline[i + 1].Lpos; ++tag)
-      lines.Aline[i].Lflags |= tag->flags & LF_TAGMASK;
-  }
-}

@@ -23,7 +23,3 @@ struct LoadRequest {
 // reason.
 [[nodiscard]] ViewStatus LoadView(const LoadRequest& request, ByteSource& source, ViewFile& file,
                                   LineArray& lines, TextBuffer& text);
-
-// Copies the tags onto the lines: each line gets the flags of every tag from its first byte up to the next
-// line's first byte.
-void MarkLines(LineArray& lines, TagList& tags);

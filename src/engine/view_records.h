@@ -18,7 +18,6 @@ inline constexpr std::int16_t kViewLines = 1000;     // entries of the view's Li
 inline constexpr std::int32_t kViewText = 32760;     // characters of the view's TextBuffer, at least
 inline constexpr std::int32_t kLongestLine = 32767;  // characters of a line, whatever is asked for
 inline constexpr std::int32_t kSliceBytes = 65535;   // bytes of the largest line that is made in one go
-inline constexpr std::int16_t kTagSlots = 1000;      // entries of the tag block, the sentinel's included
 
 // 16-bit result of the engine's routines. Only VS_FAILED is ever tested.
 using ViewStatus = std::uint16_t;
@@ -132,17 +131,3 @@ inline constexpr std::int32_t FILL_BACKWARD = 2;
 // that the format cannot work at this lineLen (characters).
 using FormatProc = ViewStatus (*)(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos,
                                   std::int32_t direction, ViewOptions options, std::int32_t lineLen);
-
-// One tag: a file offset, not a line.
-struct TagEntry {
-  FilePos position = 0;
-  std::uint32_t flags = 0;  // 2 set by the user, 1 found by Mark All; only the low 4 bits are in use
-};
-
-// Tags in ascending order, positions unique. The slot behind the last entry is the sentinel's: a routine
-// that walks the list writes kBehindEveryPosition there first.
-struct TagList {
-  TagEntry* entries = nullptr;
-  std::int16_t capacity = 0;  // tags that the list accepts: one less than the slots
-  std::int16_t count = 0;
-};

@@ -47,3 +47,15 @@ FilePos TagNext(TagList& list, FilePos position) {
   const TagEntry* const next = FirstFrom(list, position + 1);
   return next == End(list) ? kNoPosition : next->position;
 }
+
+void MarkLines(LineArray& lines, TagList& tags) {
+  tags.entries[tags.count].position = kBehindEveryPosition;
+  const TagEntry* tag = tags.entries;
+  while (tag->position < lines.Aline[lines.Afirst].Lpos)
+    ++tag;
+  for (std::int32_t i = lines.Afirst; i < lines.Alast; ++i) {
+    lines.Aline[i].Lflags &= ~LF_TAGMASK;
+    for (; tag->position < lines.Aline[i + 1].Lpos; ++tag)
+      lines.Aline[i].Lflags |= tag->flags & LF_TAGMASK;
+  }
+}

@@ -11,6 +11,7 @@
 #include "engine/byte_source.h"
 #include "engine/long_job.h"
 #include "engine/view_records.h"
+#include "marks/tag_list.h"
 #include "settings/recent_lists.h"
 
 // Bytes of one read at most. Reads end at multiples of it in the file, which are borders of the system's own

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <string>
 
-#include "engine/profile_place.h"
 #include "settings/advanced_keys.h"
+#include "settings/profile_place.h"
 
 inline constexpr const char* kProfileName = "QUORL.INI";
 

@@ -3,10 +3,10 @@
 // full: keys that the section lacks go to their defaults. Printing has no groups to load yet.
 #pragma once
 
-#include "engine/profile_place.h"
 #include "marks/titles.h"
 #include "settings/advanced_keys.h"
 #include "settings/format_options.h"
+#include "settings/profile_place.h"
 #include "settings/recent_lists.h"
 
 // Bits of a mask of groups.

@@ -2,7 +2,7 @@
 
 #include "dialogs/find_hex.h"
 #include "dialogs/find_text.h"
-#include "engine/view_loader.h"
+#include "marks/tag_list.h"
 #include "resources/command_ids.h"
 #include "search/search_engine.h"
 #include "window/main_window_state.h"

@@ -3,7 +3,9 @@
 #include <cstdio>
 #include <new>
 
+#include "marks/tag_list.h"
 #include "resources/command_ids.h"
+#include "settings/option_letters.h"
 #include "settings/profile.h"
 #include "window/commands.h"
 #include "window/fonts.h"
@@ -11,7 +13,6 @@
 #include "window/menu.h"
 #include "window/navigation.h"
 #include "window/opening.h"
-#include "window/options.h"
 #include "window/page_indexing.h"
 #include "window/painting.h"
 #include "window/private_messages.h"

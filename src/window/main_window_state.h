@@ -13,13 +13,14 @@
 #include "engine/text_format.h"
 #include "engine/view_records.h"
 #include "engine/view_run.h"
+#include "marks/tag_list.h"
 #include "marks/titles.h"
 #include "pageindex/page_index.h"
 #include "platform/win32.h"
 #include "search/search_engine.h"
 #include "settings/colors.h"
+#include "settings/command_line.h"
 #include "settings/setups.h"
-#include "window/command_line.h"
 
 // What the main window keeps of the page index.
 struct PageIndexing {

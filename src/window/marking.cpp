@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "engine/view_loader.h"
 #include "marks/tag_list.h"
 #include "window/main_window_state.h"
 #include "window/navigation.h"

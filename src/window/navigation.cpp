@@ -6,6 +6,7 @@
 #include "engine/error_page.h"
 #include "engine/view_loader.h"
 #include "engine/view_moves.h"
+#include "marks/tag_list.h"
 #include "window/main_window_state.h"
 #include "window/notice.h"
 #include "window/private_messages.h"

@@ -7,12 +7,12 @@
 #include "platform/program.h"
 #include "resources/command_ids.h"
 #include "resources/icon.h"
+#include "settings/option_letters.h"
 #include "settings/profile.h"
 #include "settings/setups.h"
 #include "window/main_window.h"
 #include "window/main_window_state.h"
 #include "window/menu.h"
-#include "window/options.h"
 #include "window/private_messages.h"
 #include "window/watch.h"
 

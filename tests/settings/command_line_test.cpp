@@ -1,4 +1,4 @@
-#include "window/command_line.h"
+#include "settings/command_line.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "window/options.h"
+#include "settings/option_letters.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "window/command_line.h"
+#include "settings/command_line.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "window/options.h"
+#include "settings/option_letters.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "settings/advanced_keys.h"
+#include "settings/command_line.h"
 #include "settings/format_options.h"
-#include "window/command_line.h"
 
 // Applies the letters in a fixed order, whatever the order typed, so that R wins over H and H over T. A
 // format comes with its stored word, and the other letters change that of the format in use alone. The

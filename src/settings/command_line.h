@@ -1,5 +1,5 @@
 // The grammar of the command line: option words of letters, a setup word, and one file. Plain text in, a
-// record out; what the letters mean is told in options.h.
+// record out; what the letters mean is told in option_letters.h.
 #pragma once
 
 #include <string_view>
