@@ -1,6 +1,7 @@
 """End-to-end tests on disks that hang and fail, by the file system of tests/faultfs. While a read hangs, its
 `pending` count is above 0: what the window does meanwhile it does without waiting for the disk."""
 import os
+import signal
 
 import fault_fs
 from desktop import wait_until
@@ -124,6 +125,13 @@ def hanging_close(bench: Bench):
             press(disk.viewer, *keys)
             assert disk.viewer.wait_end() == 0, disk.viewer.messages()
             assert disk.viewer.messages() == "", disk.viewer.messages()
+    for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
+        bench.forget_settings()
+        with Disk(bench) as disk:
+            disk.hang_on("End")
+            disk.viewer.process.send_signal(number)
+            assert disk.viewer.wait_end() == 0, disk.viewer.messages()
+            assert "numbered.txt" in bench.profile(), f"the recent files are saved at signal {number}"
 
 
 def hanging_open(bench: Bench):

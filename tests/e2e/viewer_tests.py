@@ -58,6 +58,10 @@ class Bench:
         """The next viewer starts as on its first day."""
         shutil.rmtree(os.path.join(self.desktop.env["XDG_CONFIG_HOME"], "quorl"), ignore_errors=True)
 
+    def profile(self):
+        with open(os.path.join(self.desktop.env["XDG_CONFIG_HOME"], "quorl", "QUORL.INI"), encoding="utf-8") as file:
+            return file.read()
+
     def reader(self):
         if self._reader is None:
             viewer = self.show(self.write("calibration.txt", calibration_file()))
