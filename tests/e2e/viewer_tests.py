@@ -4,6 +4,7 @@ shows what it should, and fails when patience ends."""
 import os
 import shutil
 import subprocess
+import urllib.parse
 
 import desktop
 from desktop import Failure, Viewer, wait_until
@@ -466,11 +467,14 @@ def recent_files(bench):
 
 
 def drop(bench):
-    """A file dragged from another program opens."""
+    """A file dragged from another program opens, also one whose name is no UTF-8."""
     viewer = bench.show(bench.numbered_file())
     bench.expect_top(viewer, 0, "the first lines")
-    path = bench.write("dropped & 100 %.txt", b"this was dropped\n")
-    source = subprocess.Popen([os.path.join(desktop.BUILD, "bin", "drag_source"), path, bench.path("other")],
+    path = os.path.join(os.fsencode(bench.folder), b"dropped & 100 % \xe9.txt")
+    with open(path, "wb") as file:
+        file.write(b"this was dropped\n")
+    uri = "file://" + urllib.parse.quote(path)
+    source = subprocess.Popen([os.path.join(desktop.BUILD, "bin", "drag_source"), uri, bench.path("other")],
                               env=viewer.desktop.env, stdin=subprocess.DEVNULL)
     try:
         xdotool = viewer.desktop.xdotool
@@ -478,11 +482,10 @@ def drop(bench):
                             "the program to drag from", source)
         xdotool("windowactivate", "--sync", window)
         drag(viewer, 60, 30, 500)
-        viewer.find("Quorl - dropped & 100 %.txt")
+        bench.expect_rows(viewer, ["this was dropped"], "the file that was dropped")
     finally:
         source.kill()
         source.wait()
-    bench.expect_rows(viewer, ["this was dropped"], "the file that was dropped")
     with open(path, "rb") as file:
         assert file.read() == b"this was dropped\n", "the file was moved or changed by the drop"
 

@@ -15,7 +15,8 @@ class Source : public QWidget {
     QList<QUrl> urls;
     const QStringList words = QApplication::arguments();
     for (qsizetype i = 1; i < words.size(); ++i) {
-      urls.append(QUrl::fromLocalFile(words[i]));
+      const bool isUri = words[i].startsWith(QStringLiteral("file:"));
+      urls.append(isUri ? QUrl::fromEncoded(words[i].toLatin1()) : QUrl::fromLocalFile(words[i]));
     }
     auto* const files = new QMimeData;
     files->setUrls(urls);

@@ -1,9 +1,7 @@
 // Files dropped on a window. A drop is taken as a copy, whatever the other program proposes: nothing happens
 // to the files.
 #include <QDragEnterEvent>
-#include <QFile>
 #include <QMimeData>
-#include <QUrl>
 #include <memory>
 #include <string>
 #include <utility>
@@ -19,11 +17,18 @@ namespace platform_qt {
 
 namespace {
 
+// The names as bytes: the toolkit's own reading of the list loses those that are not UTF-8. One URI a line
+// (RFC 2483), of this machine when its host is empty or localhost (RFC 8089).
 std::vector<std::string> LocalPaths(const QMimeData* data) {
   std::vector<std::string> paths;
-  for (const QUrl& url : data->urls()) {
-    if (url.isLocalFile()) {
-      paths.push_back(QFile::encodeName(url.toLocalFile()).toStdString());
+  for (const QByteArray& line : data->data(QStringLiteral("text/uri-list")).split('\n')) {
+    const QByteArray uri = line.trimmed();
+    for (const char* const prefix : {"file://localhost/", "file:///", "file:/"}) {
+      if (!uri.startsWith(prefix)) {
+        continue;
+      }
+      paths.push_back('/' + QByteArray::fromPercentEncoding(uri.mid(qstrlen(prefix))).toStdString());
+      break;
     }
   }
   return paths;
