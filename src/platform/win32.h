@@ -315,7 +315,7 @@ void PostQuitMessage(int exitCode);
 // SetEvent is the one operation of this header that any thread may call.
 inline constexpr DWORD WAIT_OBJECT_0 = 0;
 inline constexpr DWORD WAIT_TIMEOUT = 258;
-inline constexpr DWORD QS_ALLINPUT = 0x04FF;
+inline constexpr DWORD QS_ALLINPUT = 0x1CFF;
 HANDLE CreateEventA(SECURITY_ATTRIBUTES* security, BOOL manualReset, BOOL set, LPCSTR name);
 BOOL SetEvent(HANDLE event);
 BOOL ResetEvent(HANDLE event);
