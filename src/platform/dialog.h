@@ -1,4 +1,4 @@
-// Dialogs from templates that are data. Win32 takes a template as a resource or as packed words, so running
+// Dialogs from templates that are data. Win32 takes a template as a resource or as packed words, so opening
 // one is an operation of this layer's own; all that happens inside the dialog is Win32's (win32.h).
 #pragma once
 
@@ -18,8 +18,10 @@ enum class ControlKind : std::uint8_t {
   radio,  // those from one kGroupStart to the next exclude each other
   comboBox,
   dropDownList,
+  listBox,     // of one choice
   ownerDrawn,  // a button that the program draws at WM_DRAWITEM
   icon,        // shows what STM_SETICON gives it
+  group,       // a frame around other controls; its mnemonic leads to the next one that takes the focus
 };
 
 // Style bits of a control.
@@ -52,3 +54,9 @@ struct DialogTemplate {
 // loop runs behind it. The result is that of EndDialog; -1 when the dialog could not be shown, or the program
 // ends meanwhile.
 INT_PTR RunDialog(const DialogTemplate& dialog, HWND owner, DLGPROC procedure, LPARAM param);
+
+// Opens a dialog beside `owner` (may be null), which goes on taking input, and shows it. Keys work in it by
+// themselves. Its procedure ends it by DestroyWindow, and gets WM_DESTROY then; it also goes with its owner.
+// Null when the procedure has ended it already. Differs: while a modal dialog of the owner is up, the user
+// cannot turn to this one.
+HWND StartDialog(const DialogTemplate& dialog, HWND owner, DLGPROC procedure, LPARAM param);

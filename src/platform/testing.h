@@ -67,12 +67,14 @@ void AnswerNextColorDialog(std::optional<COLORREF> color);
 // without steps, is closed as by its close box.
 using DialogStep = std::function<void(HWND dialog)>;
 void ScriptNextDialog(std::vector<DialogStep> steps);
-// Input for a dialog; what it leads to comes before the next step.
+// Input for a dialog; what it leads to comes before the next step, or where the dialog is not modal with the
+// next pump.
 void TypeText(HWND dialog, const std::string& text);  // into the control with the focus
 void PressDialogKey(HWND dialog, int virtualKey, int keys);
 void ClickControl(HWND dialog, int id);
 void ClickInControl(HWND dialog, int id, int x, int y);  // pixels of the control
 void ChooseRow(HWND dialog, int id, int row);            // of a list, as a click on it does
+void DoubleClickRow(HWND dialog, int id, int row);       // of a list box
 struct ControlState {
   std::string text;
   bool enabled = false, focused = false;
@@ -119,6 +121,8 @@ struct Pixels {
 };
 Pixels ClientPixels(HWND window);
 Pixels ControlPixels(HWND dialog, int id);
+// What is drawn on a white page, of which the layer has no more than a painter of the toolkit.
+Pixels PagePixels(int width, int height, const std::function<void(HDC)>& draw);
 // The whole window, or dialog, with menu bar and scroll bars, without its frame, as a PNG file. False when it
 // cannot be written.
 bool SavePicture(HWND window, const std::string& path);

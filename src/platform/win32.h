@@ -478,12 +478,12 @@ BOOL ChooseColorA(CHOOSECOLORA* choose);
 
 // --- Dialogs and their controls --------------------------------------------------------------------------
 //
-// A dialog is run by RunDialog (platform/dialog.h). Its procedure gets WM_INITDIALOG (wParam: the control
-// that gets the focus if the result is TRUE; lParam: the creation parameter), WM_COMMAND (low word the
-// control's id, high word its notification, lParam the control), WM_DRAWITEM and what is posted to it. Enter
-// gives WM_COMMAND of the default button, Esc IDCANCEL, closing the dialog's window WM_CLOSE. Notifications
-// tell what the user did, and never what the program did through these calls. Texts of fields and lists are
-// UTF-8.
+// A dialog is opened by RunDialog or StartDialog (platform/dialog.h). Its procedure gets WM_INITDIALOG
+// (wParam: the control that gets the focus if the result is TRUE; lParam: the creation parameter), WM_COMMAND
+// (low word the control's id, high word its notification, lParam the control), WM_DRAWITEM and what is posted
+// to it. Enter gives WM_COMMAND of the default button, Esc IDCANCEL, closing the dialog's window WM_CLOSE.
+// Notifications tell what the user did, and never what the program did through these calls. Texts of fields
+// and lists are UTF-8.
 
 using DLGPROC = INT_PTR(CALLBACK*)(HWND, UINT, WPARAM, LPARAM);
 struct DRAWITEMSTRUCT {
@@ -504,6 +504,8 @@ inline constexpr WORD EN_CHANGE = 0x0300;
 inline constexpr WORD CBN_SELCHANGE = 1;
 inline constexpr WORD CBN_EDITCHANGE = 5;
 inline constexpr WORD CBN_CLOSEUP = 8;
+inline constexpr WORD LBN_SELCHANGE = 1;
+inline constexpr WORD LBN_DBLCLK = 2;
 inline constexpr UINT BST_UNCHECKED = 0;
 inline constexpr UINT BST_CHECKED = 1;
 inline constexpr UINT BST_INDETERMINATE = 2;
@@ -518,6 +520,11 @@ inline constexpr UINT CB_ADDSTRING = 0x0143;
 inline constexpr UINT CB_GETCURSEL = 0x0147;  // CB_ERR: none, or the text was edited since
 inline constexpr UINT CB_SETCURSEL = 0x014E;  // -1: none, and the text is emptied
 inline constexpr LRESULT CB_ERR = -1;
+inline constexpr UINT LB_ADDSTRING = 0x0180;     // the row
+inline constexpr UINT LB_DELETESTRING = 0x0182;  // the rows that are left; the choice stays with its text
+inline constexpr UINT LB_SETCURSEL = 0x0186;     // -1: none
+inline constexpr UINT LB_GETCURSEL = 0x0188;     // LB_ERR: none
+inline constexpr LRESULT LB_ERR = -1;
 inline constexpr UINT STM_SETICON = 0x0170;
 
 BOOL EndDialog(HWND dialog, INT_PTR result);  // the dialog closes when the handler has returned

@@ -278,6 +278,73 @@ TEST_F(ProgramDialogs, TheQueueIsServedBehindADialogAndADialogMayOpenOverIt) {
   EXPECT_EQ(inner, 1);
 }
 
+// What a setup has: a list, two of whose rows move, in a frame whose mnemonic leads to it.
+constexpr int kList = 200;
+constexpr ControlTemplate kSetupControls[] = {
+    {ControlKind::group, kNoId, "&Rows", 4, 4, 92, 60},
+    {ControlKind::listBox, kList, "", 8, 16, 80, 40},
+    {ControlKind::threeState, kGray, "&Gray", 8, 70, 50, 10},
+    {ControlKind::button, IDCANCEL, "Close", 60, 84, 40, 14},
+};
+constexpr DialogTemplate kSetup = {"Setup", "Setup", 110, 104, kSetupControls};
+
+TEST_F(ProgramDialogs, AListInADialogThatIsNotModalTellsWhatTheUserChooses) {
+  static std::vector<UINT> log;
+  log.clear();
+  const DLGPROC procedure = [](HWND dialog, UINT message, WPARAM wParam, LPARAM) -> INT_PTR {
+    log.push_back(message != WM_COMMAND ? message : static_cast<UINT>(wParam));
+    if (wParam == IDCANCEL) DestroyWindow(dialog);
+    return FALSE;
+  };
+  HWND dialog = StartDialog(kSetup, window_.Handle(), procedure, 0);
+  const auto list = [&](UINT message, WPARAM wParam = 0, const char* text = nullptr) {
+    return SendDlgItemMessageA(dialog, kList, message, wParam, reinterpret_cast<LPARAM>(text));
+  };
+  for (const char* row : {"one", "\xC3\xBC two", "three", "four"})
+    list(LB_ADDSTRING, 0, row);
+  EXPECT_EQ(list(LB_GETCURSEL), LB_ERR);
+  EXPECT_EQ(list(LB_SETCURSEL, 2), 2);
+  EXPECT_EQ(list(LB_DELETESTRING, 0), 3);
+  EXPECT_EQ(list(LB_GETCURSEL), 1) << "the choice goes with its row";
+  EXPECT_EQ(list(LB_DELETESTRING, 1), 2);
+  EXPECT_EQ(list(LB_GETCURSEL), LB_ERR);
+  EXPECT_EQ(list(LB_SETCURSEL, 7), LB_ERR);
+  window_.Pump();
+  EXPECT_EQ(log, std::vector<UINT>{WM_INITDIALOG}) << "only the user is told of";
+  PressDialogKey(dialog, 'R', kAlt);
+  window_.Pump();
+  EXPECT_TRUE(StateOfControl(dialog, kList).focused);
+  EXPECT_EQ(list(LB_GETCURSEL), LB_ERR) << "the focus chooses nothing";
+  ChooseRow(dialog, kList, 1);
+  window_.Pump();
+  PressDialogKey(dialog, VK_UP, 0);
+  DoubleClickRow(dialog, kList, 1);
+  EXPECT_EQ(StateOfControl(dialog, kList).rows, (std::vector<std::string>{"\xC3\xBC two", "four"}));
+  std::vector<UINT> states;
+  for (int i = 0; i < 4; ++i) {
+    states.push_back(IsDlgButtonChecked(dialog, kGray));
+    PressDialogKey(dialog, kTab, 0);  // back and forth
+    PressDialogKey(dialog, kTab, MK_SHIFT);
+    ClickControl(dialog, kGray);
+  }
+  EXPECT_EQ(states, (std::vector<UINT>{0, 1, 2, 0}));
+  PressKey(window_.Handle(), VK_DOWN, 0);  // the owner takes keys all the while
+  window_.Pump();
+  EXPECT_EQ(window_.Count(WM_KEYDOWN), 1);
+  PressDialogKey(dialog, VK_ESCAPE, 0);
+  window_.Pump();
+  const auto told = [](UINT code) { return static_cast<UINT>(MAKEWPARAM(kList, code)); };
+  EXPECT_EQ(log,
+            (std::vector<UINT>{WM_INITDIALOG, told(LBN_SELCHANGE), told(LBN_SELCHANGE), told(LBN_SELCHANGE),
+                               told(LBN_DBLCLK), kGray, kGray, kGray, kGray, IDCANCEL, WM_DESTROY}));
+  EXPECT_FALSE(SetWindowTextA(dialog, "gone"));
+  log.clear();
+  dialog = StartDialog(kSetup, window_.Handle(), procedure, 0);
+  DestroyWindow(window_.Handle());
+  EXPECT_EQ(log, (std::vector<UINT>{WM_INITDIALOG, WM_DESTROY})) << "it goes with its owner";
+  EXPECT_FALSE(PostMessageA(dialog, WM_USER, 0, 0));
+}
+
 TEST_F(ProgramDialogs, EndBeforeTheyAreShownWithAQuitAndWithTheirOwner) {
   start_ = [](HWND dialog) { EndDialog(dialog, 5); };
   EXPECT_EQ(Run({}), 5);

@@ -119,6 +119,26 @@ TEST_F(TextTest, APartPaintedAloneLooksAsInTheWhole) {
   }
 }
 
+TEST_F(TextTest, APageThatHasNoPixelsLooksLikeAWindow) {
+  const Font font(-15, "Courier New", true);
+  const Draw draw = [](HDC dc, const TEXTMETRICA& metrics) {
+    EXPECT_EQ(GetDeviceCaps(dc, LOGPIXELSY), 96);
+    EXPECT_EQ(metrics.tmDigitizedAspectX, 96);
+    const RECT cut{20, 20, 90, 31};
+    SetTextColor(dc, kBlue);
+    SetBkColor(dc, kYellow);
+    ExtTextOutA(dc, 10, 18, ETO_OPAQUE | ETO_CLIPPED, &cut, "_Wa fjord", 9, nullptr);
+    Write(dc, 200, 30, "behind the cut");  // no clip is left behind
+    MoveToEx(dc, 0, 0, nullptr);
+    LineTo(dc, 300, 90);
+    Rectangle(dc, 100, 50, 160, 80);
+    const RECT inverted{10, 10, 230, 60};
+    InvertRect(dc, &inverted);
+  };
+  const Pixels page = platform_testing::PagePixels(400, 120, [&](HDC dc) { DrawWith(dc, font, draw); });
+  EXPECT_EQ(page, With(font, draw));
+}
+
 TEST_F(TextTest, EveryByteOfEveryFontAndSizeMeasuresAndDraws) {
   std::string all;
   for (int byte = 0; byte < 256; ++byte)

@@ -117,6 +117,48 @@ LRESULT ComboMessage(Control& control, UINT message, WPARAM wParam, LPARAM lPara
   }
 }
 
+LRESULT ChosenRow(const QListWidget& list) {
+  const QModelIndexList chosen = list.selectionModel()->selectedRows();
+  return chosen.isEmpty() ? LB_ERR : chosen.front().row();
+}
+
+LRESULT ChooseRow(QListWidget& list, int row) {
+  list.clearSelection();
+  if (row < 0 || row >= list.count()) {
+    return LB_ERR;
+  }
+  list.setCurrentRow(row, QItemSelectionModel::ClearAndSelect);
+  return row;
+}
+
+LRESULT DeleteRow(QListWidget& list, int row) {
+  if (row < 0 || row >= list.count()) {
+    return LB_ERR;
+  }
+  const LRESULT chosen = ChosenRow(list);
+  delete list.takeItem(row);
+  // The toolkit goes on to a neighbour of a chosen row that is taken away.
+  if (chosen == row) {
+    list.clearSelection();
+  }
+  return list.count();
+}
+
+LRESULT ListMessage(QListWidget& list, UINT message, WPARAM wParam, LPARAM lParam) {
+  const QSignalBlocker quiet(list);
+  switch (message) {
+    case LB_ADDSTRING:
+      list.addItem(QString::fromUtf8(reinterpret_cast<const char*>(lParam)));
+      return list.count() - 1;
+    case LB_DELETESTRING:
+      return DeleteRow(list, static_cast<int>(wParam));
+    case LB_GETCURSEL:
+      return ChosenRow(list);
+    default:  // LB_SETCURSEL; the number is a 32-bit one
+      return ChooseRow(list, static_cast<int>(wParam));
+  }
+}
+
 // The control acts on the input event that is being handed over.
 void ActOnInput(Control& control) {
   if (control.current != nullptr) {
@@ -153,6 +195,14 @@ LRESULT CALLBACK ControlProcedure(HWND window, UINT message, WPARAM wParam, LPAR
     case CB_SETCURSEL:
       if (control.combo != nullptr) {
         return ComboMessage(control, message, wParam, lParam);
+      }
+      break;
+    case LB_ADDSTRING:
+    case LB_DELETESTRING:
+    case LB_SETCURSEL:
+    case LB_GETCURSEL:
+      if (control.list != nullptr) {
+        return ListMessage(*control.list, message, wParam, lParam);
       }
       break;
     case STM_SETICON:

@@ -151,6 +151,36 @@ void BuildCombo(Control& control) {
   QObject::connect(combo, &QComboBox::activated, combo, [&control](int row) { TakeRow(control, row); });
 }
 
+// One row is chosen until another one is.
+class ListBox : public QListWidget {
+ public:
+  using QListWidget::QListWidget;
+
+ protected:
+  QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                       const QEvent* event) const override {
+    const QItemSelectionModel::SelectionFlags flags = QListWidget::selectionCommand(index, event);
+    return flags.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : flags;
+  }
+};
+
+void BuildList(Control& control) {
+  auto* const list = new ListBox(control.host.Widget());
+  list->setTextElideMode(Qt::ElideNone);
+  QObject::connect(list, &QListWidget::itemSelectionChanged, list,
+                   [&control] { control.host.Notify(control.id, LBN_SELCHANGE, &control); });
+  QObject::connect(list, &QListWidget::itemDoubleClicked, list,
+                   [&control] { control.host.Notify(control.id, LBN_DBLCLK, &control); });
+  control.list = list;
+  control.widget = list;
+}
+
+void BuildGroup(Control& control, const ControlTemplate& description) {
+  control.group = new QGroupBox(QString::fromUtf8(description.text), control.host.Widget());
+  control.group->lower();  // what it frames stands before it
+  control.widget = control.group;
+}
+
 bool IsHeldKind(QEvent::Type type) {
   switch (type) {
     case QEvent::MouseButtonPress:
@@ -202,6 +232,12 @@ void BuildWidget(Control& control, const ControlTemplate& description) {
     case ControlKind::dropDownList:
       BuildCombo(control);
       break;
+    case ControlKind::listBox:
+      BuildList(control);
+      break;
+    case ControlKind::group:
+      BuildGroup(control, description);
+      break;
     case ControlKind::ownerDrawn:
       BuildButton(control, MakeOwnerDrawn(dialog, &control), description);
       break;
@@ -240,7 +276,10 @@ std::string Control::Text() const {
   if (button != nullptr) {
     return button->text().toStdString();
   }
-  return label->text().toStdString();
+  if (group != nullptr) {
+    return group->title().toStdString();
+  }
+  return label != nullptr ? label->text().toStdString() : std::string();
 }
 
 void Control::SetText(const char* text) {
@@ -255,6 +294,8 @@ void Control::SetText(const char* text) {
     row = -1;
   } else if (button != nullptr) {
     button->setText(whole);
+  } else if (group != nullptr) {
+    group->setTitle(whole);
   } else if (label != nullptr) {
     label->setText(whole);
   }

@@ -10,8 +10,10 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QEvent>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <map>
 #include <memory>
 
@@ -30,6 +32,8 @@ class ControlHost {
   [[nodiscard]] virtual HFONT ItemFont() = 0;
   // Tells the program, by way of the queue, what the user did.
   virtual void Notify(int id, WORD code, HWND control) = 0;
+  // Called when a procedure of a control of a destroyed dialog has returned.
+  virtual void GoWhenAtRest() = 0;
 };
 
 struct Control : HWND__ {
@@ -43,6 +47,7 @@ struct Control : HWND__ {
   void SetText(const char* text) override;
   void SyncSize() override;
   LRESULT DeliverHeld(LPARAM number) override;
+  void Reap() override { host.GoWhenAtRest(); }
 
   // Holds an input event for the procedure in front of the control. False: there is none, or the event is no
   // such input, and it goes on to the control.
@@ -56,7 +61,9 @@ struct Control : HWND__ {
   QLabel* label = nullptr;
   QLineEdit* edit = nullptr;
   QComboBox* combo = nullptr;
+  QListWidget* list = nullptr;
   QAbstractButton* button = nullptr;
+  QGroupBox* group = nullptr;
 
   int limit = 0;  // characters that the user can type; 0: no limit
   int row = -1;   // chosen in a combo box; -1 when the text was edited since

@@ -44,6 +44,10 @@ double WidthNeeded(const Control& control) {
     case ControlKind::threeState:
     case ControlKind::radio:
       return control.button->sizeHint().width();
+    case ControlKind::group: {
+      const QString shown = control.group->title().remove(QLatin1Char('&'));
+      return control.group->fontMetrics().horizontalAdvance(shown) + 2 * kButtonMargin;
+    }
     default:
       return 0;
   }

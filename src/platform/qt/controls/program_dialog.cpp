@@ -71,6 +71,36 @@ void DialogWindow::Invalidate(const RECT* rect, bool erase) {
   }
 }
 
+bool DialogWindow::Destroy() {
+  if (dialog.isModal()) {
+    return false;
+  }
+  ++running;
+  EndModalsOf(this);
+  DestroyOwned(this);
+  CallProcedure(this, WM_DESTROY, 0, 0);
+  destroyed = true;
+  ForgetWindow(this);
+  for (Control& control : dialog.Controls()) {
+    control.destroyed = true;
+    ForgetWindow(&control);
+  }
+  const bool active = dialog.isActiveWindow();
+  dialog.hide();
+  if (active && dialog.parentWidget() != nullptr) {
+    dialog.parentWidget()->activateWindow();  // also where no window manager hands the focus back
+  }
+  dialog.setParent(nullptr);  // it may have to outlive the frame of its owner
+  if (--running == 0) {
+    Reap();
+  }
+  return true;
+}
+
+void DialogWindow::Reap() {
+  dialog.GoWhenAtRest();
+}
+
 ProgramDialog* ProgramDialogOf(HWND window) {
   auto* const handle = IsWindowAlive(window) ? dynamic_cast<DialogWindow*>(window) : nullptr;
   return handle != nullptr ? &handle->dialog : nullptr;
@@ -168,6 +198,25 @@ void ProgramDialog::Notify(int id, WORD code, HWND control) {
               reinterpret_cast<LPARAM>(control), ModifiersOf(QGuiApplication::keyboardModifiers()));
 }
 
+void ProgramDialog::GoWhenAtRest() {
+  const bool busy = std::any_of(controls_.begin(), controls_.end(),
+                                [](const Control& control) { return control.running > 0; });
+  if (window_.running == 0 && !busy) {
+    deleteLater();
+  }
+}
+
+void ProgramDialog::Prepare(LPARAM param) {
+  Control* const first = FirstTabStop();
+  const auto focus = reinterpret_cast<WPARAM>(static_cast<HWND>(first));
+  if (SendMessageA(&window_, WM_INITDIALOG, focus, param) != FALSE && first != nullptr) {
+    first->widget->setFocus(Qt::TabFocusReason);
+    if (first->edit != nullptr) {
+      first->edit->selectAll();
+    }
+  }
+}
+
 void ProgramDialog::End(INT_PTR result) {
   if (!ended_) {
     ended_ = true;
@@ -183,7 +232,7 @@ bool ProgramDialog::eventFilter(QObject* object, QEvent* event) {
   }
   switch (event->type()) {
     case QEvent::Shortcut:
-      if (control->label != nullptr) {
+      if (control->label != nullptr || control->group != nullptr) {
         FocusBehind(*control);
         return true;
       }
@@ -293,24 +342,29 @@ using namespace platform_qt;
 
 INT_PTR RunDialog(const DialogTemplate& description, HWND owner, DLGPROC procedure, LPARAM param) {
   ProgramDialog dialog(description, ParentFor(owner), procedure);
-  const HWND handle = dialog.Handle();
-  Control* const first = dialog.FirstTabStop();
-  const auto focus = reinterpret_cast<WPARAM>(static_cast<HWND>(first));
-  if (SendMessageA(handle, WM_INITDIALOG, focus, param) != FALSE && first != nullptr) {
-    first->widget->setFocus(Qt::TabFocusReason);
-    if (first->edit != nullptr) {
-      first->edit->selectAll();
-    }
+  dialog.setModal(true);
+  dialog.Prepare(param);
+  if (!dialog.Ended()) {
+    RunModal(dialog, owner, dialog.Handle());
   }
-  if (dialog.Ended()) {
-    return dialog.Answer();
-  }
-  RunModal(dialog, owner, handle);
   return dialog.Answer();
+}
+
+HWND StartDialog(const DialogTemplate& description, HWND owner, DLGPROC procedure, LPARAM param) {
+  auto* const dialog = new ProgramDialog(description, ParentFor(owner), procedure);
+  const HWND handle = dialog->Handle();
+  handle->owner = owner;
+  dialog->Prepare(param);
+  if (!IsWindowAlive(handle)) {
+    return nullptr;
+  }
+  dialog->show();
+  return handle;
 }
 
 BOOL EndDialog(HWND dialog, INT_PTR result) {
   ProgramDialog* const ended = ProgramDialogOf(dialog);
+  assert((ended == nullptr || ended->isModal()) && "DestroyWindow ends a dialog that is not modal");
   if (ended == nullptr) {
     return FALSE;
   }

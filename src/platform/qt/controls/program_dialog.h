@@ -1,5 +1,6 @@
 // A dialog of the program: the window, its controls, and what the keys Enter and Esc mean in it. It is built
-// from a template, lives as long as RunDialog, and knows nothing of what the program asks.
+// from a template, lives as long as RunDialog or until DestroyWindow, and knows nothing of what the program
+// asks.
 #pragma once
 
 #include <QDialog>
@@ -26,6 +27,9 @@ struct DialogWindow : HWND__ {
   void SetText(const char* text) override;
   // A dialog as such has no picture; its controls have.
   void Invalidate(const RECT* rect, bool erase) override;
+  // Not one that RunDialog runs: that ends by EndDialog.
+  bool Destroy() override;
+  void Reap() override;
 
   ProgramDialog& dialog;
   std::string caption;
@@ -42,12 +46,14 @@ class ProgramDialog : public QDialog, public ControlHost {
   [[nodiscard]] QWidget* Widget() override { return this; }
   [[nodiscard]] HFONT ItemFont() override;
   void Notify(int id, WORD code, HWND control) override;
+  void GoWhenAtRest() override;
+
+  // Asks the program to set the dialog up, and gives the focus to its first control.
+  void Prepare(LPARAM param);
 
   [[nodiscard]] DLGPROC Procedure() const { return procedure_; }
   [[nodiscard]] std::deque<Control>& Controls() { return controls_; }
   [[nodiscard]] Control* Find(int id);  // null when there is none
-  [[nodiscard]] Control* FirstTabStop();
-
   // Ends the dialog; the first result counts.
   void End(INT_PTR result);
   [[nodiscard]] bool Ended() const { return ended_; }
@@ -60,6 +66,7 @@ class ProgramDialog : public QDialog, public ControlHost {
 
  private:
   void BuildControls(const DialogTemplate& description);
+  [[nodiscard]] Control* FirstTabStop();
   bool TakeKey(const QKeyEvent& event);
   void PressEnter();
   void PressEscape();

@@ -130,7 +130,8 @@ void StartToolkit(const char* programName) {
 }
 
 void StopToolkit() {
-  for (MainWindow* window : MainWindows()) {
+  const std::vector<HWND> windows(AllWindows());
+  for (HWND window : windows) {
     DestroyWindow(window);
   }
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

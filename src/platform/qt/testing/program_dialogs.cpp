@@ -81,11 +81,12 @@ void SendKey(QWidget& window, int key, Qt::KeyboardModifiers modifiers, const QS
   qt_handleKeyEvent(window.windowHandle(), QEvent::KeyRelease, key, modifiers, text);
 }
 
-void Click(QWidget& widget, const QPointF& place) {
-  // Far enough from each other that two clicks are no double click.
-  constexpr int kMillisecondsApart = 10000;
+// Far enough from each other that two clicks are no double click.
+constexpr int kMillisecondsApart = 10000;
+
+void Click(QWidget& widget, const QPointF& place, int apart = kMillisecondsApart) {
   static int time = 0;
-  time += kMillisecondsApart;
+  time += apart;
   QWidget& window = *widget.window();
   const QPointF inside = widget.mapTo(&window, place);
   qt_handleMouseEvent(window.windowHandle(), inside, widget.mapToGlobal(place), Qt::LeftButton,
@@ -101,6 +102,10 @@ QPointF PlaceToClick(const Control& control) {
   const bool box = control.kind == ControlKind::checkBox || control.kind == ControlKind::threeState ||
                    control.kind == ControlKind::radio;
   return {box ? kOnTheBox : widget.width() / 2.0, widget.height() / 2.0};
+}
+
+QPointF MiddleOfRow(const QListWidget& list, int row) {
+  return list.visualItemRect(list.item(row)).center();
 }
 
 }  // namespace
@@ -148,11 +153,21 @@ void ClickInControl(HWND dialog, int id, int x, int y) {
 
 void ChooseRow(HWND dialog, int id, int row) {
   const Control& control = ControlOf(dialog, id);
+  if (control.list != nullptr) {
+    Click(*control.list->viewport(), MiddleOfRow(*control.list, row));
+    return;
+  }
   control.combo->showPopup();
   QAbstractItemView& view = *control.combo->view();
   view.setCurrentIndex(view.model()->index(row, 0));
   QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
   QCoreApplication::sendEvent(&view, &press);
+}
+
+void DoubleClickRow(HWND dialog, int id, int row) {
+  QListWidget& list = *ControlOf(dialog, id).list;
+  Click(*list.viewport(), MiddleOfRow(list, row));
+  Click(*list.viewport(), MiddleOfRow(list, row), 1);
 }
 
 ControlState StateOfControl(HWND dialog, int id) {
@@ -164,6 +179,12 @@ ControlState StateOfControl(HWND dialog, int id) {
   state.checked = IsDlgButtonChecked(dialog, id);
   if (control.edit != nullptr) {
     state.selected = control.edit->selectedText().toStdString();
+  }
+  if (control.list != nullptr) {
+    state.row = static_cast<int>(SendDlgItemMessageA(dialog, id, LB_GETCURSEL, 0, 0));
+    for (int row = 0; row < control.list->count(); ++row) {
+      state.rows.push_back(control.list->item(row)->text().toStdString());
+    }
   }
   if (control.combo != nullptr) {
     state.row = control.row;
@@ -179,16 +200,7 @@ Pixels ControlPixels(HWND dialog, int id) {
   if (control.kind == ControlKind::ownerDrawn) {
     return ClientPixels(GetDlgItem(dialog, id));
   }
-  const QImage image = control.widget->grab().toImage();
-  Pixels pixels;
-  pixels.width = image.width();
-  pixels.height = image.height();
-  for (int y = 0; y < pixels.height; ++y) {
-    for (int x = 0; x < pixels.width; ++x) {
-      pixels.at.push_back(ColorOf(image.pixel(x, y)));
-    }
-  }
-  return pixels;
+  return PixelsOf(control.widget->grab().toImage());
 }
 
 }  // namespace platform_testing

@@ -1,7 +1,10 @@
 // What the parts of the testing library share.
 #pragma once
 
+#include <QImage>
 #include <Qt>
+
+#include "platform/testing.h"
 
 namespace platform_qt {
 class ProgramDialog;
@@ -16,6 +19,8 @@ void ForgetDialogs();
 void RunScript(platform_qt::ProgramDialog& dialog);
 void ForgetScripts();
 void ForgetDrawing();
+
+Pixels PixelsOf(const QImage& image);
 
 // The toolkit's key of a virtual key.
 int ToolkitKeyOf(int virtualKey);

@@ -3,10 +3,12 @@
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPainter>
 #include <QPixmap>
 #include <cassert>
 
 #include "platform/qt/base/hooks.h"
+#include "platform/qt/drawing/device_context.h"
 #include "platform/qt/testing/records.h"
 #include "platform/qt/windows/main_window.h"
 #include "platform/qt/windows/menu.h"
@@ -105,18 +107,32 @@ std::vector<MenuItem> OpenMenu(HWND window, int position) {
   return items;
 }
 
-Pixels ClientPixels(HWND window) {
-  const Surface& surface = window->target.Picture();
+Pixels PixelsOf(const QImage& image) {
   Pixels pixels;
-  pixels.width = surface.Width();
-  pixels.height = surface.Height();
-  pixels.at.reserve(static_cast<std::size_t>(pixels.width) * static_cast<std::size_t>(pixels.height));
+  pixels.width = image.width();
+  pixels.height = image.height();
   for (int y = 0; y < pixels.height; ++y) {
     for (int x = 0; x < pixels.width; ++x) {
-      pixels.at.push_back(ColorOf(surface.Row(y)[x]));
+      pixels.at.push_back(ColorOf(image.pixel(x, y)));
     }
   }
   return pixels;
+}
+
+Pixels ClientPixels(HWND window) {
+  return PixelsOf(window->target.Picture().View());
+}
+
+Pixels PagePixels(int width, int height, const std::function<void(HDC)>& draw) {
+  constexpr int kDotsPerInch = 96;
+  QImage page(width, height, QImage::Format_RGB32);
+  page.fill(Qt::white);
+  QPainter painter(&page);
+  PainterTarget target(painter, kDotsPerInch);
+  const HDC dc = OpenDc(target, page.rect());
+  draw(dc);
+  CloseDc(dc);
+  return PixelsOf(page);
 }
 
 bool SavePicture(HWND window, const std::string& path) {

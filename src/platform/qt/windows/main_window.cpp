@@ -131,6 +131,7 @@ void MainWindow::NoteInput(const MSG& message) {
 bool MainWindow::Destroy() {
   ++running;
   EndModalsOf(this);
+  DestroyOwned(this);
   CallProcedure(this, WM_DESTROY, 0, 0);
   destroyed = true;
   frame->hide();

@@ -71,9 +71,10 @@ void RunModal(QDialog& dialog, HWND owner, HWND self) {
 
 bool HasModalOver(HWND dialog) {
   const std::vector<Modal>& modals = Modals();
-  auto at = std::find_if(modals.begin(), modals.end(),
-                         [dialog](const Modal& modal) { return modal.self == dialog; });
-  // Those that came up later stand behind it in the list.
+  const auto itself = std::find_if(modals.begin(), modals.end(),
+                                   [dialog](const Modal& modal) { return modal.self == dialog; });
+  // Those that came up later stand behind it in the list. One that is not modal may have any over it.
+  const auto at = itself != modals.end() ? itself : modals.begin();
   return std::any_of(at, modals.end(), [dialog](const Modal& modal) {
     return modal.self != dialog && modal.dialog->isVisible() &&
            (modal.owner == dialog || modal.owner == nullptr);

@@ -56,6 +56,15 @@ LRESULT CallProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   return result;
 }
 
+void DestroyOwned(HWND owner) {
+  const std::vector<HWND> windows(AllWindows());  // others may go with them
+  for (HWND window : windows) {
+    if (IsWindowAlive(window) && window->owner == owner) {
+      window->Destroy();
+    }
+  }
+}
+
 QSize ClientSize(HWND window) {
   const double ratio = window->widget->devicePixelRatioF();
   return {static_cast<int>(std::lround(window->widget->width() * ratio)),

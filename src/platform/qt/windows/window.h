@@ -60,8 +60,9 @@ struct HWND__ {
   virtual void Reap() {}
 
   WNDPROC procedure;
-  LONG_PTR userData = 0;  // of a dialog: DWLP_USER
+  LONG_PTR userData = 0;        // of a dialog: DWLP_USER
   HBRUSH background = nullptr;  // a system color plus 1
+  HWND owner = nullptr;         // with which it goes; null where that is settled otherwise
   QWidget* widget = nullptr;    // what shows the picture: the client area, the dialog, or the control
   platform_qt::WindowTarget target;
   QRegion update;
@@ -80,6 +81,9 @@ namespace platform_qt {
 
 // Calls the window procedure; the record outlives the call. 0 when there is no such window.
 LRESULT CallProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+// Destroys the windows that go with `owner`.
+void DestroyOwned(HWND owner);
 
 // Size of the client area in device pixels, as it is now.
 [[nodiscard]] QSize ClientSize(HWND window);
