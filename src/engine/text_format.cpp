@@ -39,7 +39,6 @@ class TextPass {
   TextPass(const FileSlice& slice, FilePos base, ViewOptions options, std::int32_t lineLen)
       : bytes_(slice.Sbuf),
         size_(slice.Slen),
-        last_(slice.Slast),
         piece_(slice.Sbuf, slice.Slen, base == 0, slice.Slast),
         base_(base),
         options_(options),
@@ -89,7 +88,6 @@ class TextPass {
 
   const std::uint8_t* bytes_;
   std::int32_t size_;
-  bool last_;
   TextPiece piece_;
   FilePos base_;
   ViewOptions options_;

@@ -2,6 +2,7 @@
 // to the files.
 #include <QDragEnterEvent>
 #include <QMimeData>
+#include <cstring>
 #include <memory>
 #include <string>
 #include <utility>
@@ -27,7 +28,8 @@ std::vector<std::string> LocalPaths(const QMimeData* data) {
       if (!uri.startsWith(prefix)) {
         continue;
       }
-      paths.push_back('/' + QByteArray::fromPercentEncoding(uri.mid(qstrlen(prefix))).toStdString());
+      const auto length = static_cast<qsizetype>(std::strlen(prefix));
+      paths.push_back('/' + QByteArray::fromPercentEncoding(uri.mid(length)).toStdString());
       break;
     }
   }

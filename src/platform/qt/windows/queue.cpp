@@ -41,7 +41,7 @@ class Doorbell : public QObject {
   Doorbell() {
     alarm_.setSingleShot(true);
     alarm_.setTimerType(Qt::PreciseTimer);
-    connect(&alarm_, &QTimer::timeout, this, [this] { ServeAll(); });
+    connect(&alarm_, &QTimer::timeout, this, [] { ServeAll(); });
   }
 
   void Ring() {
