@@ -11,6 +11,23 @@ constexpr FilePos kPagePosition = 1;
 
 constexpr char kRule[] = "*****************************************";
 
+// No fault of the program: words that a narrow window has room for.
+void AddTooNarrow(LineArray& lines, TextBuffer& text) {
+  for (const char* line :
+       {"Too narrow for", "a hex dump: widen", "the window, zoom", "out, or choose", "Text."})
+    AddErrorLine(lines, text, "%s", line);
+}
+
+ViewStatus EndPage(const ViewFile& file, LineArray& lines) {
+  ++lines.Acnt;
+  lines.Aline[lines.Acur] = SentinelAt(file.Flen);
+  for (std::int16_t i = 0; i <= lines.Alast; ++i) {
+    lines.Aline[i].Lflags = LF_MESSAGE;
+  }
+  lines.Acur = 0;
+  return 0;
+}
+
 }  // namespace
 
 ViewStatus AddErrorLine(LineArray& lines, TextBuffer& text, const char* format, ...) {
@@ -41,6 +58,10 @@ ViewStatus ShowErrorPage(ViewStatus status, const ViewFile& file, LineArray& lin
   if (lines.Aline == nullptr || lines.Acnt < 1) return 0;
 
   --lines.Acnt;  // the last entry is the sentinel's: what a short array cannot hold is left out
+  if ((status & VS_NARROW) != 0) {
+    AddTooNarrow(lines, text);
+    return EndPage(file, lines);
+  }
   AddErrorLine(lines, text, "%s", kRule);
   AddErrorLine(lines, text, "* PROGRAM ERROR OCCURRED");
   AddErrorLine(lines, text, "* Please note the following information:");
@@ -52,12 +73,5 @@ ViewStatus ShowErrorPage(ViewStatus status, const ViewFile& file, LineArray& lin
   AddErrorLine(lines, text, "* Press [Home] to get back to Quorl");
   AddErrorLine(lines, text, "%s", kRule);
   AddErrorLine(lines, text, " ");
-  ++lines.Acnt;
-
-  lines.Aline[lines.Acur] = SentinelAt(file.Flen);
-  for (std::int16_t i = 0; i <= lines.Alast; ++i) {
-    lines.Aline[i].Lflags = LF_MESSAGE;
-  }
-  lines.Acur = 0;
-  return 0;
+  return EndPage(file, lines);
 }

@@ -185,9 +185,9 @@ AtHandAnswer MoveAtHand(const MoveRequest& request, const ViewFile& file, const 
     return AtHandAnswer{atHand, static_cast<std::int16_t>(target)};
   };
   if (request.backFromError >= 0) {
-    // A step within the error page; above it lies the file.
+    // A step within the error page, as long as rows of it are below the screen; above it lies the file.
     if (request.position >= 0 || target < span.first) return {};
-    target = std::min<std::int64_t>(target, std::max(span.last - 1, span.first));
+    target = std::clamp<std::int64_t>(span.last - request.rows, span.first, target);
     return answer(AtHand::serve);
   }
   if (request.position >= 0) {

@@ -1,20 +1,14 @@
-// A save that writes many keys, made into one: the writes between begin and end are held in memory, and the
-// file is replaced once, at the end, with all of them or none. An operation of this layer's own; each
-// system's folder implements it. Where the system keeps profiles by other means, it may do nothing.
+// A save of many keys that is made as one: the profile is read anew, takes all writes, and is replaced once,
+// with all of them or none. An operation of this layer's own; each system's folder implements it. Where the
+// system keeps profiles by other means, the writes may go there one by one.
 #pragma once
 
-// Begins to hold the writes to the profile `file`; its keys read as they will be. Batches of one file may be
-// nested, and the outermost counts. Another file may be read and written meanwhile, but not in a batch.
-void BeginProfileBatch(const char* file);
+#include <functional>
 
-// Ends the batch: reads the file as it is now, applies the writes in their order, and replaces it. False
-// when that failed; the old file stands then.
-bool EndProfileBatch();
+#include "platform/file.h"
 
-class ProfileBatch {
- public:
-  explicit ProfileBatch(const char* file) { BeginProfileBatch(file); }
-  ~ProfileBatch() { EndProfileBatch(); }
-  ProfileBatch(const ProfileBatch&) = delete;
-  ProfileBatch& operator=(const ProfileBatch&) = delete;
-};
+// Runs `writes`, which calls WritePrivateProfileStringA for the profile `file` and may read from it: it sees
+// the file as it is at that moment, and no other viewer saves meanwhile. `writes` may run twice. Saves of one
+// file may be nested, and the outermost counts; another file may be read meanwhile, but not saved. 0, or why
+// nothing was saved; the old file stands then. A key or value that no profile can hold is such a reason.
+[[nodiscard]] FileError SaveProfile(const char* file, const std::function<void()>& writes);

@@ -2,6 +2,8 @@
 // and not one text. Operations of this layer's own.
 #pragma once
 
+#include <string>
+
 #include "platform/win32.h"
 
 using ProgramEntry = int (*)(HINSTANCE instance, HINSTANCE previous, char* commandLine, int show);
@@ -9,6 +11,9 @@ using ProgramEntry = int (*)(HINSTANCE instance, HINSTANCE previous, char* comma
 // Brings the toolkit up, runs `entry` with SW_SHOWNORMAL and an empty text, takes the toolkit down, and
 // returns the exit code. Without a display: one line on stderr, and exit code -2.
 int RunProgram(int argc, char** argv, ProgramEntry entry);
+
+// The libraries that the program runs with, with their versions, a line each.
+[[nodiscard]] std::string ProgramLibraries();
 
 // Words of the command line behind the program's own name, as the system split them; no words where it
 // hands over one text. The pointers live as long as the program.

@@ -36,18 +36,17 @@ void ResizeClient(HWND window, int width, int height);  // device pixels
 void DragThumb(HWND window, int bar, std::int64_t position);
 void ClickMenu(HWND window, UINT id);  // opens the pull-down that holds the item, and chooses it
 
-// Boxes and dialogs. The answers are used up in order; without one, a box is closed with its default.
+// Boxes and dialogs. A box is closed with its default. Answers are used up in order.
 struct Box {
   std::string text, caption;
   UINT style = 0;
 };
 const std::vector<Box>& Boxes();
-void AnswerNextBox(int id);
 // The next open-file dialog returns this path (through the real dialog), or is cancelled. Without an answer
 // a dialog is cancelled.
 void AnswerNextFileDialog(std::optional<std::string> path);
 struct FileDialog {
-  std::vector<std::string> filters;
+  std::vector<std::string> filters;  // "Name (pattern pattern)"
   int filterIndex = 0;
   std::string name, directory;
 };
@@ -93,8 +92,6 @@ std::string ClipboardText();
 const std::vector<UINT>& Beeps();
 // How often FileOpenShared opened something since the start.
 std::int64_t FilesOpened();
-// Bytes that FileRead delivered since the start.
-std::int64_t BytesRead();
 // Forgets boxes, beeps, dialogs, answers and the drawing log.
 void ForgetRecords();
 

@@ -319,7 +319,6 @@ inline constexpr DWORD QS_ALLINPUT = 0x04FF;
 HANDLE CreateEventA(SECURITY_ATTRIBUTES* security, BOOL manualReset, BOOL set, LPCSTR name);
 BOOL SetEvent(HANDLE event);
 BOOL ResetEvent(HANDLE event);
-BOOL CloseHandle(HANDLE event);
 // Waits for the event and serves nothing meanwhile.
 DWORD WaitForSingleObject(HANDLE event, DWORD milliseconds);
 // Waits for one event, or for a message of any kind that can be taken: WAIT_OBJECT_0 + 1.
@@ -534,6 +533,10 @@ UINT IsDlgButtonChecked(HWND dialog, int id);
 BOOL CheckRadioButton(HWND dialog, int first, int last, int checked);
 BOOL EnableWindow(HWND window, BOOL enable);  // FALSE: it was enabled before
 
+// A value of the program's own that a dialog carries, 0 at first.
+inline constexpr int DWLP_USER = static_cast<int>(sizeof(LRESULT) + sizeof(DLGPROC));
+LONG_PTR GetWindowLongPtrA(HWND dialog, int index);  // DWLP_USER only
+
 // A procedure in front of a control's own. Relied on: WM_LBUTTONDOWN and WM_KEYDOWN reach it before the
 // control acts on them, and the control acts once the procedure has passed them on by CallWindowProcA.
 inline constexpr int GWLP_WNDPROC = -4;
@@ -635,8 +638,9 @@ void* GlobalLock(HGLOBAL block);
 BOOL GlobalUnlock(HGLOBAL block);
 HGLOBAL GlobalFree(HGLOBAL block);  // null: freed
 
-// Relied on: CF_TEXT, zero-terminated bytes of the Windows-1252 set. The block belongs to the clipboard once
-// SetClipboardData has succeeded.
+// Relied on: CF_TEXT, zero-terminated bytes of the Windows-1252 set, lines ended by CR LF, which other
+// programs get as this system ends lines. The block belongs to the clipboard once SetClipboardData has
+// succeeded.
 BOOL OpenClipboard(HWND owner);
 BOOL EmptyClipboard();
 HANDLE SetClipboardData(UINT format, HANDLE block);

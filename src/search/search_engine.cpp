@@ -13,8 +13,8 @@ namespace {
 
 // The data that is read starts at a cache line; what is carried from the slice before stands in front of it.
 constexpr std::size_t kLineBytes = 64;
-constexpr std::size_t kBufferBytes = kLineBytes + kLineBytes + kSearchReadBytes;
-static_assert(kSearchKeyBytes - 1 <= kLineBytes);
+constexpr std::size_t kCarriedBytes = kSearchKeyBytes;
+constexpr std::size_t kBufferBytes = kCarriedBytes + kLineBytes + kSearchReadBytes;
 static_assert(kBufferBytes <= 32760);
 
 // A filter that stops the scan in vain more often than this within so many bytes costs more than choosing
@@ -62,8 +62,8 @@ FilePos SearchPass::Begin(FilePos from) {
   job_.end = source_.Length();
   buffer_.reset(new (std::nothrow) std::uint8_t[kBufferBytes]);
   if (buffer_ == nullptr) return kSearchNoMemory;
-  void* place = buffer_.get() + kLineBytes;
-  std::size_t room = kBufferBytes - kLineBytes;
+  void* place = buffer_.get() + kCarriedBytes;
+  std::size_t room = kBufferBytes - kCarriedBytes;
   data_ = static_cast<std::uint8_t*>(std::align(kLineBytes, kSearchReadBytes, place, room));
   slice_ = data_;
   const FilePos status = NextSlice();

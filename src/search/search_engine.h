@@ -11,17 +11,15 @@
 #include "engine/byte_source.h"
 #include "engine/long_job.h"
 #include "engine/view_records.h"
+#include "settings/recent_lists.h"
 
 // Bytes of one read at most. Reads end at multiples of it in the file, which are borders of the system's own
 // pages. Fewer would cost more calls; more would leave too little room in the processor's nearest cache for
 // both the bytes read and those that they are copied from.
 inline constexpr std::int32_t kSearchReadBytes = 20480;
 
-inline constexpr std::int32_t kSearchKeyBytes = 36;
-
 // Bits of SearchState::SearchFlags.
 inline constexpr std::uint16_t SEARCH_TEXT = 0x0001;      // a search is defined
-inline constexpr std::uint16_t SEARCH_HEX = 0x0002;       // a search is defined, its key came as hex text
 inline constexpr std::uint16_t SEARCH_CASE = 0x0004;      // exact compare; else A to Z equal a to z
 inline constexpr std::uint16_t SEARCH_MARK_ALL = 0x0100;  // Mark All was asked for, not Find Next
 inline constexpr std::uint16_t SEARCH_FROM_TOP = 0x0200;  // the search is to start at the top of the file
@@ -31,6 +29,7 @@ struct SearchState {
   std::uint8_t SearchKey[kSearchKeyBytes] = {};  // in the file's character code; may hold zero bytes
   std::int32_t SearchKeyLen = 0;                 // bytes; 0: no key yet
   std::uint16_t SearchFlags = SEARCH_FROM_TOP;   // 0: no search was ever defined
+  bool TextCase = false;                         // SEARCH_CASE of the last search for a text
   FilePos SearchNext = kNoPosition;              // where the next Find Next starts; below 0: by the view
 };
 

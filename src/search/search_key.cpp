@@ -1,7 +1,6 @@
 #include "search/search_key.h"
 
 #include <algorithm>
-#include <cassert>
 #include <cstring>
 
 #include "engine/char_map.h"
@@ -76,21 +75,20 @@ void MapBytes(char* destination, const char* source, std::int32_t count, const s
 }
 
 std::string KeyDisplayText(const void* key, std::int32_t count, ViewOptions formatFlags) {
-  assert(count <= kSearchKeyBytes);
-  char shown[kSearchKeyBytes + 1];
-  MapBytes(shown, static_cast<const char*>(key), count, GetCharMap(formatFlags));
-  return AnsiToUtf8(shown);
+  std::string shown(static_cast<std::size_t>(std::max(count, 0)) + 1, '\0');
+  MapBytes(shown.data(), static_cast<const char*>(key), count, GetCharMap(formatFlags));
+  return AnsiToUtf8(shown.c_str());
 }
 
-FieldCheck CheckTextKey(std::string_view text) {
+FieldCheck CheckTextKey(std::string_view text, ViewOptions formatFlags) {
   const std::ptrdiff_t length = CountCharacters(text);
-  if (length < 1 || length > kSearchChars) {
+  if (length < 1 || length > kSearchKeyBytes) {
     return {false, std::string(kTextName) + " length must be a number between 1 and " +
-                       std::to_string(kSearchChars) + "!"};
+                       std::to_string(kSearchKeyBytes) + "!"};
   }
   for (std::size_t at = 0; at < text.size(); at += CharacterAt(text, at).size()) {
     const std::string_view character = CharacterAt(text, at);
-    if (!Utf8ToAnsi(character)) {
+    if (TextKeyOf(character, formatFlags).empty()) {
       return {false, "Invalid character \"" + std::string(character) + "\" in " + kTextName + "."};
     }
   }
@@ -111,23 +109,30 @@ HexKey ReadHexKey(std::string_view text, std::int32_t least) {
     key.length = {false, "Number of hex digits must be between 1 and " + std::to_string(kHexDigits) + "!"};
     return key;
   }
-  const std::int32_t result = ParseHexText(key.bytes, text.data(), static_cast<std::int32_t>(text.size()));
+  key.bytes.resize(text.size() / 2 + 1);
+  const std::int32_t result =
+      ParseHexText(key.bytes.data(), text.data(), static_cast<std::int32_t>(text.size()));
   if (result < 0) {
     // All characters in front of it are of one byte.
     key.badAt = -1 - result;
     key.error =
         "Invalid hex digit \"" + std::string(CharacterAt(text, static_cast<std::size_t>(key.badAt))) + "\"!";
-    return key;
+    key.bytes.clear();
+  } else if (result > kSearchKeyBytes) {
+    key.length = {false, "Number of bytes must be between 1 and " + std::to_string(kSearchKeyBytes) + "!"};
+    key.bytes.clear();
+  } else {
+    key.bytes.resize(static_cast<std::size_t>(result));
   }
-  key.count = result;
   return key;
 }
 
-std::int32_t TouchSearchHistory(char (&list)[kRecentStrings][kRecentStringBytes], std::int32_t& count,
-                                std::int32_t index, char* text) {
-  const auto isText = [text](const char* entry) { return std::strcmp(entry, text) == 0; };
-  const bool isNew = index < 0 && std::none_of(list, list + std::max(count, 0), isText);
-  const std::size_t length = TouchRecentList(list[0], kRecentStrings, kRecentStringBytes, index, text);
+std::size_t TouchHistory(char* list, std::size_t width, std::int32_t& count, std::int32_t& touched,
+                         std::int32_t index, char* text) {
+  bool isNew = index < 0;
+  for (std::int32_t i = 0; isNew && i < count; ++i)
+    isNew = std::strcmp(list + static_cast<std::size_t>(i) * width, text) != 0;
+  const std::size_t length = TouchRecentList(list, kRecentStrings, width, index, text, touched);
   if (isNew && count < kRecentStrings) ++count;
-  return static_cast<std::int32_t>(length);
+  return length;
 }

@@ -6,17 +6,17 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "engine/view_records.h"
 #include "search/search_engine.h"
 #include "settings/field_checks.h"
 #include "settings/recent_lists.h"
 
-inline constexpr std::int32_t kSearchChars = kRecentStringBytes - 1;  // of a key that is typed
-inline constexpr std::int32_t kHexDigits = 64;                        // of hex text, blanks included
+inline constexpr std::int32_t kHexDigits = kRecentHexBytes - 1;  // of hex text, blanks included
 
 // Converts a key of Windows-1252 characters, zero-terminated, in place to the code that the option word
-// names. A character without an EBCDIC code ends the key there.
+// names. A character without an EBCDIC code ends the key there; CheckTextKey refuses it.
 void KeyToFileCode(char* key, ViewOptions formatFlags);
 
 // Reads hex text: two digits make a byte; one that stands alone is the high half, with 0 below it. Blanks
@@ -28,11 +28,12 @@ void KeyToFileCode(char* key, ViewOptions formatFlags);
 // count below 1 gives an empty string.
 void MapBytes(char* destination, const char* source, std::int32_t count, const std::uint8_t* table);
 
-// What the bytes of a key look like in the view's character code, as UTF-8. At most kSearchKeyBytes.
+// What the bytes of a key look like in the view's character code, as UTF-8.
 [[nodiscard]] std::string KeyDisplayText(const void* key, std::int32_t count, ViewOptions formatFlags);
 
-// Whether typed text (UTF-8) can be a key: 1 to kSearchChars characters, all of the Windows-1252 set.
-[[nodiscard]] FieldCheck CheckTextKey(std::string_view text);
+// Whether typed text (UTF-8) can be a key: 1 to kSearchKeyBytes characters, all of the Windows-1252 set, and
+// of EBCDIC where the option word names that.
+[[nodiscard]] FieldCheck CheckTextKey(std::string_view text, ViewOptions formatFlags);
 
 // The key of a text that passes, in the code of the option word.
 [[nodiscard]] std::string TextKeyOf(std::string_view text, ViewOptions formatFlags);
@@ -42,14 +43,14 @@ struct HexKey {
   FieldCheck length;        // whether it has `least` to kHexDigits characters
   std::string error = " ";  // for the error line; a single blank when all digits are good
   std::int32_t badAt = -1;  // index of the character that the error names
-  std::uint8_t bytes[kSearchKeyBytes] = {};
-  std::int32_t count = 0;  // of bytes
+  std::vector<std::uint8_t> bytes;
   [[nodiscard]] bool IsGood() const { return length.accepted && badAt < 0; }
 };
 [[nodiscard]] HexKey ReadHexKey(std::string_view text, std::int32_t least);
 
-// Moves a key to the front of its history: entry `index`, which is copied to `text`, or with a negative index
-// `text` itself. `text` has kRecentStringBytes. A text that was not in the history adds 1 to `count`, as long
-// as there is room. Result: the length of the key.
-std::int32_t TouchSearchHistory(char (&list)[kRecentStrings][kRecentStringBytes], std::int32_t& count,
-                                std::int32_t index, char* text);
+// Moves a key to the front of its history, a block of kRecentStrings slots of `width` bytes: entry `index`,
+// which is copied to `text`, or with a negative index `text` itself, a buffer of `width` bytes. A text that
+// was not in the history adds 1 to `count`, as long as there is room; `touched` is as in
+// TouchRecentList. Result: the length of the key.
+std::size_t TouchHistory(char* list, std::size_t width, std::int32_t& count, std::int32_t& touched,
+                         std::int32_t index, char* text);

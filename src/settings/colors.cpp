@@ -29,19 +29,19 @@ int LoadColors(const char* profile, const char* section, int group, std::span<co
   return 1;
 }
 
-int SaveColors(const char* profile, const char* section, int group, std::span<const ColorSlot> order) {
+FileError SaveColors(const char* profile, const char* section, int group, std::span<const ColorSlot> order) {
   COLORREF defaults[kColorSlots] = {};
   ResetColors(group, defaults);
-  const ProfileBatch batch(profile);
-  for (const ColorSlot slot : order) {
-    const char* const key = kColorSlotInfos[slot].key;
-    if (ColorTable[slot] != defaults[slot]) {
-      WriteProfileInt(profile, section, key, static_cast<std::int32_t>(ColorTable[slot]));
-    } else {
-      DeleteProfileKey(profile, section, key);
+  return SaveProfile(profile, [&] {
+    for (const ColorSlot slot : order) {
+      const char* const key = kColorSlotInfos[slot].key;
+      if (ColorTable[slot] != defaults[slot]) {
+        WriteProfileInt(profile, section, key, static_cast<std::int32_t>(ColorTable[slot]));
+      } else {
+        DeleteProfileKey(profile, section, key);
+      }
     }
-  }
-  return 1;
+  });
 }
 
 }  // namespace
@@ -66,10 +66,10 @@ int LoadPrintShades(const char* profile, const char* section) {
   return LoadColors(profile, section, COLORS_PRINT, kPrintOrder);
 }
 
-int SaveWindowColors(const char* profile, const char* section) {
+FileError SaveWindowColors(const char* profile, const char* section) {
   return SaveColors(profile, section, COLORS_WINDOW, kWindowOrder);
 }
 
-int SavePrintShades(const char* profile, const char* section) {
+FileError SavePrintShades(const char* profile, const char* section) {
   return SaveColors(profile, section, COLORS_PRINT, kPrintOrder);
 }

@@ -4,6 +4,7 @@
 
 #include <iterator>
 
+#include "platform/file.h"
 #include "platform/win32.h"
 
 // Slots of the table. Window colors come first, print shades behind them.
@@ -73,11 +74,12 @@ inline constexpr int COLORS_PRINT = -2;
 
 // Load and save of a group in a section of the profile: the slots of ColorTable, as decimal numbers. A key
 // is written only for a slot that differs from its default of this moment, and deleted else, so that a color
-// left at the desktop's own goes on following it; a load gives every slot of the group a value. Result 1.
+// left at the desktop's own goes on following it; a load gives every slot of the group a value. A load gives
+// 1; a save 0, or why it failed.
 int LoadWindowColors(const char* profile, const char* section);
 int LoadPrintShades(const char* profile, const char* section);
-int SaveWindowColors(const char* profile, const char* section);
-int SavePrintShades(const char* profile, const char* section);
+[[nodiscard]] FileError SaveWindowColors(const char* profile, const char* section);
+[[nodiscard]] FileError SavePrintShades(const char* profile, const char* section);
 
 // Puts the defaults of this moment into `table` (kColorSlots entries): one slot, or a group. Result 1.
 int ResetColors(int selector, COLORREF* table);

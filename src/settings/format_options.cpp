@@ -100,11 +100,7 @@ void LoadWindowPos(const char* profile, const char* section, FormatOptions& opti
   }
 }
 
-int SaveFormat(const ProfilePlace& place, const char* section, const FormatOptions& options,
-               const RECT* window) {
-  if (place.ProfileReadOnly != 0) return 0;
-  const char* const profile = place.ProfilePath;
-  const ProfileBatch batch(profile);
+void WriteFormat(const char* profile, const char* section, const FormatOptions& options, const RECT* window) {
   const auto write = [profile, section](const char* key, std::int64_t value) {
     WriteProfileInt(profile, section, key, value);
   };
@@ -131,5 +127,9 @@ int SaveFormat(const ProfilePlace& place, const char* section, const FormatOptio
         profile, section, "WindowPos",
         std::to_string(window->top) + ',' + std::to_string(window->left) + ',' + height + ',' + width);
   }
-  return 1;
+}
+
+FileError SaveFormat(const char* profile, const char* section, const FormatOptions& options,
+                     const RECT* window) {
+  return SaveProfile(profile, [&] { WriteFormat(profile, section, options, window); });
 }

@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "engine/profile_place.h"
 #include "engine/view_records.h"
+#include "platform/file.h"
 #include "platform/win32.h"
 
 // Values of FormatIndex.
@@ -69,7 +69,7 @@ void LoadFormat(const char* profile, const char* section, FormatOptions& options
 // Reads the window's rectangle; absent, the system places the window.
 void LoadWindowPos(const char* profile, const char* section, FormatOptions& options);
 
-// Writes the group. The rectangle of the window is written only when one is given and SavePos is set. Result
-// 1; 0, with nothing written, when the profile may not be written.
-int SaveFormat(const ProfilePlace& place, const char* section, const FormatOptions& options,
-               const RECT* window);
+// Writes the group. The rectangle of the window is written only when one is given and SavePos is set. 0, or
+// why it failed.
+[[nodiscard]] FileError SaveFormat(const char* profile, const char* section, const FormatOptions& options,
+                                   const RECT* window);

@@ -49,6 +49,12 @@ int LocateProfile(char* path, std::size_t size) {
   return FileMayBeWritten(path) ? 0 : -1;
 }
 
+std::string ProfileFullPath(const ProfilePlace& place) {
+  const char* const path = place.ProfilePath;
+  char own[kPathBytes];
+  return BaseName(path) == path && SettingsPath(path, own, sizeof own) ? own : path;
+}
+
 void ReadAdvancedKeys(const char* profile, AdvancedKeys& keys) {
   for (const auto& [key, field, least] : kAdvancedKeys) {
     keys.*field = std::max(ReadProfileInt(profile, kSetupSection, key, keys.*field), least);

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
+#include "engine/profile_place.h"
 #include "settings/advanced_keys.h"
 
 inline constexpr const char* kProfileName = "QUORL.INI";
@@ -13,6 +15,9 @@ inline constexpr const char* kProfileName = "QUORL.INI";
 // and the first save creates the file in the user's settings folder. The current directory is not searched.
 // Result: 0 when the profile may be written, else -1.
 [[nodiscard]] int LocateProfile(char* path, std::size_t size);
+
+// The full path of the profile, for the user to read.
+[[nodiscard]] std::string ProfileFullPath(const ProfilePlace& place);
 
 // Reads the section "Quorl Setup" of the profile into `keys`, and bounds what it holds. An absent key leaves
 // its field alone.

@@ -13,6 +13,7 @@
 [[nodiscard]] std::string ReadProfileText(const char* profile, const char* section, const char* key,
                                           const char* absent, std::size_t longest);
 
+// Writes of a save (platform/profile_batch.h), whose result tells whether they could be made.
 void WriteProfileInt(const char* profile, const char* section, const char* key, std::int64_t value);
 void WriteProfileText(const char* profile, const char* section, const char* key, const std::string& value);
 void DeleteProfileKey(const char* profile, const char* section, const char* key);

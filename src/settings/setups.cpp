@@ -37,8 +37,8 @@ void LoadOptions(const char* section, std::int32_t mask, Settings& settings) {
   if ((mask & GROUP_RECENT_FILES) != 0) LoadRecentFiles(profile, settings.MruFiles, settings);
 }
 
-void SaveGroups(const SaveChoice& choice, const RECT* window, const TitleSet& titles,
-                const Settings& settings) {
+FileError SaveGroups(const SaveChoice& choice, const RECT* window, const TitleSet& titles,
+                     const Settings& settings) {
   static constexpr struct {
     std::int32_t groups;
     const char* section;
@@ -48,13 +48,30 @@ void SaveGroups(const SaveChoice& choice, const RECT* window, const TitleSet& ti
                    {GROUP_PRINTER, "Print Setup"},
                    {GROUP_COLORS | GROUP_SHADES, "Quorl Colors"}};
   const char* const profile = settings.ProfilePath;
-  const ProfileBatch batch(profile);
-  for (const auto& section : kSections) {
-    if ((choice.reset & section.groups) == 0) continue;
-    WritePrivateProfileStringA(section.section, nullptr, nullptr, profile);
-  }
-  if ((choice.save & GROUP_FORMAT) != 0) SaveFormat(settings, "Quorl", settings, window);
-  if ((choice.save & GROUP_TITLES) != 0) SaveTitles(profile, "Titles", &titles);
-  if ((choice.save & GROUP_COLORS) != 0) SaveWindowColors(profile, "Quorl Colors");
-  if ((choice.save & GROUP_SHADES) != 0) SavePrintShades(profile, "Quorl Colors");
+  return SaveProfile(profile, [&] {
+    for (const auto& section : kSections) {
+      if ((choice.reset & section.groups) == 0) continue;
+      WritePrivateProfileStringA(section.section, nullptr, nullptr, profile);
+    }
+    // A save within a save has no result of its own.
+    const auto save = [&choice](std::int32_t group, const auto& saveGroup) {
+      if ((choice.save & group) != 0) static_cast<void>(saveGroup());
+    };
+    save(GROUP_FORMAT, [&] { return SaveFormat(profile, "Quorl", settings, window); });
+    save(GROUP_TITLES, [&] { return SaveTitles(profile, "Titles", &titles); });
+    save(GROUP_COLORS, [&] { return SaveWindowColors(profile, "Quorl Colors"); });
+    save(GROUP_SHADES, [&] { return SavePrintShades(profile, "Quorl Colors"); });
+  });
+}
+
+FileError SaveRecentLists(const Settings& settings) {
+  const char* const profile = settings.ProfilePath;
+  const bool files = settings.MruFiles != 0 && settings.RecentFilesTouched > 0;
+  const bool searches =
+      settings.MruSearch != 0 && (settings.RecentTextsTouched > 0 || settings.RecentHexTouched > 0);
+  if (settings.ProfileReadOnly != 0 || (!files && !searches)) return 0;
+  return SaveProfile(profile, [&] {
+    if (searches) static_cast<void>(SaveRecentSearches(profile, settings));
+    if (files) static_cast<void>(SaveRecentFiles(profile, settings));
+  });
 }

@@ -52,6 +52,10 @@ struct SaveChoice {
 };
 
 // Resets, then saves the groups, in one replacement of the profile. `window` is the present rectangle of the
-// window. What is in memory stays as it is.
-void SaveGroups(const SaveChoice& choice, const RECT* window, const TitleSet& titles,
-                const Settings& settings);
+// window. What is in memory stays as it is. 0, or why nothing was saved.
+[[nodiscard]] FileError SaveGroups(const SaveChoice& choice, const RECT* window, const TitleSet& titles,
+                                   const Settings& settings);
+
+// Saves the recent files and searches, as far as they are kept, in one replacement of the profile. One that
+// could not be written at start-up is left alone. 0, or why it failed.
+[[nodiscard]] FileError SaveRecentLists(const Settings& settings);

@@ -26,6 +26,18 @@ std::string TitleText(const TitleSet& titles, int index) {
   return text;
 }
 
+void WriteTitles(const char* profile, const char* section, const TitleSet* titles) {
+  const std::int32_t former = std::min(ReadProfileInt(profile, section, "Titles", 0), kMostFormerTitles);
+  const bool given = titles != nullptr && titles->Lines.Acnt > 0;
+  const int count = given ? titles->Lines.Alast - titles->Lines.Acur : 0;
+  for (int i = 0; i < count; ++i) {
+    WriteProfileText(profile, section, TitleKey(i + 1).c_str(), TitleText(*titles, titles->Lines.Acur + i));
+  }
+  WriteProfileInt(profile, section, "Titles", count);
+  for (int i = count + 1; i <= former; ++i)
+    DeleteProfileKey(profile, section, TitleKey(i).c_str());
+}
+
 }  // namespace
 
 int LoadTitles(const char* profile, const char* section, TitleSet& titles) {
@@ -40,16 +52,6 @@ int LoadTitles(const char* profile, const char* section, TitleSet& titles) {
   return 1;
 }
 
-int SaveTitles(const char* profile, const char* section, const TitleSet* titles) {
-  const ProfileBatch batch(profile);
-  const std::int32_t former = std::min(ReadProfileInt(profile, section, "Titles", 0), kMostFormerTitles);
-  const bool given = titles != nullptr && titles->Lines.Acnt > 0;
-  const int count = given ? titles->Lines.Alast - titles->Lines.Acur : 0;
-  for (int i = 0; i < count; ++i) {
-    WriteProfileText(profile, section, TitleKey(i + 1).c_str(), TitleText(*titles, titles->Lines.Acur + i));
-  }
-  WriteProfileInt(profile, section, "Titles", count);
-  for (int i = count + 1; i <= former; ++i)
-    DeleteProfileKey(profile, section, TitleKey(i).c_str());
-  return 1;
+FileError SaveTitles(const char* profile, const char* section, const TitleSet* titles) {
+  return SaveProfile(profile, [=] { WriteTitles(profile, section, titles); });
 }

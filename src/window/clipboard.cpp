@@ -82,9 +82,9 @@ LRESULT CopyCommand(UINT /*id*/) {
 LRESULT SelectAllCommand(UINT /*id*/) {
   MainWindowState& state = MainState;
   state.SelStart = 0;
-  state.SelEnd = state.File.Flen - 1;
+  state.SelEnd = state.File.Flen;
   state.SelAnchorStart = 0;
-  state.SelAnchorEnd = std::min<FilePos>(state.File.Flen - 1, 1);
+  state.SelAnchorEnd = std::min<FilePos>(state.File.Flen, 1);
   RepaintWindow();
   return 0;
 }

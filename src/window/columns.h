@@ -1,8 +1,13 @@
-// Frozen columns: the dialog that sets their number, by typing or by a click into a line of the file or a
-// ruler below it, and the command that gives them up.
+// Frozen columns: characters at the left of each line that stay in place while the rest moves sideways.
 #pragma once
+
+#include <cstdint>
 
 #include "platform/win32.h"
 
+// Freezes `count` columns, 0 to 255; 0 gives them up.
+void FreezeColumns(std::int32_t count);
+
+// Asks for the number and freezes them. Result 1, or 0 when the user cancels.
 LRESULT FreezeColumnsCommand(UINT id);
 LRESULT ClearColumnsCommand(UINT id);

@@ -3,13 +3,11 @@
 #pragma once
 
 #include "platform/win32.h"
-#include "window/about.h"
 #include "window/clipboard.h"
-#include "window/color_dialog.h"
 #include "window/columns.h"
 #include "window/find_commands.h"
 #include "window/fonts.h"
-#include "window/goto_dialog.h"
+#include "window/go_to.h"
 #include "window/marking.h"
 #include "window/opening.h"
 #include "window/save_options.h"
@@ -17,8 +15,10 @@
 
 LRESULT ExitCommand(UINT id);
 
-// Opens the help book at its contents, or at the keys.
-LRESULT HelpCommand(UINT id);
+LRESULT AboutCommand(UINT id);
+
+// The Color Selection dialog, then a repaint. The dialog's result.
+LRESULT ColorsCommand(UINT id);
 
 // Switches to the format of the command; each format keeps an option word of its own.
 LRESULT FormatCommand(UINT id);
@@ -30,3 +30,19 @@ LRESULT OnTopCommand(UINT id);
 
 // Loads the setup that SetupSection names, without a dialog.
 LRESULT ReloadSetupCommand(UINT id);
+
+// When items of the menu are live.
+[[nodiscard]] bool FileIsOpen();
+[[nodiscard]] bool SearchCanGoOn();
+[[nodiscard]] bool TagsAreSet();
+[[nodiscard]] bool ProfileMayBeWritten();
+
+// When items of the menu are ticked.
+[[nodiscard]] bool IgnoresDde();
+[[nodiscard]] bool ShowsText();
+[[nodiscard]] bool ShowsHex();
+[[nodiscard]] bool ShowsRaw();
+[[nodiscard]] bool Wraps();
+[[nodiscard]] bool StaysOnTop();
+[[nodiscard]] bool IsLarger();
+[[nodiscard]] bool IsSmaller();

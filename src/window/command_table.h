@@ -1,81 +1,118 @@
-// What belongs to each command number: label, key text, whether it needs an open file, and the routine that
-// does its work. The one table that the menu, the graying and the dispatch read. A command without a routine
-// is not built yet: it is gray in the menu and does nothing.
+// What belongs to each command number: its textual name, label and keys, whether it needs an open file, when
+// its menu item is live and when it is ticked, and the routine that does its work. The one table that menu,
+// accelerators, graying and dispatch read. A command without a routine is not built yet: it is gray in the
+// menu and does nothing.
 #pragma once
 
 #include <algorithm>
 #include <iterator>
+#include <string>
 
 #include "resources/command_ids.h"
 #include "window/command_handlers.h"
 
 // Runs a command; the result is that of WM_COMMAND.
 using CommandHandler = LRESULT (*)(UINT id);
+using CommandState = bool (*)();
 
 enum class Needs { nothing, file };
 
-struct Command {
-  UINT id;
-  const char* label;    // null: no menu item, or one whose text is made at run time
-  const char* keyText;  // null: none
-  Needs needs;
-  CommandHandler handler;
+// A key as an accelerator table has it: with FVIRTKEY a virtual key, else a typed control character. A key of
+// 0 is none.
+struct CommandKey {
+  BYTE modifiers = 0;
+  WORD key = 0;
 };
 
-inline constexpr Command kCommands[] = {
-    {IDM_OPEN, "&Open...", "Ctrl+F12", Needs::nothing, OpenDialogCommand},
-    {IDM_PRINT, "&Print...", "Ctrl+Sh+F12", Needs::file, nullptr},
-    {IDM_PRINT_SETUP, "P&rint Setup...", nullptr, Needs::nothing, nullptr},
-    {IDM_PAGE_SETUP, "Page Se&tup...", nullptr, Needs::nothing, nullptr},
-    {IDM_PRINT_PAGE, "Print Pa&ge", "Ctrl+P", Needs::file, nullptr},
-    {IDM_IGNORE_DDE, "Ignore &DDE", nullptr, Needs::nothing, nullptr},
-    {IDM_EXIT, "E&xit", nullptr, Needs::nothing, ExitCommand},
-    {IDM_PRINT_FILE, nullptr, nullptr, Needs::file, nullptr},
-    {IDM_PRINT_TAGS, "Print T&ags...", nullptr, Needs::file, nullptr},
-    {IDM_PRINT_TAGS_NOW, nullptr, nullptr, Needs::file, nullptr},
-    {IDM_CLOSE, "&Close", nullptr, Needs::file, CloseFileCommand},
-    {IDM_MARK_TOGGLE, "&Toggle", "Ctrl+F2", Needs::file, MarkToggleCommand},
-    {IDM_MARK_NEXT, "&Next", "F2", Needs::file, MarkNextCommand},
-    {IDM_UNMARK_ALL, "&Unmark All", "Ctrl+Sh+F2", Needs::file, UnmarkAllCommand},
-    {IDM_MARK_SET, "&Set", nullptr, Needs::file, MarkSetCommand},
-    {IDM_MARK_RESET, "&Reset", nullptr, Needs::file, MarkResetCommand},
-    {IDM_FREEZE_TITLE, "&Freeze Title", nullptr, Needs::file, FreezeTitleCommand},
-    {IDM_CLEAR_TITLE, "&Clear Title", nullptr, Needs::file, ClearTitleCommand},
-    {IDM_FREEZE_COLUMNS, "Fre&eze Columns...", nullptr, Needs::nothing, FreezeColumnsCommand},
-    {IDM_CLEAR_COLUMNS, "Cle&ar Columns", nullptr, Needs::nothing, ClearColumnsCommand},
-    {IDM_HELP_CONTENTS, "&Contents", "Ctrl+F1", Needs::nothing, HelpCommand},
-    {IDM_HELP_KEYBOARD, "&Keyboard", "F1", Needs::nothing, HelpCommand},
-    {IDM_HELP_ON_HELP, "&Help on help", nullptr, Needs::nothing, nullptr},
-    {IDM_ABOUT, "&About...", nullptr, Needs::nothing, AboutCommand},
-    {IDM_FIND_TEXT, "&Find Text...", "Shift+F3", Needs::file, FindDialogCommand},
-    {IDM_FIND_HEX, "Find &Hex...", "Ctrl+F3", Needs::file, FindDialogCommand},
-    {IDM_FIND_NEXT, "Find &Next", "F3", Needs::file, FindNextCommand},
-    {IDM_FIND_MARK_ALL, nullptr, nullptr, Needs::file, FindMarkAllCommand},
-    {IDM_GOTO, "&Go To...", "F5", Needs::file, GoToCommand},
-    {IDM_OPTIONS, "&Options...", "Ctrl+O", Needs::nothing, nullptr},
-    {IDM_FONT, "&Font...", nullptr, Needs::nothing, FontCommand},
-    {IDM_COLORS, "Co&lor...", nullptr, Needs::nothing, ColorsCommand},
-    {IDM_SAVE_OPTIONS, "S&ave Options...", nullptr, Needs::nothing, SaveOptionsCommand},
-    {IDM_SAVE_SETUP, "Sa&ve Setup...", nullptr, Needs::nothing, nullptr},
-    {IDM_LOAD_SETUP, "Loa&d Setup...", nullptr, Needs::nothing, nullptr},
-    {IDM_RELOAD_SETUP, nullptr, nullptr, Needs::nothing, ReloadSetupCommand},
-    {IDM_COPY, "&Copy", "Ctrl+C", Needs::file, CopyCommand},
-    {IDM_SELECT_ALL, "&Select All", nullptr, Needs::file, SelectAllCommand},
-    {IDM_UNSELECT, "&Unselect", nullptr, Needs::file, UnselectCommand},
-    {IDM_RECENT1, nullptr, nullptr, Needs::nothing, OpenRecentCommand},
-    {IDM_RECENT2, nullptr, nullptr, Needs::nothing, OpenRecentCommand},
-    {IDM_RECENT3, nullptr, nullptr, Needs::nothing, OpenRecentCommand},
-    {IDM_RECENT4, nullptr, nullptr, Needs::nothing, OpenRecentCommand},
-    {IDM_TEXT, "&Text", "Ctrl+T", Needs::nothing, FormatCommand},
-    {IDM_HEX, "&Hex", "Ctrl+H", Needs::nothing, FormatCommand},
-    {IDM_RAW, "&Raw Text", "Ctrl+R", Needs::nothing, FormatCommand},
-    {IDM_WRAP, "&Wrap", "Ctrl+W", Needs::nothing, WrapCommand},
-    {IDM_ON_TOP, "Alwa&ys on Top", nullptr, Needs::nothing, OnTopCommand},
-    {IDM_ON_TOP_SET, nullptr, nullptr, Needs::nothing, OnTopCommand},
-    {IDM_ZOOM_IN, "Zoom &In", "Ctrl+Sh+Z", Needs::nothing, ZoomCommand},
-    {IDM_ZOOM_OUT, "Zoom &Out", "Ctrl+Z", Needs::nothing, ZoomCommand},
-    {IDM_ZOOM_RESET, "&Reset Zoom", "Ctrl+Alt+Z", Needs::nothing, ZoomCommand},
+struct Command {
+  UINT id;
+  const char* name;    // unique, for those who name a command in words
+  const char* label;   // null: no menu item, or one whose text is made at run time
+  CommandKey keys[2];  // the first stands in the menu
+  Needs needs;
+  CommandState isLive;    // the menu item is not gray; null: always
+  CommandState isTicked;  // null: never
+  CommandHandler handler;
+
+  // How the menu writes the first key; empty: there is none.
+  [[nodiscard]] std::string KeyText() const;
 };
+
+// How the menu writes a key, as "Ctrl+Sh+F2".
+[[nodiscard]] std::string KeyTextOf(const CommandKey& key);
+
+namespace command_keys {
+constexpr CommandKey Ctrl(char letter) {
+  return {0, static_cast<WORD>(letter - '@')};
+}
+constexpr CommandKey Key(int modifiers, int key) {
+  return {static_cast<BYTE>(FVIRTKEY | modifiers), static_cast<WORD>(key)};
+}
+}  // namespace command_keys
+
+namespace command_table {
+using command_keys::Ctrl;
+using command_keys::Key;
+
+// clang-format off
+inline constexpr Command kRows[] = {
+    {IDM_OPEN, "open", "&Open...", {Key(FCONTROL, VK_F12)}, Needs::nothing, nullptr, nullptr, OpenDialogCommand},
+    {IDM_PRINT, "print", "&Print...", {Key(FCONTROL | FSHIFT, VK_F12)}, Needs::file, FileIsOpen, nullptr, nullptr},
+    {IDM_PRINT_SETUP, "print-setup", "P&rint Setup...", {}, Needs::nothing, nullptr, nullptr, nullptr},
+    {IDM_PAGE_SETUP, "page-setup", "Page Se&tup...", {}, Needs::nothing, nullptr, nullptr, nullptr},
+    {IDM_PRINT_PAGE, "print-page", "Print Pa&ge", {Ctrl('P')}, Needs::file, FileIsOpen, nullptr, nullptr},
+    {IDM_IGNORE_DDE, "ignore-dde", "Ignore &DDE", {}, Needs::nothing, nullptr, IgnoresDde, nullptr},
+    {IDM_EXIT, "exit", "E&xit", {}, Needs::nothing, nullptr, nullptr, ExitCommand},
+    {IDM_PRINT_FILE, "print-file", nullptr, {}, Needs::file, nullptr, nullptr, nullptr},
+    {IDM_PRINT_TAGS, "print-tags", "Print T&ags...", {}, Needs::file, TagsAreSet, nullptr, nullptr},
+    {IDM_PRINT_TAGS_NOW, "print-tags-now", nullptr, {}, Needs::file, nullptr, nullptr, nullptr},
+    {IDM_CLOSE, "close", "&Close", {}, Needs::file, FileIsOpen, nullptr, CloseFileCommand},
+    {IDM_MARK_TOGGLE, "mark-toggle", "&Toggle", {Key(FCONTROL, VK_F2), Key(0, VK_F11)}, Needs::file, FileIsOpen, nullptr, MarkToggleCommand},
+    {IDM_MARK_NEXT, "mark-next", "&Next", {Key(0, VK_F2)}, Needs::file, FileIsOpen, nullptr, MarkNextCommand},
+    {IDM_UNMARK_ALL, "unmark-all", "&Unmark All", {Key(FCONTROL | FSHIFT, VK_F2)}, Needs::file, FileIsOpen, nullptr, UnmarkAllCommand},
+    {IDM_MARK_SET, "mark-set", "&Set", {}, Needs::file, FileIsOpen, nullptr, MarkSetCommand},
+    {IDM_MARK_RESET, "mark-reset", "&Reset", {}, Needs::file, FileIsOpen, nullptr, MarkResetCommand},
+    {IDM_FREEZE_TITLE, "freeze-title", "&Freeze Title", {}, Needs::file, FileIsOpen, nullptr, FreezeTitleCommand},
+    {IDM_CLEAR_TITLE, "clear-title", "&Clear Title", {}, Needs::file, FileIsOpen, nullptr, ClearTitleCommand},
+    {IDM_FREEZE_COLUMNS, "freeze-columns", "Fre&eze Columns...", {}, Needs::nothing, FileIsOpen, nullptr, FreezeColumnsCommand},
+    {IDM_CLEAR_COLUMNS, "clear-columns", "Cle&ar Columns", {}, Needs::nothing, FileIsOpen, nullptr, ClearColumnsCommand},
+    {IDM_HELP_CONTENTS, "help-contents", "&Contents", {Key(FCONTROL, VK_F1)}, Needs::nothing, nullptr, nullptr, nullptr},
+    {IDM_HELP_KEYBOARD, "help-keyboard", "&Keyboard", {Key(0, VK_F1)}, Needs::nothing, nullptr, nullptr, nullptr},
+    {IDM_HELP_ON_HELP, "help-on-help", "&Help on help", {}, Needs::nothing, nullptr, nullptr, nullptr},
+    {IDM_ABOUT, "about", "&About...", {}, Needs::nothing, nullptr, nullptr, AboutCommand},
+    {IDM_FIND_TEXT, "find-text", "&Find Text...", {Key(FSHIFT, VK_F3)}, Needs::file, FileIsOpen, nullptr, FindDialogCommand},
+    {IDM_FIND_HEX, "find-hex", "Find &Hex...", {Key(FCONTROL, VK_F3)}, Needs::file, FileIsOpen, nullptr, FindDialogCommand},
+    {IDM_FIND_NEXT, "find-next", "Find &Next", {Key(0, VK_F3)}, Needs::file, SearchCanGoOn, nullptr, FindNextCommand},
+    {IDM_FIND_MARK_ALL, "find-mark-all", nullptr, {}, Needs::file, nullptr, nullptr, FindMarkAllCommand},
+    {IDM_GOTO, "goto", "&Go To...", {Key(0, VK_F5)}, Needs::file, FileIsOpen, nullptr, GoToCommand},
+    {IDM_OPTIONS, "options", "&Options...", {Ctrl('O')}, Needs::nothing, nullptr, nullptr, nullptr},
+    {IDM_FONT, "font", "&Font...", {}, Needs::nothing, nullptr, nullptr, FontCommand},
+    {IDM_COLORS, "colors", "Co&lor...", {}, Needs::nothing, nullptr, nullptr, ColorsCommand},
+    {IDM_SAVE_OPTIONS, "save-options", "S&ave Options...", {}, Needs::nothing, ProfileMayBeWritten, nullptr, SaveOptionsCommand},
+    {IDM_SAVE_SETUP, "save-setup", "Sa&ve Setup...", {}, Needs::nothing, ProfileMayBeWritten, nullptr, nullptr},
+    {IDM_LOAD_SETUP, "load-setup", "Loa&d Setup...", {}, Needs::nothing, nullptr, nullptr, nullptr},
+    {IDM_RELOAD_SETUP, "reload-setup", nullptr, {}, Needs::nothing, nullptr, nullptr, ReloadSetupCommand},
+    {IDM_COPY, "copy", "&Copy", {Ctrl('C'), Key(FCONTROL, VK_INSERT)}, Needs::file, FileIsOpen, nullptr, CopyCommand},
+    {IDM_SELECT_ALL, "select-all", "&Select All", {}, Needs::file, FileIsOpen, nullptr, SelectAllCommand},
+    {IDM_UNSELECT, "unselect", "&Unselect", {}, Needs::file, FileIsOpen, nullptr, UnselectCommand},
+    {IDM_RECENT1, "recent1", nullptr, {}, Needs::nothing, nullptr, nullptr, OpenRecentCommand},
+    {IDM_RECENT2, "recent2", nullptr, {}, Needs::nothing, nullptr, nullptr, OpenRecentCommand},
+    {IDM_RECENT3, "recent3", nullptr, {}, Needs::nothing, nullptr, nullptr, OpenRecentCommand},
+    {IDM_RECENT4, "recent4", nullptr, {}, Needs::nothing, nullptr, nullptr, OpenRecentCommand},
+    {IDM_TEXT, "text", "&Text", {Ctrl('T')}, Needs::nothing, nullptr, ShowsText, FormatCommand},
+    {IDM_HEX, "hex", "&Hex", {Ctrl('H')}, Needs::nothing, nullptr, ShowsHex, FormatCommand},
+    {IDM_RAW, "raw", "&Raw Text", {Ctrl('R')}, Needs::nothing, nullptr, ShowsRaw, FormatCommand},
+    {IDM_WRAP, "wrap", "&Wrap", {Ctrl('W')}, Needs::nothing, nullptr, Wraps, WrapCommand},
+    {IDM_ON_TOP, "on-top", "Alwa&ys on Top", {}, Needs::nothing, nullptr, StaysOnTop, OnTopCommand},
+    {IDM_ON_TOP_SET, "on-top-set", nullptr, {}, Needs::nothing, nullptr, nullptr, OnTopCommand},
+    {IDM_ZOOM_IN, "zoom-in", "Zoom &In", {Key(FCONTROL | FSHIFT, 'Z')}, Needs::nothing, nullptr, IsLarger, ZoomCommand},
+    {IDM_ZOOM_OUT, "zoom-out", "Zoom &Out", {Key(FCONTROL, 'Z')}, Needs::nothing, nullptr, IsSmaller, ZoomCommand},
+    {IDM_ZOOM_RESET, "zoom-reset", "&Reset Zoom", {Key(FCONTROL | FALT, 'Z')}, Needs::nothing, nullptr, nullptr, ZoomCommand},
+};
+// clang-format on
+}  // namespace command_table
+
+inline constexpr auto& kCommands = command_table::kRows;
 
 [[nodiscard]] constexpr bool IsCommand(UINT id) {
   return std::ranges::count(kCommands, id, &Command::id) > 0;

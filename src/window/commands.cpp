@@ -1,13 +1,16 @@
 #include "window/commands.h"
 
-#include "resources/accelerators.h"
+#include <string_view>
+
+#include "dialogs/about.h"
+#include "dialogs/colors.h"
 #include "resources/menu.h"
 #include "settings/setups.h"
 #include "window/command_table.h"
-#include "window/help.h"
 #include "window/main_window_state.h"
 #include "window/navigation.h"
 #include "window/private_messages.h"
+#include "window/scrolling.h"
 #include "window/titles.h"
 
 namespace {
@@ -20,18 +23,24 @@ constexpr bool IdsAreUnique() {
 }
 static_assert(IdsAreUnique());
 
-constexpr bool SameKey(const ACCEL& a, const ACCEL& b) {
-  return a.fVirt == b.fVirt && a.key == b.key;
-}
-
-constexpr bool AcceleratorsAreSound() {
-  for (const ACCEL& key : kAccelerators) {
-    const auto same = [&key](const ACCEL& other) { return SameKey(key, other); };
-    if (std::ranges::count_if(kAccelerators, same) != 1 || !IsCommand(key.cmd)) return false;
+// No key stands for two commands, and names are unique.
+constexpr bool KeysAndNamesAreUnique() {
+  for (const Command& command : kCommands) {
+    if (std::ranges::count(kCommands, std::string_view(command.name), &Command::name) != 1) return false;
+    for (const CommandKey& key : command.keys) {
+      if (key.key == 0) continue;
+      std::ptrdiff_t same = 0;
+      for (const Command& other : kCommands) {
+        same += std::ranges::count_if(other.keys, [&key](const CommandKey& one) {
+          return one.key == key.key && one.modifiers == key.modifiers;
+        });
+      }
+      if (same != 1) return false;
+    }
   }
   return true;
 }
-static_assert(AcceleratorsAreSound());
+static_assert(KeysAndNamesAreUnique());
 
 constexpr std::ptrdiff_t CountMenuItems(UINT id) {
   std::ptrdiff_t count = 0;
@@ -60,7 +69,10 @@ LRESULT RunCommand(UINT id) {
   const Command* command = FindCommand(id);
   if (command == nullptr || command->handler == nullptr) return 0;
   if (command->needs == Needs::file && !FileIsOpen()) return 0;
-  return command->handler(id);
+  const LRESULT result = command->handler(id);
+  // A dialog may have ended by Esc.
+  if (command->label != nullptr && std::string_view(command->label).ends_with("...")) NoteEscape();
+  return result;
 }
 
 LRESULT ExitCommand(UINT /*id*/) {
@@ -68,9 +80,14 @@ LRESULT ExitCommand(UINT /*id*/) {
   return 0;
 }
 
-LRESULT HelpCommand(UINT id) {
-  ShowHelp(id == IDM_HELP_KEYBOARD ? kHelpKeyboard : kHelpContents);
-  return 0;
+LRESULT AboutCommand(UINT /*id*/) {
+  return RunAbout(MainState.MainWindow, MainState.AppIcon);
+}
+
+LRESULT ColorsCommand(UINT /*id*/) {
+  const INT_PTR result = RunColorDialog(MainState.MainWindow);
+  RepaintWindow();
+  return result;
 }
 
 LRESULT FormatCommand(UINT id) {
@@ -108,4 +125,52 @@ LRESULT ReloadSetupCommand(UINT /*id*/) {
   ReformatView();
   RepaintWindow();
   return 0;
+}
+
+bool FileIsOpen() {
+  return MainState.File.Fname[0] != '\0';
+}
+
+bool SearchCanGoOn() {
+  return FileIsOpen() && SearchIsDefined(MainState.Search);
+}
+
+bool TagsAreSet() {
+  return FileIsOpen() && MainState.Tags.count > 0;
+}
+
+bool ProfileMayBeWritten() {
+  return MainState.ProfileReadOnly == 0;
+}
+
+bool IgnoresDde() {
+  return MainState.DdeState != kDdeServing;
+}
+
+bool ShowsText() {
+  return MainState.FormatIndex == kFormatText;
+}
+
+bool ShowsHex() {
+  return MainState.FormatIndex == kFormatHex;
+}
+
+bool ShowsRaw() {
+  return MainState.FormatIndex == kFormatRaw;
+}
+
+bool Wraps() {
+  return (MainState.FormatFlags & VO_WRAP) != 0;
+}
+
+bool StaysOnTop() {
+  return MainState.AlwaysOnTop != 0;
+}
+
+bool IsLarger() {
+  return MainState.ZoomLevel > 0;
+}
+
+bool IsSmaller() {
+  return MainState.ZoomLevel < 0;
 }

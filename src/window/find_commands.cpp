@@ -1,9 +1,10 @@
 #include "window/find_commands.h"
 
+#include "dialogs/find_hex.h"
+#include "dialogs/find_text.h"
 #include "engine/view_loader.h"
 #include "resources/command_ids.h"
 #include "search/search_engine.h"
-#include "window/find_dialogs.h"
 #include "window/main_window_state.h"
 #include "window/navigation.h"
 #include "window/private_messages.h"
@@ -76,9 +77,17 @@ bool Search(const std::shared_ptr<FindJob>& find, bool markAll) {
 }  // namespace
 
 LRESULT FindDialogCommand(UINT id) {
-  SearchState& search = MainState.Search;
-  const HWND window = MainState.MainWindow;
-  const INT_PTR result = id == IDM_FIND_TEXT ? RunFindText(window) : RunFindHex(window);
+  MainWindowState& state = MainState;
+  SearchState& search = state.Search;
+  const HWND window = state.MainWindow;
+  INT_PTR result = 0;
+  if (id == IDM_FIND_TEXT) {
+    LoadTextHistory(state.ProfilePath, state.MruSearch, state);
+    result = RunFindText(window, state.FormatFlags, state, search);
+  } else {
+    LoadHexHistory(state.ProfilePath, state.MruSearch, state);
+    result = RunFindHex(window, state.FormatFlags, state, search);
+  }
   if (result != 1) return result;
   if ((search.SearchFlags & SEARCH_FROM_TOP) != 0) search.SearchNext = 0;
   const bool markAll = (search.SearchFlags & SEARCH_MARK_ALL) != 0;
@@ -116,7 +125,6 @@ LRESULT FindMarkAllCommand(UINT /*id*/) {
   const FilePos first = find->result.hit;
   state.Search.SearchNext = kNoPosition;
   if (first < 0) {
-    PostMessageA(state.MainWindow, WM_VSCROLL, SB_BOTTOM, 0);
     MessageBeep(MB_ICONEXCLAMATION);
     return 0;
   }

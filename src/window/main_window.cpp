@@ -1,16 +1,17 @@
 #include "window/main_window.h"
 
+#include <cstdio>
 #include <new>
 
-#include "platform/profile_batch.h"
 #include "resources/command_ids.h"
-#include "settings/recent_lists.h"
+#include "settings/profile.h"
 #include "window/commands.h"
 #include "window/fonts.h"
 #include "window/main_window_state.h"
 #include "window/menu.h"
 #include "window/navigation.h"
 #include "window/opening.h"
+#include "window/options.h"
 #include "window/page_indexing.h"
 #include "window/painting.h"
 #include "window/private_messages.h"
@@ -62,21 +63,25 @@ LRESULT CreateView(HWND window) {
   }
   if (state.MruFiles != 0) AppendRecentSeparator(window);
   DragAcceptFiles(window, TRUE);
-  if (state.SetupSection[0] != '\0') SendMessageA(window, WM_COMMAND, IDM_RELOAD_SETUP, 0);
+  if (state.SetupSection[0] != '\0') {
+    SendMessageA(window, WM_COMMAND, IDM_RELOAD_SETUP, 0);
+    ApplyOptionLetters(state, state, state);  // they win over what the setup holds
+  }
   return 0;
 }
 
-void SaveRecentLists() {
-  MainWindowState& state = MainState;
-  const ProfileBatch batch(state.ProfilePath);
-  SaveRecentSearches(state, state.MruSearch, state);
-  SaveRecentFiles(state, state.MruFiles, state);
+// There is no window any more that could tell of it otherwise.
+void SaveAtEnd() {
+  const FileError error = SaveRecentLists(MainState);
+  if (error == 0) return;
+  std::fprintf(stderr, "quorl: cannot save the recent files and searches in %s: %s\n",
+               ProfileFullPath(MainState).c_str(), FileErrorText(error).c_str());
 }
 
 LRESULT DestroyView() {
   MainWindowState& state = MainState;
   RunPageIndex(PG_END);
-  SaveRecentLists();
+  SaveAtEnd();
   FreeView();
   if (state.FontIsStock == 0 && state.ViewFont != nullptr) DeleteObject(state.ViewFont);
   state.ViewFont = nullptr;

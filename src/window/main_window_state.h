@@ -4,6 +4,8 @@
 // what they need as arguments, or own one of the records that it is put together from.
 #pragma once
 
+#include <chrono>
+
 #include "dde/service.h"
 #include "engine/hex_format.h"
 #include "engine/long_job.h"
@@ -72,9 +74,11 @@ struct MainWindowState : Settings, CommandLineWords {
   LPARAM LastMousePoint = 0;
   std::int32_t AutoScrollLines = 1;
   UINT_PTR AutoScrollTimer = 0;
+  UINT AutoScrollDelay = 0;  // of the timer, milliseconds
   PageIndexing Pages;
   std::int32_t WheelRest = 0;  // turn of the wheel, below one line, that is not yet spent
-  UINT WheelKind = 0;          // message and keys that WheelRest belongs to
+  std::chrono::steady_clock::time_point EscapeNoted;  // when Esc last ended a wait or a dialog
+  UINT WheelKind = 0;                                 // message and keys that WheelRest belongs to
 
   // Format and font.
   FormatProc FormatRoutines[kFormats] = {FormatText, FormatHex, FormatRaw};
@@ -90,9 +94,7 @@ extern MainWindowState MainState;
 inline constexpr const char* kProgramName = "Quorl";
 inline constexpr const char* kClassName = "QUORL";
 
-[[nodiscard]] inline bool FileIsOpen() {
-  return MainState.File.Fname[0] != '\0';
-}
+[[nodiscard]] bool FileIsOpen();
 
 // Rows that the frozen titles take.
 [[nodiscard]] inline std::int32_t TitleRows() {

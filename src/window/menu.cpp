@@ -1,16 +1,19 @@
 #include "window/menu.h"
 
-#include <array>
 #include <cassert>
 #include <cstring>
 #include <string>
+#include <vector>
 
-#include "resources/accelerators.h"
 #include "resources/menu.h"
 #include "window/command_table.h"
 #include "window/main_window_state.h"
 
 namespace {
+
+bool Works(const Command& command) {
+  return command.handler != nullptr && (command.isLive == nullptr || command.isLive());
+}
 
 void AppendItem(HMENU popup, UINT id) {
   if (id == kSeparator) {
@@ -20,64 +23,48 @@ void AppendItem(HMENU popup, UINT id) {
   const Command* command = FindCommand(id);
   assert(command != nullptr && command->label != nullptr);
   std::string text = command->label;
-  if (command->keyText != nullptr) text += std::string("\t") + command->keyText;
+  if (const std::string key = command->KeyText(); !key.empty()) text += '\t' + key;
   AppendMenuA(popup, MF_STRING | (command->handler == nullptr ? MF_GRAYED : MF_ENABLED), id, text.c_str());
 }
 
-void Enable(HMENU popup, UINT id, bool enabled) {
-  const Command* command = FindCommand(id);
-  const bool works = enabled && command != nullptr && command->handler != nullptr;
-  EnableMenuItem(popup, id, MF_BYCOMMAND | (works ? MF_ENABLED : MF_GRAYED));
-}
-
-void Tick(HMENU popup, UINT id, bool ticked) {
-  CheckMenuItem(popup, id, MF_BYCOMMAND | (ticked ? MF_CHECKED : MF_UNCHECKED));
-}
-
-void UpdateFileMenu(HMENU popup) {
+// The recent files stand behind the items of the File menu.
+void UpdateRecentFiles(HMENU popup) {
   const MainWindowState& state = MainState;
-  Tick(popup, IDM_IGNORE_DDE, state.DdeState != kDdeServing);
-  if (state.MruFiles != 0) {
-    for (int i = 1; i <= kRecentFiles; ++i) {
-      const UINT id = IDM_RECENT1 + static_cast<UINT>(i) - 1;
-      DeleteMenu(popup, id, MF_BYCOMMAND);
-      if (i > state.RecentFileCount) continue;
-      AppendMenuA(popup, MF_STRING, id, RecentItemText(i, state.RecentFiles[i - 1]).c_str());
-    }
-  }
-  for (const UINT id : {IDM_CLOSE, IDM_PRINT, IDM_PRINT_PAGE})
-    Enable(popup, id, FileIsOpen());
-  Enable(popup, IDM_PRINT_TAGS, FileIsOpen() && state.Tags.count > 0);
-}
-
-void UpdateEditMenu(HMENU popup) {
-  for (const UINT id : {IDM_COPY, IDM_SELECT_ALL, IDM_UNSELECT, IDM_FIND_TEXT, IDM_FIND_HEX, IDM_GOTO}) {
-    Enable(popup, id, FileIsOpen());
-  }
-  Enable(popup, IDM_FIND_NEXT, FileIsOpen() && SearchIsDefined(MainState.Search));
-}
-
-void UpdateViewMenu(HMENU popup) {
-  const MainWindowState& state = MainState;
-  Tick(popup, IDM_TEXT, state.FormatIndex == kFormatText);
-  Tick(popup, IDM_HEX, state.FormatIndex == kFormatHex);
-  Tick(popup, IDM_RAW, state.FormatIndex == kFormatRaw);
-  Tick(popup, IDM_WRAP, (state.FormatFlags & VO_WRAP) != 0);
-  Tick(popup, IDM_ON_TOP, state.AlwaysOnTop != 0);
-  Tick(popup, IDM_ZOOM_IN, state.ZoomLevel > 0);
-  Tick(popup, IDM_ZOOM_OUT, state.ZoomLevel < 0);
-}
-
-void UpdateFormatMenu(HMENU popup) {
-  for (const UINT id : {IDM_SAVE_OPTIONS, IDM_SAVE_SETUP}) {
-    Enable(popup, id, MainState.ProfileReadOnly == 0);
+  if (state.MruFiles == 0) return;
+  for (int i = 1; i <= kRecentFiles; ++i) {
+    const UINT id = IDM_RECENT1 + static_cast<UINT>(i) - 1;
+    DeleteMenu(popup, id, MF_BYCOMMAND);
+    if (i > state.RecentFileCount) continue;
+    AppendMenuA(popup, MF_STRING, id, RecentItemText(state, i).c_str());
   }
 }
 
-void UpdateMarkMenu(HMENU popup) {
-  for (const UINT id : kMenuBar[kMarkMenu].items) {
-    if (id != kSeparator) Enable(popup, id, FileIsOpen());
+void UpdateItems(HMENU popup, const PullDown& pullDown) {
+  for (const UINT id : pullDown.items) {
+    const Command* command = FindCommand(id);
+    if (command == nullptr) continue;
+    EnableMenuItem(popup, id, MF_BYCOMMAND | (Works(*command) ? MF_ENABLED : MF_GRAYED));
+    if (command->isTicked == nullptr) continue;
+    CheckMenuItem(popup, id, MF_BYCOMMAND | (command->isTicked() ? MF_CHECKED : MF_UNCHECKED));
   }
+}
+
+// Byte offsets of the characters of UTF-8 text.
+std::vector<std::size_t> Characters(const std::string& text) {
+  std::vector<std::size_t> offsets;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80) offsets.push_back(i);
+  }
+  return offsets;
+}
+
+// `text` with dots for what it has too many of in its middle.
+std::string ShortenInMiddle(const std::string& text, std::size_t most) {
+  const std::vector<std::size_t> characters = Characters(text);
+  if (characters.size() <= most) return text;
+  const std::size_t head = most / 2;
+  const std::size_t tail = most - head - 3;
+  return text.substr(0, characters[head]) + "..." + text.substr(characters[characters.size() - tail]);
 }
 
 // Which of the pull-downs stands at a position of the bar, from which the profile may have taken some; -1 for
@@ -92,6 +79,20 @@ int MenuAt(HMENU bar, int position) {
 
 }  // namespace
 
+std::string RecentItemText(const RecentFileList& recent, int number) {
+  const char* const path = recent.RecentFiles[number - 1];
+  const std::string name = BaseName(path);
+  const auto sameName = [&name](const char* other) { return name == BaseName(other); };
+  std::string shown = name;
+  if (std::count_if(recent.RecentFiles, recent.RecentFiles + recent.RecentFileCount, sameName) > 1) {
+    shown += " - " + std::string(path, static_cast<std::size_t>(BaseName(path) - path));
+  }
+  std::string text = "&" + std::to_string(number) + " ";
+  for (const char c : ShortenInMiddle(shown, kRecentItemChars))
+    text += c == '&' ? std::string("&&") : std::string(1, c);
+  return text;
+}
+
 HMENU BuildMenuBar() {
   const HMENU bar = CreateMenu();
   if (bar == nullptr) return nullptr;
@@ -105,9 +106,28 @@ HMENU BuildMenuBar() {
 }
 
 HACCEL BuildAccelerators() {
-  std::array<ACCEL, std::size(kAccelerators)> entries;
-  std::ranges::copy(kAccelerators, entries.begin());
+  std::vector<ACCEL> entries;
+  for (const Command& command : kCommands) {
+    for (const CommandKey& key : command.keys) {
+      if (key.key != 0) entries.push_back({key.modifiers, key.key, static_cast<WORD>(command.id)});
+    }
+  }
   return CreateAcceleratorTableA(entries.data(), static_cast<int>(entries.size()));
+}
+
+std::string KeyTextOf(const CommandKey& key) {
+  if (key.key == 0) return {};
+  if ((key.modifiers & FVIRTKEY) == 0) return std::string("Ctrl+") + static_cast<char>(key.key + '@');
+  const bool control = (key.modifiers & FCONTROL) != 0;
+  std::string text = control ? "Ctrl+" : "";
+  if ((key.modifiers & FALT) != 0) text += "Alt+";
+  if ((key.modifiers & FSHIFT) != 0) text += control ? "Sh+" : "Shift+";
+  if (key.key >= VK_F1) return text + 'F' + std::to_string(key.key - VK_F1 + 1);
+  return text + (key.key == VK_INSERT ? std::string("Ins") : std::string(1, static_cast<char>(key.key)));
+}
+
+std::string Command::KeyText() const {
+  return KeyTextOf(keys[0]);
 }
 
 void AppendRecentSeparator(HWND window) {
@@ -120,23 +140,8 @@ void AppendRecentSeparator(HWND window) {
 void UpdatePullDown(HWND window, int position) {
   const HMENU bar = GetMenu(window);
   const HMENU popup = GetSubMenu(bar, position);
-  switch (MenuAt(bar, position)) {
-    case kFileMenu:
-      UpdateFileMenu(popup);
-      break;
-    case kEditMenu:
-      UpdateEditMenu(popup);
-      break;
-    case kViewMenu:
-      UpdateViewMenu(popup);
-      break;
-    case kFormatMenu:
-      UpdateFormatMenu(popup);
-      break;
-    case kMarkMenu:
-      UpdateMarkMenu(popup);
-      break;
-    default:
-      break;
-  }
+  const int menu = MenuAt(bar, position);
+  if (menu < 0) return;
+  if (menu == kFileMenu) UpdateRecentFiles(popup);
+  UpdateItems(popup, kMenuBar[menu]);
 }

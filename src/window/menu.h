@@ -2,7 +2,10 @@
 // items show what the last opening of their pull-down computed.
 #pragma once
 
+#include <string>
+
 #include "platform/win32.h"
+#include "settings/recent_lists.h"
 
 // Makes the menu bar. Null when the system refuses.
 [[nodiscard]] HMENU BuildMenuBar();
@@ -20,3 +23,9 @@ void AppendRecentSeparator(HWND window);
 
 // WM_INITMENUPOPUP: sets the items of the pull-down at `position` of the window's bar.
 void UpdatePullDown(HWND window, int position);
+
+// The label of recent file `number`, from 1 on: the number as the access key, and its base name, behind which
+// its folder stands when another recent file has the same name. At most kRecentItemChars characters: what is
+// longer is shortened in the middle. Each & is doubled so that it shows as itself.
+inline constexpr std::size_t kRecentItemChars = 60;
+[[nodiscard]] std::string RecentItemText(const RecentFileList& recent, int number);

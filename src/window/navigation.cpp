@@ -75,13 +75,14 @@ void Redraw(int step) {
   UpdateWindow(state.MainWindow);
 }
 
-// A move that could not be made: the lines on the screen stay, and the user is told why. Where there are none
-// to stay, the error page stands.
+// A move that could not be made: the lines on the screen stay, and the user is told why. The error page is
+// for what is no fault of the file.
 void TellFailure(const LoadOutcome& outcome, FilePos wanted) {
   MainWindowState& state = MainState;
-  const bool shown = state.Lines.Afirst < state.Lines.Alast && !ErrorPageShown();
-  if (outcome.result.error != 0) TellReadError(state.File.Fname, outcome.result.error);
-  if (outcome.result.error != 0 && shown) return;
+  if (outcome.result.error != 0) {
+    TellReadError(state.File.Fname, outcome.result.error);
+    return;
+  }
   const FilePos goBack = wanted >= 0        ? wanted
                          : ErrorPageShown() ? state.TopBeforeError
                                             : Line(state.Lines.Acur).Lpos;

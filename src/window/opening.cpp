@@ -42,7 +42,18 @@ bool TryToOpen(const char* path, FileError& error) {
   return end == WatchEnd::finished;
 }
 
-// The file becomes the one of the window, with the lines that were loaded, or with the error page.
+void TellCannotOpen(const char* path, FileError error) {
+  MessageBeep(MB_ICONEXCLAMATION);
+  const std::string text = std::string("Cannot open ") + path + ":\n" + FileErrorText(error);
+  MessageBoxA(MainState.MainWindow, text.c_str(), kProgramName, MB_ICONEXCLAMATION);
+}
+
+bool IsPattern(const char* name) {
+  return std::strpbrk(name, "*?") != nullptr;
+}
+
+// The file becomes the one of the window, with the lines that were loaded, or with a page that tells why
+// there are none.
 void ShowOpened(const ViewFile& file, LoadOutcome&& outcome) {
   MainWindowState& state = MainState;
   const HWND window = state.MainWindow;
@@ -60,7 +71,6 @@ void ShowOpened(const ViewFile& file, LoadOutcome&& outcome) {
     state.File = file;
     ShowErrorPage(result.status, state.File, state.Lines, state.Text);
     state.TopBeforeError = 0;
-    if (result.error != 0) TellReadError(file.Fname, result.error);
   }
 
   const std::string caption = std::string(kProgramName) + " - " + BaseName(state.File.Fname);
@@ -88,7 +98,10 @@ LRESULT TryFile(const char* name, bool ask) {
     SendMessageA(state.MainWindow, WM_FILE_OPEN, 0, PathParameter(state.DialogFile));
     return 1;
   }
-  return ask ? SendMessageA(state.MainWindow, WM_COMMAND, IDM_OPEN, 0) : 0;
+  if (!ask) return 0;
+  // A pattern asks for the dialog; a plain name that cannot be opened has a reason.
+  if (!IsPattern(name)) TellCannotOpen(state.DialogFile, error);
+  return SendMessageA(state.MainWindow, WM_COMMAND, IDM_OPEN, 0);
 }
 
 LRESULT OpenFileInView(const char* name) {
@@ -97,8 +110,13 @@ LRESULT OpenFileInView(const char* name) {
   MoveRequest request = RequestOf(MoveKind::load, 0, 0);
   request.backFromError = kNoPosition;
   LoadOutcome outcome = LoadFor(request, file, false);
-  // Who gives the wait up keeps the file at hand.
-  if (outcome.end == WatchEnd::finished) ShowOpened(file, std::move(outcome));
+  // Who gives the wait up keeps the file at hand, and so does who asks for one that cannot be read.
+  if (outcome.end != WatchEnd::finished) return 0;
+  if (outcome.result.error != 0) {
+    TellCannotOpen(file.Fname, outcome.result.error);
+  } else {
+    ShowOpened(file, std::move(outcome));
+  }
   return 0;
 }
 
@@ -113,7 +131,7 @@ LRESULT OpenDialogCommand(UINT /*id*/) {
   open.lStructSize = sizeof open;
   open.hwndOwner = state.MainWindow;
   open.lpstrFilter = filters.c_str();
-  open.nFilterIndex = std::strpbrk(base, "*?") != nullptr ? 2 : 1;
+  open.nFilterIndex = IsPattern(base) ? 2 : 1;
   open.lpstrFile = state.DialogFile;
   open.nMaxFile = sizeof state.DialogFile;
   open.lpstrInitialDir = directory.empty() ? nullptr : directory.c_str();
@@ -155,13 +173,4 @@ LRESULT CloseFileCommand(UINT /*id*/) {
 std::string OpenFilters(const char* base) {
   const std::string end(1, '\0');
   return "Any File (*.*)" + end + "*.*" + end + "Default (" + base + ")" + end + base + end;
-}
-
-std::string RecentItemText(int number, const char* path) {
-  std::string text = "&" + std::to_string(number) + " ";
-  for (const char* at = BaseName(path); *at != '\0'; ++at) {
-    text += *at;
-    if (*at == '&') text += '&';
-  }
-  return text;
 }

@@ -29,7 +29,3 @@ LRESULT CloseFileCommand(UINT id);
 // The filters of the Open dialog: every file, and the pattern `base`; pairs of name and pattern, each ended
 // by a NUL, and one more NUL.
 [[nodiscard]] std::string OpenFilters(const char* base);
-
-// The label of a recent file in the menu: its number as the access key, and its base name, in which each &
-// is doubled so that it shows as itself.
-[[nodiscard]] std::string RecentItemText(int number, const char* path);

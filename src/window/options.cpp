@@ -18,6 +18,11 @@ constexpr FormatLetter kFormatLetters[] = {{'T', kFormatText}, {'H', kFormatHex}
 }  // namespace
 
 void ApplyOptionLetters(const CommandLineWords& line, FormatOptions& options, AdvancedKeys& keys) {
+  for (const auto& [letter, format] : kFormatLetters) {
+    if (line.Letter(letter) == '\0') continue;
+    options.FormatIndex = format;
+    options.FormatFlags = options.StoredFlags[format];
+  }
   for (const auto& [letter, flag] : kFlagLetters) {
     const char typed = line.Letter(letter);
     if (typed == letter) options.FormatFlags |= flag;
@@ -29,9 +34,6 @@ void ApplyOptionLetters(const CommandLineWords& line, FormatOptions& options, Ad
   };
   if (line.Letter('A') != '\0') setCode(kCodeAscii);
   if (line.Letter('C') != '\0') setCode(kCodeEbcdic);
-  for (const auto& [letter, format] : kFormatLetters) {
-    if (line.Letter(letter) != '\0') options.FormatIndex = format;
-  }
   if (line.Letter('Y') != '\0') options.EscExit = 1;
   if (const char recent = line.Letter('S'); recent != '\0') {
     keys.MruFiles = keys.MruSearch = recent == 'S' ? 1 : 0;

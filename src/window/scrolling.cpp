@@ -1,6 +1,7 @@
 #include "window/scrolling.h"
 
 #include <algorithm>
+#include <chrono>
 #include <climits>
 #include <cstdlib>
 
@@ -10,11 +11,19 @@
 #include "window/main_window_state.h"
 #include "window/navigation.h"
 #include "window/private_messages.h"
+#include "window/selection.h"
 #include "window/watch.h"
 
 namespace {
 
 __extension__ using Wide = unsigned __int128;
+
+// An Esc that comes so soon behind one that ended something else is meant for that.
+constexpr std::chrono::milliseconds kGrace{500};
+
+bool EscapeIsUsed() {
+  return std::chrono::steady_clock::now() - MainState.EscapeNoted < kGrace;
+}
 
 // What SPI_GETWHEELSCROLLLINES gives for a page at a notch.
 constexpr UINT kPageAtANotch = UINT_MAX;
@@ -44,9 +53,15 @@ void ScrollColumns(std::int32_t columns) {
       std::clamp<std::int64_t>(std::int64_t{MainState.HorzOffset} + columns, 0, most)));
 }
 
+// So far that the longest line on the screen ends at the window's right edge.
 void ScrollToLineEnd() {
+  const LineArray& lines = MainState.Lines;
+  const int end = std::min<int>(lines.Acur + VisibleRows(), lines.Alast);
+  std::int32_t longest = 0;
+  for (int i = lines.Acur; i < end; ++i)
+    longest = std::max(longest, lines.Aline[i].Llen);
   const std::int32_t columns = MainState.ClientWidth / std::max(MainState.CharWidth, 1);
-  SetOffset(std::max(MainState.FormatWidth - columns, 0));
+  SetOffset(std::clamp(longest - columns, 0, std::max(MainState.FormatWidth - 1, 0)));
 }
 
 // Home and End: the line's end or, on the other of the plain key and the key with Ctrl, the file's.
@@ -137,6 +152,10 @@ LRESULT HorizontalScroll(UINT code) {
   return 0;
 }
 
+void NoteEscape() {
+  MainState.EscapeNoted = std::chrono::steady_clock::now();
+}
+
 bool KeyDown(WPARAM key) {
   const HWND window = MainState.MainWindow;
   const bool control = GetKeyState(VK_CONTROL) < 0;
@@ -145,6 +164,11 @@ bool KeyDown(WPARAM key) {
     case VK_ESCAPE:
       if (WatchIsOn()) {
         GiveUpWatched();
+        NoteEscape();
+      } else if (MainState.Selecting != 0) {
+        LeftButtonUp();
+      } else if (EscapeIsUsed()) {
+        return true;
       } else if (MainState.EscExit != 0) {
         PostMessageA(window, WM_CLOSE, 0, 0);
       } else {

@@ -9,6 +9,9 @@
 [[nodiscard]] bool VerticalScroll(UINT code);
 LRESULT HorizontalScroll(UINT code);
 
+// Esc has just ended something else than the program: for half a second another one does nothing.
+void NoteEscape();
+
 // WM_KEYDOWN. False for a key that is the default procedure's.
 [[nodiscard]] bool KeyDown(WPARAM key);
 

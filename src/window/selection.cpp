@@ -13,6 +13,9 @@ struct Range {
   FilePos start, end;
 };
 
+// Faster than thirty ticks a second nobody can follow.
+constexpr std::int32_t kLeastScrollDelayMs = 33;
+
 // Whether painting would invert the row of a line.
 bool IsInverted(const LineEntry& line, const LineEntry& next, const Range& range) {
   return next.Lpos > range.start && line.Lpos < range.end;
@@ -77,10 +80,20 @@ void StopAutoScroll() {
   MainState.AutoScrollTimer = 0;
 }
 
+// A timer that runs goes on, or a mouse that trembles would stop the view.
 void StartAutoScroll(UINT_PTR timer, std::int32_t delay, std::int32_t lines) {
-  StopAutoScroll();
   MainState.AutoScrollLines = lines;
-  MainState.AutoScrollTimer = SetTimer(MainState.MainWindow, timer, static_cast<UINT>(delay), nullptr);
+  const auto wait = static_cast<UINT>(std::max(delay, kLeastScrollDelayMs));
+  if (MainState.AutoScrollTimer == timer && MainState.AutoScrollDelay == wait) return;
+  StopAutoScroll();
+  MainState.AutoScrollDelay = wait;
+  MainState.AutoScrollTimer = SetTimer(MainState.MainWindow, timer, wait, nullptr);
+}
+
+// Lines of a tick when the pointer is `pixels` beyond the edge: one for each row, and as many as the profile
+// allows at most.
+std::int32_t FastLines(int pixels) {
+  return std::min(MainState.FastMouseLines, 1 + pixels / std::max(MainState.CharHeight, 1));
 }
 
 // Scrolls by itself while the pointer is at the upper or lower edge of the text: slowly in the first and the
@@ -91,13 +104,13 @@ void AutoScrollFor(int y) {
   if (firstBottom < y && y < state.ClientHeight - state.CharHeight) {
     StopAutoScroll();
   } else if (y <= TitleBottom()) {
-    StartAutoScroll(kScrollUpTimer, state.FastMouseDelay, -state.FastMouseLines);
+    StartAutoScroll(kScrollUpTimer, state.FastMouseDelay, -FastLines(TitleBottom() - y));
   } else if (y <= firstBottom) {
     StartAutoScroll(kScrollUpTimer, state.SlowMouseDelay, -state.SlowMouseLines);
   } else if (y < state.ClientHeight - 1) {
     StartAutoScroll(kScrollDownTimer, state.SlowMouseDelay, state.SlowMouseLines);
   } else {
-    StartAutoScroll(kScrollDownTimer, state.FastMouseDelay, state.FastMouseLines);
+    StartAutoScroll(kScrollDownTimer, state.FastMouseDelay, FastLines(y - state.ClientHeight + 1));
   }
 }
 

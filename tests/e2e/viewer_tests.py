@@ -347,14 +347,17 @@ def dialog_of(viewer):
 
 
 def not_found(bench):
-    """Whatever cannot be opened as a file brings up the Open dialog; giving up there ends the program."""
+    """What cannot be opened is told, then the Open dialog comes up; giving up there ends the program."""
     os.makedirs(bench.path("folder"), exist_ok=True)
     if not os.path.exists(bench.path("pipe")):
         os.mkfifo(bench.path("pipe"))
     for words in ([bench.path("no such file")], [bench.path("folder")], [bench.path("pipe")], ["/dev/tty"], []):
         viewer = bench.start(*words, cwd=bench.folder)
         viewer.find("Quorl")
-        dialog_of(viewer)
+        box = dialog_of(viewer)
+        if words:  # it says why
+            press(viewer, "Escape")
+            wait_until(lambda: dialog_of(viewer) != box, "the Open dialog", viewer.process)
         press(viewer, "Escape")
         assert viewer.wait_end() == 0, f"exit status after giving up on {words}"
         bench.close_viewers()

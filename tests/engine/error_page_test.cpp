@@ -13,7 +13,7 @@ TEST(ErrorPage, SaysTheStatusAndTheNumbersAsFarAsThereIsRoom) {
   const std::string page = rule +
                            "* PROGRAM ERROR OCCURRED\n"
                            "* Please note the following information:\n"
-                           "* Status=110\n";
+                           "* Status=102\n";
   const std::string rest =
       "* Fcur=-9223372036854775808, Flen=68719476736\n"
       "* Tlen=32760, Tend=4711\n"
@@ -27,7 +27,7 @@ TEST(ErrorPage, SaysTheStatusAndTheNumbersAsFarAsThereIsRoom) {
     std::vector<char> characters(kViewText);
     LineArray lines = {entries.data(), room, -3, 12, 32767};
     TextBuffer text = {characters.data(), kViewText, 4711};
-    EXPECT_EQ(ShowErrorPage(VS_FAILED | VS_NARROW, *file, lines, text), 0);
+    EXPECT_EQ(ShowErrorPage(VS_FAILED | VS_SHORT, *file, lines, text), 0);
     std::string shown;
     for (const LineEntry* line = lines.Aline; line->Llen != kSentinelLength; ++line) {
       shown.append(text.Tbuf + line->Ltext, static_cast<std::size_t>(line->Llen)) += '\n';

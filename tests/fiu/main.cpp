@@ -1,12 +1,15 @@
-// Random failures of open and read, and short reads, under the engine, put in front of the C library by
-// libfiu's preload library: a move, a search, a copy or a step of the page index that fails says so and
-// changes nothing, and one that succeeds is right.
+// Random failures of open, stat and read, and short reads, under the engine, put in front of the C library by
+// libfiu's preload library and, for what it has no point for, by this program: a move, a search, a copy or a
+// step of the page index that fails says so and changes nothing, and one that succeeds is right.
 //
 //     LD_PRELOAD=fiu_posix_preload.so fiu_moves RUNS
+#include <fcntl.h>
 #include <fiu-control.h>
 #include <fiu.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -19,10 +22,23 @@
 #include "pageindex/page_index.h"
 #include "search/search_engine.h"
 
+// In place of the C library's own.
+extern "C" int stat(const char* path, struct stat* status) noexcept {
+  if (fiu_fail("quorl/stat") == 0) return fstatat(AT_FDCWD, path, status, 0);
+  errno = EIO;
+  return -1;
+}
+extern "C" int fstat(int file, struct stat* status) noexcept {
+  if (fiu_fail("quorl/fstat") == 0) return fstatat(file, "", status, AT_EMPTY_PATH);
+  errno = EIO;
+  return -1;
+}
+
 namespace {
 
-// What the library has a point for. It has none for fstat, and positioned reads do not seek.
-constexpr const char* kPoints[] = {"posix/io/oc/open", "posix/io/rw/pread", "posix/io/rw/pread/reduce"};
+// Nothing here seeks: reads say where.
+constexpr const char* kPoints[] = {"posix/io/oc/open", "posix/io/rw/pread", "posix/io/rw/pread/reduce",
+                                   "quorl/stat", "quorl/fstat"};
 constexpr const char* kNeedle = "needle";
 
 [[noreturn]] void Break(const char* what, long run) {

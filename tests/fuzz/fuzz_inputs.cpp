@@ -80,39 +80,40 @@ void FuzzInput::SetTabs() {
 
 namespace {
 
-// Walks over what the characters of a text line stand for; the offset behind the last such byte.
-FilePos CheckTextCharacters(const Shown& shown, const LineEntry& line) {
+// Walks from `pos` over what the characters of a text line stand for; the offset behind the last such byte,
+// or kNoPosition where a character stands for another byte.
+FilePos WalkCharacters(const Shown& shown, const LineEntry& line, FilePos pos) {
   const std::uint8_t* map = GetCharMap(shown.options);
   const auto character = [&](std::int32_t column) {
     return static_cast<std::uint8_t>(shown.text[line.Ltext + column]);
   };
-  FilePos pos = line.Lpos;
-  const bool atMark = (shown.options & VO_FORMFEED) != 0 && shown.At(pos) == kPageCharacter;
-  if ((line.Lflags & (LF_PAGEMARK | LF_PAGEGAP)) != 0) {
-    FUZZ_CHECK(atMark);
-    ++pos;
-  } else if (atMark && line.Lflags == LF_INCOMPLETE) {
-    // Going backward, a line that the text has no room for keeps no other flag: behind how many form feeds do
-    // its characters begin as the bytes do?
-    std::int32_t same = 0;
-    while (same < line.Llen && shown.At(pos + same) == kPageCharacter &&
-           character(same) == map[kPageCharacter])
-      ++same;
-    if (same < line.Llen && shown.At(pos + same) == kPageCharacter) ++pos;
-  }
-  if ((line.Lflags & LF_PAGEGAP) != 0) FUZZ_CHECK(line.Llen == 0);
   for (std::int32_t column = 0; column < line.Llen; ++pos) {
-    FUZZ_CHECK(pos < shown.End() && !shown.BreakAt(pos));
+    if (pos >= shown.End() || shown.BreakAt(pos)) return kNoPosition;
     if (shown.At(pos) == 9 && (shown.options & VO_EXPANDTABS) != 0) {
       const std::int32_t stop = column - column % TextTabLength + TextTabLength;
-      for (; column < std::min(stop, line.Llen); ++column)
-        FUZZ_CHECK(character(column) == ' ');
+      for (; column < std::min(stop, line.Llen); ++column) {
+        if (character(column) != ' ') return kNoPosition;
+      }
     } else {
-      FUZZ_CHECK(character(column) == map[shown.At(pos)]);
+      if (character(column) != map[shown.At(pos)]) return kNoPosition;
       ++column;
     }
   }
   return pos;
+}
+
+// The same from the start of a line, behind the form feed that begins it.
+FilePos CheckTextCharacters(const Shown& shown, const LineEntry& line) {
+  const bool atMark = (shown.options & VO_FORMFEED) != 0 && shown.At(line.Lpos) == kPageCharacter;
+  const bool marked = (line.Lflags & (LF_PAGEMARK | LF_PAGEGAP)) != 0;
+  if (marked) FUZZ_CHECK(atMark);
+  if ((line.Lflags & LF_PAGEGAP) != 0) FUZZ_CHECK(line.Llen == 0);
+  FilePos behind = WalkCharacters(shown, line, line.Lpos + (marked ? 1 : 0));
+  // Going backward, a line that the text has no room for keeps no other flag.
+  if (behind < 0 && atMark && line.Lflags == LF_INCOMPLETE)
+    behind = WalkCharacters(shown, line, line.Lpos + 1);
+  FUZZ_CHECK(behind >= 0);
+  return behind;
 }
 
 // Whether a text line whose characters end in front of `pos` may end at `next`.

@@ -23,10 +23,15 @@ struct Runs {
   }
 };
 
-struct View {
-  View() : source(std::make_unique<MemoryOrigin>(file)) {}
+// The file and the source that reads it; its blocks are kept from one input to the next.
+struct Disk {
   MemoryFile file;
-  ByteSource source;
+  ByteSource source{std::make_unique<MemoryOrigin>(file)};
+};
+
+struct View {
+  MemoryFile& file;
+  ByteSource& source;
   ViewFile shown;
   MoveRequest request;
   int format = 0;
@@ -74,15 +79,18 @@ void DecideMove(FuzzInput& input, View& view, FilePos length) {
                                           : input.Between(0, static_cast<std::int32_t>(length));
 }
 
-void ChangeFile(FuzzInput& input, View& view) {
+void ChangeFile(FuzzInput& input, View& view, bool isNew) {
+  std::string& bytes = view.file.bytes;
   ++view.file.changed;
-  if (input.Chance(3)) {
-    const std::vector<std::uint8_t> bytes = input.FileBytes(kMostBytes);
-    view.file.bytes.assign(bytes.begin(), bytes.end());
+  if (isNew || input.Chance(3)) {
+    const std::vector<std::uint8_t> made = input.FileBytes(kMostBytes);
+    bytes.assign(made.begin(), made.end());
     ++view.file.number;
   } else {
-    view.file.bytes.resize(static_cast<std::size_t>(input.Between(0, kMostBytes)),
-                           static_cast<char>(input.Byte()));
+    const std::int32_t most = input.Chance(32)
+                                  ? kMostBytes
+                                  : std::min(static_cast<std::int32_t>(2 * bytes.size() + 100), kMostBytes);
+    bytes.resize(static_cast<std::size_t>(input.Between(0, most)), static_cast<char>(input.Byte()));
   }
 }
 
@@ -115,15 +123,16 @@ bool MakeMove(View& view, Runs& runs, bool mustLoad) {
 
 void FuzzLoad(const std::uint8_t* data, std::size_t size) {
   static Runs runs;
+  static Disk disk;
   FuzzInput input(data, size);
-  View view;
-  ChangeFile(input, view);
+  View view{disk.file, disk.source};
+  ChangeFile(input, view, true);
   input.SetTabs();
   std::vector<std::uint8_t> bytes;
   const int moves = 1 + input.Byte() % 4;
   for (int i = 0; i < moves; ++i) {
     bool mustLoad = i == 0;
-    if (i > 0 && input.Chance(4)) ChangeFile(input, view), mustLoad = true;
+    if (i > 0 && input.Chance(4)) ChangeFile(input, view, false), mustLoad = true;
     if (i == 0 || input.Chance(6)) {
       const std::int32_t rowCounts[] = {1, 2, 2, 3, 3, 5, 5, 8};
       const std::int32_t largeCounts[] = {25, 70, 270, 1081};

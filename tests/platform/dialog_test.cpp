@@ -70,7 +70,7 @@ TEST(FileDialogs, GiveTheAbsolutePathWhereThereIsRoomForIt) {
     EXPECT_EQ(file, !test.path.empty() ? test.path : "missing.txt");
   }
   EXPECT_EQ(platform_testing::FileDialogs().front().filters,
-            (std::vector<std::string>{"Any File (*.*)", "*.*", "Default (*.txt)", "*.txt"}));
+            (std::vector<std::string>{"Any File (*.*) (*)", "Default (*.txt) (*.txt)"}));
 }
 
 TEST(FontDialogs, AStandInFaceKeepsTheNameThatItStandsInFor) {

@@ -45,11 +45,11 @@ TEST(ProfileProcess, KillLeavesTheOldFileOrTheNew) {
   };
   const std::string file = folder.Write("p.ini", whole(0));
   const auto save = [&](int number) {
-    BeginProfileBatch(file.c_str());
-    Put(file, "A", std::to_string(number));
-    Put(file, "B", filler(number));
-    Put(file, "C", std::to_string(number));
-    return EndProfileBatch();
+    return SaveProfile(file.c_str(), [&] {
+             Put(file, "A", std::to_string(number));
+             Put(file, "B", filler(number));
+             Put(file, "C", std::to_string(number));
+           }) == 0;
   };
   std::mt19937 random(11);
   int lastSeen = 0;
@@ -105,7 +105,8 @@ TEST(ProfileProcess, StuckSaveOfAnotherFailsOurs) {
   const std::string file = folder.Write("p.ini", "[S]\nK=1\n");
   const int lock = open(folder.Path().c_str(), O_RDONLY | O_DIRECTORY);
   ASSERT_EQ(flock(lock, LOCK_EX), 0);
-  EXPECT_FALSE(Put(file, "K", "2"));
+  const FileError error = SaveProfile(file.c_str(), [&file] { Put(file, "K", "2"); });
+  EXPECT_EQ(FileErrorText(error), "Device or resource busy");
   EXPECT_EQ(ContentOf(file), "[S]\nK=1\n");
   close(lock);
   EXPECT_TRUE(Put(file, "K", "2"));
@@ -123,7 +124,8 @@ TEST(ProfileProcess, FullDiskLeavesTheOldFile) {
     }
     const std::string content = "[S]\nK=" + std::string(40'000, 'k') + "\n";
     const std::string file = folder.Write("p.ini", content);
-    if (Put(file, "L", "1")) return 1;
+    const FileError error = SaveProfile(file.c_str(), [&file] { Put(file, "L", "1"); });
+    if (FileErrorText(error) != "No space left on device") return 1;
     if (ContentOf(file) != content || folder.Names() != "p.ini") return 2;
     // With room again the same save goes through.
     if (mount("tmpfs", disk.c_str(), "tmpfs", MS_REMOUNT, "size=256k") != 0) return 3;

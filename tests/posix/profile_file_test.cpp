@@ -137,8 +137,9 @@ TEST(ProfileFile, WhatIsNoProfileReadsEmptyAndStays) {
   for (const std::string& file : {huge, wide, pipe}) {
     EXPECT_EQ(Text("K", file), "-") << file;
     EXPECT_FALSE(Put(file, "S", "K", "2")) << file;
-    const ProfileBatch batch(file.c_str());
-    EXPECT_FALSE(Put(file, "S", "K", "2")) << file;
+    bool asked = false;
+    EXPECT_NE(SaveProfile(file.c_str(), [&asked] { asked = true; }), 0) << file;
+    EXPECT_FALSE(asked) << file;
   }
   EXPECT_EQ(std::filesystem::file_size(huge), 50'000'000U);
   EXPECT_EQ(std::filesystem::file_size(wide), 18U);
@@ -163,22 +164,24 @@ TEST(ProfileFile, SeesEveryChangeAtOnceAndReadsTheDiskNoMoreThanItMust) {
   EXPECT_EQ(ProfileReadsFromDisk(), before + 1);
 }
 
-TEST(ProfileFile, BatchIsSavedAtItsEnd) {
+TEST(ProfileFile, ASaveOfManyKeysIsMadeAtItsEndWithAllOrNone) {
   const ScratchFolder folder;
-  const std::string content = "[S]\nK=1\nL=1\n";
+  const std::string content = "; by hand\n[S]\nK=1\nL=1\nM=9\n";
   const std::string file = folder.Write("p.ini", content);
-  BeginProfileBatch(file.c_str());
-  EXPECT_TRUE(Put(file, "S", "K", "2"));
-  BeginProfileBatch(file.c_str());
-  EXPECT_TRUE(Put(file, "S", "L", nullptr));
-  EXPECT_TRUE(EndProfileBatch());
-  EXPECT_EQ(Text("K", file), "2");
-  EXPECT_EQ(Text("L", file), "-");
+  const auto save = [&file](const char* lastValue) {
+    return SaveProfile(file.c_str(), [&file, lastValue] {
+      EXPECT_TRUE(Put(file, "S", "K", "2"));
+      const FileError inner = SaveProfile(file.c_str(), [&file] { Put(file, "S", "L", nullptr); });
+      EXPECT_EQ(inner, 0);
+      EXPECT_EQ(Text("K", file), "2");
+      EXPECT_EQ(Text("L", file), "-");
+      Put(file, "S", "N", lastValue);
+    });
+  };
+  EXPECT_EQ(FileErrorText(save("no\nline")), "Invalid argument");
   EXPECT_EQ(ContentOf(file), content);
-  // Another program saves meanwhile; its key is not lost.
-  folder.Write("p.ini", "; new\n[S]\nK=1\nL=1\nM=9\n");
-  EXPECT_TRUE(EndProfileBatch());
-  EXPECT_EQ(ContentOf(file), "; new\n[S]\nK=2\nM=9\n");
+  EXPECT_EQ(save("3"), 0);
+  EXPECT_EQ(ContentOf(file), "; by hand\n[S]\nK=2\nM=9\nN=3\n");
 }
 
 }  // namespace

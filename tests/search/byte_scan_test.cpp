@@ -39,7 +39,7 @@ RandomCase MakeCase(std::mt19937& random) {
   };
   RandomCase c;
   c.buffer = letters(below(4) == 0 ? below(40) : below(700));
-  const std::size_t length = 1 + below(below(2) == 0 ? 4 : kSearchKeyBytes);
+  const std::size_t length = 1 + below(below(2) == 0 ? 4 : 60);
   c.key = letters(length);
   if (c.buffer.size() >= length && below(3) != 0) {
     const char other = c.key[0];

@@ -26,18 +26,18 @@ TEST(Colors, OnlyWhatDiffersFromTheDefaultIsSaved) {
   const char* const profile = file.c_str();
   ResetColors(COLORS_WINDOW, ColorTable);
   ResetColors(COLORS_PRINT, ColorTable);
-  EXPECT_EQ(SaveWindowColors(profile, "C"), 1);
-  EXPECT_EQ(SavePrintShades(profile, "C"), 1);
+  EXPECT_EQ(SaveWindowColors(profile, "C"), 0);
+  EXPECT_EQ(SavePrintShades(profile, "C"), 0);
   EXPECT_FALSE(std::filesystem::exists(file));
 
   const COLORREF tagDefault = ColorTable[TagBgnd];
   ColorTable[CommentBgnd] = RGB(1, 2, 3);
   ColorTable[TagBgnd] = tagDefault ^ 1;
   ColorTable[PrintText] = 255;
-  SavePrintShades(profile, "C");
-  SaveWindowColors(profile, "C");
+  EXPECT_EQ(SavePrintShades(profile, "C"), 0);
+  EXPECT_EQ(SaveWindowColors(profile, "C"), 0);
   ColorTable[TagBgnd] = tagDefault;
-  SaveWindowColors(profile, "C");  // which takes the former value away
+  EXPECT_EQ(SaveWindowColors(profile, "C"), 0) << "which takes the former value away";
   EXPECT_EQ(ContentOf(file), "[C]\nPrintText=255\nCommentBgnd=197121\n");
 
   std::fill(ColorTable, ColorTable + kColorSlots, kUntouched);

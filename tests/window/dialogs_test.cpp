@@ -1,4 +1,7 @@
-// The dialogs of colors and frozen columns, and the About box, as a user goes through them.
+// The dialogs of colors, frozen columns and saved options, and the About box, as a user goes through them.
+#include <fcntl.h>
+#include <sys/file.h>
+
 #include "resources/command_ids.h"
 #include "resources/dialogs/about_dialog.h"
 #include "resources/dialogs/color_dialog.h"
@@ -67,19 +70,17 @@ TEST(ColorDialog, APictureOfTheViewChoosesSlots) {
   EXPECT_EQ(SendMessageA(viewer.Window(), WM_COMMAND, IDM_COLORS, 0), 0) << "the close box cancels";
 }
 
-TEST(ColorDialog, ResetsOneOrAllAndHasNoHelpYet) {
+TEST(ColorDialog, ResetsOneOrAll) {
   Viewer viewer({"-D"});
   COLORREF defaults[kColorSlots] = {};
   ResetColors(COLORS_WINDOW, defaults);
   for (COLORREF& color : ColorTable)
     color = RGB(9, 9, 9);
   ForgetRecords();
-  ScriptNextDialog(
-      {ChooseColor(MessageBgnd), Click(color_dialog::kReset), Click(color_dialog::kHelp), Click(IDOK)});
+  ScriptNextDialog({ChooseColor(MessageBgnd), Click(color_dialog::kReset), Click(IDOK)});
   viewer.Command(IDM_COLORS);
   EXPECT_EQ(ColorTable[MessageBgnd], defaults[MessageBgnd]);
   EXPECT_EQ(ColorTable[MessageText], RGB(9, 9, 9));
-  EXPECT_EQ(Beeps(), std::vector<UINT>{48});
   ScriptNextDialog({Click(color_dialog::kResetAll), Press(kEnter)});
   viewer.Command(IDM_COLORS);
   EXPECT_TRUE(std::equal(defaults, defaults + kWindowColors, ColorTable));
@@ -108,11 +109,10 @@ TEST(FreezeColumnsDialog, TakesTheColumnFromTheCaret) {
        Click(IDOK)});
   EXPECT_EQ(SendMessageA(viewer.Window(), WM_COMMAND, IDM_FREEZE_COLUMNS, 0), 1);
   EXPECT_EQ(MainState.FrozenColumns, 20);
-  ScriptNextDialog({[](HWND dialog) { ClickInControl(dialog, freeze_columns_dialog::kRuler, 0, 5); },
-                    Click(freeze_columns_dialog::kHelp), Click(IDCANCEL)});
+  ScriptNextDialog(
+      {[](HWND dialog) { ClickInControl(dialog, freeze_columns_dialog::kRuler, 0, 5); }, Click(IDCANCEL)});
   viewer.Command(IDM_FREEZE_COLUMNS);
   EXPECT_EQ(MainState.FrozenColumns, 20) << "Cancel leaves the number alone";
-  EXPECT_EQ(Beeps(), std::vector<UINT>{48});
   viewer.Command(IDM_CLEAR_COLUMNS);
   EXPECT_EQ(MainState.FrozenColumns, 0);
 }
@@ -187,6 +187,39 @@ TEST(SaveOptions, SavesResetsOrKeepsEachGroup) {
   }
 }
 
+// The profile is in a folder that another viewer has locked, and then one that is no folder.
+TEST(SaveOptions, WhatFailsIsToldAndTheDialogStays) {
+  const ScratchFile file("text\n");
+  Viewer viewer({"-s", file.Path()}, "[Quorl]\nTabLength=4\n");
+  const std::string profile = Viewer::ProfileFile().string();
+  const std::filesystem::path folder = Viewer::ProfileFile().parent_path();
+  const int lock = open(folder.c_str(), O_RDONLY | O_DIRECTORY);
+  ASSERT_EQ(flock(lock, LOCK_EX), 0);
+  ScriptNextDialog({Click(IDOK), [lock](HWND dialog) {
+                      EXPECT_EQ(Boxes().size(), 1U);
+                      close(lock);
+                      ClickControl(dialog, IDOK);
+                    }});
+  viewer.Command(IDM_SAVE_OPTIONS);
+  ASSERT_EQ(Boxes().size(), 1U);
+  EXPECT_EQ(Boxes()[0].text, "Cannot save the options in\n" + profile + "\nDevice or resource busy.");
+  EXPECT_NE(Viewer::Profile().find("LineLength="), std::string::npos) << "the second time";
+
+  std::filesystem::remove_all(folder);
+  PutContent(folder.string(), "", std::ios::trunc);
+  ScriptNextDialog({Click(IDOK)});
+  viewer.Command(IDM_SAVE_OPTIONS);
+  ASSERT_EQ(Boxes().size(), 2U);
+  EXPECT_EQ(Boxes()[1].text, "Cannot save the options in\n" + profile + "\nNot a directory.");
+
+  // The recent files fail at the end.
+  MainState.MruFiles = 1;
+  testing::internal::CaptureStderr();
+  viewer.Send(WM_CLOSE);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "quorl: cannot save the recent files and searches in " + profile + ": Not a directory\n");
+}
+
 TEST(SaveOptions, OfTheFormatHoldAtTheNextStart) {
   const ScratchFile file("text\n");
   std::string saved;
@@ -207,29 +240,6 @@ TEST(SaveOptions, OfTheFormatHoldAtTheNextStart) {
   GetWindowRect(viewer.Window(), &window);
   EXPECT_EQ(window.left, MainState.WindowX);
   EXPECT_EQ(window.top, MainState.WindowY);
-}
-
-TEST(AboutBox, TellsItsVersion) {
-  Viewer viewer({"-D"});
-  std::string version;
-  ScriptNextDialog(
-      {[&version](HWND dialog) { version = StateOfControl(dialog, about_dialog::kVersion).text; },
-       Click(IDOK)});
-  EXPECT_EQ(SendMessageA(viewer.Window(), WM_COMMAND, IDM_ABOUT, 0), 1);
-  EXPECT_EQ(version, "Version 1.4   [Aug  8 1995, 22:28:36]");
-  ScriptNextDialog({Press(VK_ESCAPE)});
-  EXPECT_EQ(SendMessageA(viewer.Window(), WM_COMMAND, IDM_ABOUT, 0), 0);
-}
-
-TEST(Drop, OpensTheFirstOfTheFiles) {
-  const ScratchFile first("first\n");
-  const ScratchFile second("second\n");
-  Viewer viewer({"-D"});
-  EXPECT_TRUE(DropFiles(viewer.Window(), {second.Path(), first.Path()}));
-  viewer.Pump();
-  EXPECT_EQ(MainState.File.Fname, second.Path());
-  EXPECT_EQ(Viewer::Text(), "second");
-  EXPECT_FALSE(DropFiles(viewer.Window(), {})) << "what is dropped is no file";
 }
 
 }  // namespace

@@ -79,9 +79,9 @@ TEST(Faults, ALineOfAnyLengthAndBytesOfAnyValue) {
   }
 }
 
-// Such a path is asked for at start-up; the road that tests nothing shows the error page.
+// Such a path is told and asked for at start-up; in a running viewer it is told, and the file at hand stays.
 TEST(Faults, APathThatIsNoFileNeverHangs) {
-  const ScratchFile base("");
+  const ScratchFile base(""), own("text\n");
   const std::string fifo = base.Path() + ".fifo", loop = base.Path() + ".loop",
                     local = base.Path() + ".socket";
   ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
@@ -96,10 +96,13 @@ TEST(Faults, APathThatIsNoFileNeverHangs) {
       Viewer viewer({path});
       EXPECT_FALSE(viewer.Running()) << path;
       EXPECT_EQ(platform_testing::FileDialogs().size(), 1U) << path;
+      EXPECT_EQ(platform_testing::Boxes().size(), 1U) << path;
     }
-    Viewer viewer({"-D"});
+    Viewer viewer({own.Path()});
     Open(viewer, path);
-    EXPECT_TRUE(Viewer::ErrorPage()) << path;
+    ASSERT_EQ(platform_testing::Boxes().size(), 1U) << path;
+    EXPECT_EQ(platform_testing::Boxes()[0].text.find("Cannot open " + path + ":\n"), 0U);
+    EXPECT_EQ(MainState.File.Fname, own.Path());
   }
   close(server);
   for (const std::string& path : {fifo, loop, local})
@@ -180,7 +183,9 @@ TEST(Faults, AWindowTooNarrowForAHexRow) {
   viewer.MoveTo(1600);
   viewer.Resize(21, 10);
   ASSERT_TRUE(Viewer::ErrorPage());
-  EXPECT_EQ(Viewer::Text(3), "* Status=110");
+  EXPECT_EQ(Viewer::Text(0), "Too narrow for");
+  viewer.Key(VK_NEXT);
+  EXPECT_EQ(Viewer::Text(0), "Too narrow for") << "what fits the screen stays on it";
   PressAll(viewer, "narrow", false);
   viewer.Resize(22, 10);
   EXPECT_FALSE(Viewer::ErrorPage());

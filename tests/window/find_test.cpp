@@ -5,7 +5,6 @@
 #include "resources/menu.h"
 #include "tests/window/dialog_steps.h"
 #include "tests/window/viewer.h"
-#include "window/find_dialogs.h"
 
 namespace {
 
@@ -123,23 +122,30 @@ TEST_F(Find, MarksAllHitsAndF2GoesThroughThem) {
   EXPECT_TRUE(Beeps().empty());
   Open(viewer, IDM_FIND_HEX, {Type("00 ff"), Click(hex_ids::kMarkAll)});
   EXPECT_EQ(Beeps(), kBeep48);
-  EXPECT_EQ(Viewer::Text(), "line 2999") << "without a hit the view goes to the bottom";
+  EXPECT_EQ(Viewer::Text(), "line 1500") << "without a hit the view stays";
 }
 
 TEST_F(Find, RefusesTextsThatCanBeNoKey) {
   const ScratchFile file("text\n");
   Viewer viewer({file.Path()});
   ControlState key;
-  for (const auto& [text, message] : {std::pair{"", "Search text length must be a number between 1 and 32!"},
-                                      {"\xD0\x96", "Invalid character \"\xD0\x96\" in Search text."}}) {
+  for (const auto& [text, message] :
+       {std::pair{"", "Search text length must be a number between 1 and 4096!"},
+        {"\xD0\x96", "Invalid character \"\xD0\x96\" in Search text."}}) {
     Open(viewer, IDM_FIND_TEXT, {Type(text), Click(IDOK), Look(text_ids::kKey, key)});
     EXPECT_TRUE(key.focused) << text;
     ExpectRefusal(message);
     EXPECT_EQ(MainState.Search.SearchKeyLen, 0);
   }
-  // No more than 32 characters can be typed.
-  Open(viewer, IDM_FIND_TEXT, {Type(std::string(40, 'x')), Click(IDOK)});
-  EXPECT_EQ(Key(), std::string(32, 'x'));
+  // Nothing that is typed is cut.
+  Open(viewer, IDM_FIND_TEXT, {Type(std::string(4097, 'x')), Click(IDOK), Click(IDCANCEL)});
+  ExpectRefusal("Search text length must be a number between 1 and 4096!");
+  Open(viewer, IDM_FIND_TEXT, {Type("dc8e5a5e-4b9b-4d55-9d3c-6a3a6a1b2c3d"), Click(IDOK)});
+  EXPECT_EQ(Key(), "dc8e5a5e-4b9b-4d55-9d3c-6a3a6a1b2c3d");
+  Open(viewer, IDM_FIND_HEX, {Type("41"), Click(IDOK)});
+  ControlState cased;
+  Open(viewer, IDM_FIND_TEXT, {Look(text_ids::kCaseSensitive, cased)});
+  EXPECT_EQ(cased.checked, BST_UNCHECKED) << "the other dialog does not tick it";
 }
 
 TEST_F(Find, SearchesInTheCodeOfTheFile) {
@@ -200,7 +206,7 @@ TEST_F(Find, HexIsLive) {
   // An empty text: the live check lets it pass, Find does not.
   Open(viewer, IDM_FIND_HEX, {Type("4"), Press(VK_BACK), look, Click(IDOK)});
   EXPECT_EQ(shown.back(), "| |");
-  ExpectRefusal("Number of hex digits must be between 1 and 64!");
+  ExpectRefusal("Number of hex digits must be between 1 and 12288!");
   // A chosen entry is shown at once; Cancel leaves the key that it was.
   Open(viewer, IDM_FIND_HEX, {Choose(hex_ids::kKey, 1), look, Click(IDCANCEL)});
   EXPECT_EQ(shown.back(), "AB@| |");

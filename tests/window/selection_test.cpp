@@ -82,11 +82,12 @@ TEST_F(SelectionTest, ScrollsByItselfAtTheEdges) {
   viewer.MoveLines(100);
   const int height = MainState.ClientHeight;
   const Zone zones[] = {
-      {"above", -40, kScrollUpTimer, -10},
+      {"above", -40 * MainState.CharHeight, kScrollUpTimer, -10},
       {"first row", RowY(0), kScrollUpTimer, -1},
       {"middle", RowY(5), 0, 0},
       {"last row", height - 5, kScrollDownTimer, 1},
-      {"below", height + 50, kScrollDownTimer, 10},
+      {"a row below", height + MainState.CharHeight, kScrollDownTimer, 2},
+      {"far below", height + 50 * MainState.CharHeight, kScrollDownTimer, 10},
   };
   Mouse(WM_LBUTTONDOWN, 5);
   for (const Zone& zone : zones) {
@@ -191,7 +192,7 @@ TEST_F(SelectionTest, Copies) {
   Drag(2, 3);
   viewer.Type('C', MK_CONTROL);
   EXPECT_EQ(platform_testing::ClipboardText(),
-            "line 2" + std::string(14, '.') + "\r\nline 3" + std::string(21, '.') + "\r\n");
+            "line 2" + std::string(14, '.') + "\nline 3" + std::string(21, '.') + "\n");
   viewer.Command(IDM_UNSELECT);
   platform_testing::ForgetRecords();
   viewer.Key(VK_INSERT, MK_CONTROL);

@@ -11,11 +11,11 @@ TEST(StartUp, CommandWordsBecomeState) {
     ViewOptions flags;
     const char* section;
   };
-  const Case cases[] = {{{"-WB", "-r"}, 2, 0x229, ""},
+  const Case cases[] = {{{"-WB", "-r"}, 2, 0x09, ""},
                         // Without the defaults the built-in values are in force, which are others.
                         {{"-WV"}, 0, 0x61, ""},
-                        // The setup is loaded once more at the window's creation, behind the letters.
-                        {{"-vmine", "-W"}, 0, 0x220, "Setup: mine"}};
+                        // The setup is loaded once more at the window's creation; the letters still win.
+                        {{"-vmine", "-W"}, 0, 0x221, "Setup: mine"}};
   const ScratchFile file("one\ntwo\n");
   for (Case c : cases) {
     c.words.push_back(file.Path());

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cerrno>
 #include <cstring>
 #include <ctime>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/posix/profile_store.h"
 #include "platform/posix/profile_text.h"
@@ -15,19 +15,6 @@
 #include "platform/win32.h"
 
 namespace {
-
-// One call of WritePrivateProfileStringA.
-struct Edit {
-  std::string section;
-  std::optional<std::string> key;
-  std::optional<std::string> value;
-};
-
-bool ApplyEdit(const Edit& edit, std::string& text) {
-  if (!edit.key) return DeleteSectionInText(text, edit.section);
-  if (!edit.value) return DeleteKeyInText(text, edit.section, *edit.key);
-  return SetKeyInText(text, edit.section, *edit.key, *edit.value);
-}
 
 // A text whose last section found is remembered, since keys are asked for section by section.
 struct SearchedText {
@@ -56,16 +43,17 @@ struct Cache {
   SearchedText searched;
 };
 
-struct Batch {
+// The save under way.
+struct Save {
   int depth = 0;
   std::string file;
-  bool writable = false;  // the profile can be read, so that it may be changed
-  std::vector<Edit> edits;
-  SearchedText searched;  // with the edits applied
+  FileError error = 0;  // of the first write that was refused
+  bool changed = false;
+  SearchedText searched;  // with what was written so far
 };
 
 Cache theCache;
-Batch theBatch;
+Save theSave;
 std::int64_t theReadsFromDisk = 0;
 
 bool SameTime(const timespec& one, const timespec& other) {
@@ -90,7 +78,7 @@ bool IsSettled(const struct stat& status) {
 
 // The profile as it is now, from memory when it has not changed. Null when there is none.
 SearchedText* CurrentText(const char* file) {
-  if (theBatch.depth > 0 && theBatch.file == file) return &theBatch.searched;
+  if (theSave.depth > 0 && theSave.file == file) return &theSave.searched;
   const std::string path = ProfilePathOf(file);
   struct stat status {};
   if (path.empty() || stat(path.c_str(), &status) != 0) return nullptr;
@@ -117,28 +105,34 @@ bool FitsOneLine(std::string_view bytes) {
   return bytes.find('\n') == std::string_view::npos;
 }
 
-bool IsWritable(const Edit& edit) {
-  if (edit.section.empty() || !FitsOneLine(edit.section)) return false;
-  if (edit.key) {
-    const std::string& key = *edit.key;
-    if (key.empty() || !FitsOneLine(key) || key.find('=') != std::string::npos ||
-        std::strchr(";#[", key.front()) != nullptr) {
-      return false;
-    }
+bool IsWritable(LPCSTR section, LPCSTR key, LPCSTR value) {
+  if (*section == '\0' || !FitsOneLine(section)) return false;
+  if (key != nullptr && (*key == '\0' || !FitsOneLine(key) || std::strchr(key, '=') != nullptr ||
+                         std::strchr(";#[", *key) != nullptr)) {
+    return false;
   }
-  return !edit.value || FitsOneLine(*edit.value);
+  return key == nullptr || value == nullptr || FitsOneLine(value);
 }
 
-bool CommitEdits(const char* file, const std::vector<Edit>& edits) {
-  const std::string path = ProfilePathOf(file);
-  if (path.empty()) return false;
-  const bool isBareName = path != file;
-  return ReplaceProfileText(path, isBareName, [&edits](std::string& text) {
-    bool changed = false;
-    for (const Edit& edit : edits)
-      changed = ApplyEdit(edit, text) || changed;
-    return changed;
-  });
+// A write of the save under way.
+void Write(LPCSTR section, LPCSTR key, LPCSTR value) {
+  SearchedText& searched = theSave.searched;
+  const bool changed = key == nullptr     ? DeleteSectionInText(searched.text, section)
+                       : value == nullptr ? DeleteKeyInText(searched.text, section, key)
+                                          : SetKeyInText(searched.text, section, key, value);
+  if (!changed) return;
+  theSave.changed = true;
+  searched.section.clear();
+}
+
+// Lets `writes` change the text. True when it has.
+bool RunWrites(const std::function<void()>& writes, std::string& text) {
+  theSave.changed = false;
+  theSave.searched.Take(std::move(text));
+  writes();
+  text = std::move(theSave.searched.text);
+  theSave.searched.Take({});
+  return theSave.changed && theSave.error == 0;
 }
 
 }  // namespace
@@ -179,35 +173,30 @@ DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPST
 
 BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPCSTR file) {
   assert(section != nullptr && file != nullptr);
-  Edit edit{section, std::nullopt, std::nullopt};
-  if (key != nullptr) edit.key = key;
-  if (key != nullptr && value != nullptr) edit.value = value;
-  if (!IsWritable(edit)) return FALSE;
-  if (theBatch.depth == 0 || theBatch.file != file) return CommitEdits(file, {edit}) ? TRUE : FALSE;
-  if (!theBatch.writable) return FALSE;
-  if (ApplyEdit(edit, theBatch.searched.text)) theBatch.searched.section.clear();
-  theBatch.edits.push_back(std::move(edit));
+  const bool saving = theSave.depth > 0 && theSave.file == file;
+  if (!IsWritable(section, key, value)) {
+    if (saving && theSave.error == 0) theSave.error = EINVAL;
+    return FALSE;
+  }
+  if (!saving) return SaveProfile(file, [=] { Write(section, key, value); }) == 0 ? TRUE : FALSE;
+  Write(section, key, value);
   return TRUE;
 }
 
-void BeginProfileBatch(const char* file) {
-  if (theBatch.depth++ > 0) {
-    assert(theBatch.file == file);
-    return;
+FileError SaveProfile(const char* file, const std::function<void()>& writes) {
+  if (theSave.depth > 0) {
+    assert(theSave.file == file && "one file at a time");
+    writes();
+    return theSave.error;
   }
-  theBatch.file = file;
-  theBatch.edits.clear();
-  ProfileText profile = LoadProfileText(ProfilePathOf(file));
-  theBatch.writable = profile.kind != ProfileKind::Unusable;
-  theBatch.searched.Take(std::move(profile.text));
-}
-
-bool EndProfileBatch() {
-  assert(theBatch.depth > 0);
-  if (--theBatch.depth > 0) return true;
-  const bool done =
-      theBatch.writable && (theBatch.edits.empty() || CommitEdits(theBatch.file.c_str(), theBatch.edits));
-  theBatch.edits.clear();
-  theBatch.searched.Take({});
-  return done;
+  const std::string path = ProfilePathOf(file);
+  if (path.empty()) return ENOENT;
+  theSave.file = file;
+  theSave.error = 0;
+  ++theSave.depth;
+  const bool isBareName = path != file;
+  const FileError error =
+      ReplaceProfileText(path, isBareName, [&writes](std::string& text) { return RunWrites(writes, text); });
+  --theSave.depth;
+  return error != 0 ? error : theSave.error;
 }

@@ -52,17 +52,16 @@ std::string FolderOf(const std::string& path) {
   return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-// Creates the folder and those above it that are missing.
-bool MakeFolders(const std::string& folder) {
+// Creates the folder and those above it that are missing. One that is there may be one that nothing can be
+// created beside, so that only what it looks like afterwards counts.
+FileError MakeFolders(const std::string& folder) {
   for (std::size_t slash = folder.find('/', 1);; slash = folder.find('/', slash + 1)) {
-    if (mkdir(folder.substr(0, slash).c_str(), kFolderMode) != 0 && errno != EEXIST && errno != EROFS &&
-        errno != EACCES) {
-      return false;
-    }
-    if (slash == std::string::npos) break;
+    const std::string part = folder.substr(0, slash);
+    const FileError error = mkdir(part.c_str(), kFolderMode) == 0 ? 0 : errno;
+    struct stat status {};
+    if (error != 0 && (stat(part.c_str(), &status) != 0 || !S_ISDIR(status.st_mode))) return error;
+    if (slash == std::string::npos) return 0;
   }
-  struct stat status {};
-  return stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 enum class Lock { Held, Unsupported, Busy };
@@ -98,50 +97,75 @@ Lock LockFolder(int folder) {
   return Lock::Busy;
 }
 
-bool WriteAll(int file, const std::string& text) {
+FileError WriteAll(int file, const std::string& text) {
   std::size_t done = 0;
   while (done < text.size()) {
     const ssize_t wrote = Uninterrupted([&] { return write(file, text.data() + done, text.size() - done); });
-    if (wrote <= 0) return false;
+    if (wrote <= 0) return wrote < 0 ? errno : EIO;
     done += static_cast<std::size_t>(wrote);
   }
-  return true;
+  return 0;
 }
 
 // Writes a new file of that name with the text and the owner and mode of the `old` one.
-bool WriteAside(int folder, const std::string& name, const std::string& text, const struct stat* old) {
+FileError WriteAside(int folder, const std::string& name, const std::string& text, const struct stat* old) {
   unlinkat(folder, name.c_str(), 0);
   constexpr int kFlags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
   const mode_t mode = old == nullptr ? kNewFileMode : 0600;
   Descriptor file(Uninterrupted([&] { return openat(folder, name.c_str(), kFlags, mode); }));
-  if (!file.IsOpen()) return false;
+  if (!file.IsOpen()) return errno;
   if (old != nullptr) {
     // The owner can be kept by root only. Who may write a file of somebody else becomes its owner, and keeps
     // its group if he can.
     if (fchown(file.Number(), old->st_uid, old->st_gid) != 0) {
       static_cast<void>(fchown(file.Number(), static_cast<uid_t>(-1), old->st_gid) == 0);
     }
-    if (fchmod(file.Number(), old->st_mode & 0777) != 0) return false;
+    if (fchmod(file.Number(), old->st_mode & 0777) != 0) return errno;
   }
-  return WriteAll(file.Number(), text) && fsync(file.Number()) == 0 && file.Close();
+  if (const FileError error = WriteAll(file.Number(), text); error != 0) return error;
+  return fsync(file.Number()) == 0 && file.Close() ? 0 : errno;
 }
 
-bool ReplaceFile(int folder, Lock lock, const std::string& name, const std::string& text,
-                 const struct stat* old) {
+FileError ReplaceFile(int folder, Lock lock, const std::string& name, const std::string& text,
+                      const struct stat* old) {
   // Under the lock the name aside is ours, and what a killed save left there is removed by the next one.
   std::string aside = '.' + name + ".new";
   if (lock != Lock::Held) aside += std::to_string(getpid());
-  if (!WriteAside(folder, aside, text, old) || renameat(folder, aside.c_str(), folder, name.c_str()) != 0) {
+  FileError error = WriteAside(folder, aside, text, old);
+  if (error == 0 && renameat(folder, aside.c_str(), folder, name.c_str()) != 0) error = errno;
+  if (error != 0) {
     unlinkat(folder, aside.c_str(), 0);
-    return false;
+    return error;
   }
   // A power failure before this is done brings the old file back, and never a piece.
   static_cast<void>(fsync(folder));
-  return true;
+  return 0;
 }
 
 bool IsUtf16(const std::string& text) {
   return text.compare(0, 2, "\xFF\xFE") == 0 || text.compare(0, 2, "\xFE\xFF") == 0;
+}
+
+// The text of an open profile; the reason where it is none.
+FileError ReadProfile(int file, ProfileText& profile) {
+  if (fstat(file, &profile.status) != 0) return errno;
+  if (!S_ISREG(profile.status.st_mode)) return kFileOfWrongKind;
+  if (profile.status.st_size > static_cast<off_t>(kLongestProfile)) return EFBIG;
+  // One byte more than the length, so that the read tells whether the file has grown meanwhile.
+  std::string text(static_cast<std::size_t>(profile.status.st_size) + 1, '\0');
+  std::size_t have = 0;
+  for (;;) {
+    const ssize_t got = Uninterrupted([&] { return read(file, text.data() + have, text.size() - have); });
+    if (got < 0) return errno;
+    if (got == 0) break;
+    have += static_cast<std::size_t>(got);
+    if (have > kLongestProfile) return EFBIG;
+    if (have == text.size()) text.resize(text.size() * 2);
+  }
+  text.resize(have);
+  if (IsUtf16(text)) return EILSEQ;
+  profile.text = std::move(text);
+  return 0;
 }
 
 }  // namespace
@@ -173,62 +197,43 @@ ProfileText LoadProfileText(const std::string& path) {
   ProfileText profile;
   const Descriptor file(
       Uninterrupted([&path] { return open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); }));
-  if (!file.IsOpen()) {
-    if (errno != ENOENT && errno != ENOTDIR) profile.kind = ProfileKind::Unusable;
-    return profile;
-  }
-  profile.kind = ProfileKind::Unusable;
-  if (fstat(file.Number(), &profile.status) != 0 || !S_ISREG(profile.status.st_mode) ||
-      profile.status.st_size > static_cast<off_t>(kLongestProfile)) {
-    return profile;
-  }
-  // One byte more than the length, so that the read tells whether the file has grown meanwhile.
-  std::string text(static_cast<std::size_t>(profile.status.st_size) + 1, '\0');
-  std::size_t have = 0;
-  for (;;) {
-    const ssize_t got =
-        Uninterrupted([&] { return read(file.Number(), text.data() + have, text.size() - have); });
-    if (got < 0) return profile;
-    if (got == 0) break;
-    have += static_cast<std::size_t>(got);
-    if (have > kLongestProfile) return profile;
-    if (have == text.size()) text.resize(text.size() * 2);
-  }
-  text.resize(have);
-  if (IsUtf16(text)) return profile;
-  profile.text = std::move(text);
-  profile.kind = ProfileKind::Loaded;
+  profile.reason = file.IsOpen() ? ReadProfile(file.Number(), profile) : errno;
+  const bool absent = !file.IsOpen() && (profile.reason == ENOENT || profile.reason == ENOTDIR);
+  profile.kind = absent                ? ProfileKind::Absent
+                 : profile.reason == 0 ? ProfileKind::Loaded
+                                       : ProfileKind::Unusable;
   return profile;
 }
 
-bool ReplaceProfileText(const std::string& path, bool makeFolder,
-                        const std::function<bool(std::string& text)>& edit) {
+FileError ReplaceProfileText(const std::string& path, bool makeFolder,
+                             const std::function<bool(std::string& text)>& edit) {
   const std::string target = FollowLinks(path);
-  if (target.empty()) return false;
+  if (target.empty()) return ELOOP;
   const std::string folderPath = FolderOf(target);
   constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
   const auto openFolder = [&folderPath] { return open(folderPath.c_str(), kFlags); };
   int number = Uninterrupted(openFolder);
   if (number < 0 && errno == ENOENT) {
     std::string nothing;
-    if (!edit(nothing)) return true;
-    if (!makeFolder || !MakeFolders(folderPath)) return false;
+    if (!edit(nothing)) return 0;
+    if (!makeFolder) return ENOENT;
+    if (const FileError error = MakeFolders(folderPath); error != 0) return error;
     number = Uninterrupted(openFolder);
   }
   const Descriptor folder(number);
-  if (!folder.IsOpen()) return false;
+  if (!folder.IsOpen()) return errno;
   LeaveAGap();
   const Lock lock = LockFolder(folder.Number());
-  if (lock == Lock::Busy) return false;
+  if (lock == Lock::Busy) return EBUSY;
 
   ProfileText profile = LoadProfileText(target);
-  if (profile.kind == ProfileKind::Unusable) return false;
-  if (!edit(profile.text)) return true;
+  if (profile.kind == ProfileKind::Unusable) return profile.reason;
+  if (!edit(profile.text)) return 0;
   const bool exists = profile.kind == ProfileKind::Loaded;
-  if (exists && !ProfileModeAllowsWrite(target, profile.status)) return false;
-  if (profile.text.size() > kLongestProfile) return false;
-  const bool done = ReplaceFile(folder.Number(), lock, BaseName(target.c_str()), profile.text,
-                                exists ? &profile.status : nullptr);
+  if (exists && !ProfileModeAllowsWrite(target, profile.status)) return EACCES;
+  if (profile.text.size() > kLongestProfile) return EFBIG;
+  const FileError error = ReplaceFile(folder.Number(), lock, BaseName(target.c_str()), profile.text,
+                                      exists ? &profile.status : nullptr);
   theLastSaveNs = NowNs();
-  return done;
+  return error;
 }

@@ -8,6 +8,8 @@
 #include <functional>
 #include <string>
 
+#include "platform/file.h"
+
 // A longer file is not a profile: it is not read, and not written either.
 inline constexpr std::size_t kLongestProfile = std::size_t{16} << 20;
 
@@ -19,6 +21,7 @@ enum class ProfileKind {
 
 struct ProfileText {
   ProfileKind kind = ProfileKind::Absent;
+  FileError reason = 0;  // of Unusable
   std::string text;
   struct stat status {};  // of the moment before it was read; of Loaded only
 };
@@ -34,10 +37,10 @@ struct ProfileText {
 // the path ends in a link, the link's target is replaced and the link stays. The folder is locked from the
 // read to the replacement, so that two running viewers do not lose each other's changes; a lock that is held
 // for too long fails the call. `makeFolder` creates a missing folder, for the user only. `edit` gives true
-// when it changed the text; without a change nothing is written. Result: false when the change could not be
-// made; the old file stands then.
-[[nodiscard]] bool ReplaceProfileText(const std::string& path, bool makeFolder,
-                                      const std::function<bool(std::string& text)>& edit);
+// when it changed the text; without a change nothing is written. Where the folder is missing it is tried on
+// an empty text first. 0, or why the change could not be made; the old file stands then.
+[[nodiscard]] FileError ReplaceProfileText(const std::string& path, bool makeFolder,
+                                           const std::function<bool(std::string& text)>& edit);
 
 // Whether a file of that status may be written, as its mode and the rights of this process tell. A file
 // without any write bit may not, whoever asks.

@@ -1,0 +1,34 @@
+#include "dialogs/about.h"
+
+#include "dialogs/dialog.h"
+#include "platform/program.h"
+#include "resources/dialogs/about_dialog.h"
+#include "resources/version.h"
+
+namespace {
+
+std::string VersionText() {
+  return std::string("Version ") + kVersion + "   [" __DATE__ "]";
+}
+
+class AboutDialog : public Dialog {
+ public:
+  explicit AboutDialog(HICON icon) : Dialog(about_dialog::kTemplate), icon_(icon) {}
+
+ protected:
+  bool Start() override {
+    SetDlgItemTextA(Window(), about_dialog::kVersion, VersionText().c_str());
+    SetDlgItemTextA(Window(), about_dialog::kLibraries, ProgramLibraries().c_str());
+    Send(about_dialog::kIcon, STM_SETICON, reinterpret_cast<WPARAM>(icon_));
+    return true;
+  }
+
+ private:
+  HICON icon_;
+};
+
+}  // namespace
+
+INT_PTR RunAbout(HWND owner, HICON icon) {
+  return AboutDialog(icon).Run(owner);
+}

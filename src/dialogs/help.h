@@ -1,0 +1,15 @@
+// The help book, as commands and the Help buttons of dialogs ask for it.
+#pragma once
+
+// Contexts: places in the book.
+inline constexpr int kHelpContents = 16;
+inline constexpr int kHelpKeyboard = 32;
+inline constexpr int kHelpColors = 128;
+inline constexpr int kHelpFreezeColumns = 192;
+inline constexpr int kHelpSaveOptions = 224;
+
+// Whether there is a help book. Without one, all that would open it is gray.
+inline constexpr bool kHelpIsThere = false;
+
+// Opens the help book at a place; a beep when it cannot be opened.
+void ShowHelp(int context);

@@ -1,0 +1,73 @@
+#include "dialogs/save_options.h"
+
+#include "dialogs/dialog.h"
+#include "resources/dialogs/save_options_dialog.h"
+
+namespace {
+
+namespace ids = save_options_dialog;
+
+struct GroupBox {
+  int id;
+  std::int32_t groups;
+  UINT start;
+};
+constexpr GroupBox kGroupBoxes[] = {
+    {ids::kFormat, GROUP_FORMAT, BST_CHECKED},
+    {ids::kTitles, GROUP_TITLES, BST_CHECKED},
+    {ids::kColors, GROUP_COLORS | GROUP_SHADES, BST_CHECKED},
+    {ids::kPage, GROUP_PAGE, BST_INDETERMINATE},
+    {ids::kPrinter, GROUP_PRINTER, BST_INDETERMINATE},
+};
+
+class SaveOptionsDialog : public Dialog {
+ public:
+  SaveOptionsDialog(const std::string& profile, const std::function<FileError(const SaveChoice&)>& save)
+      : Dialog(ids::kTemplate, {ids::kHelp, kHelpSaveOptions}), profile_(profile), save_(save) {}
+
+ protected:
+  bool Start() override {
+    for (const GroupBox& box : kGroupBoxes)
+      CheckDlgButton(Window(), box.id, box.start);
+    EnableSave();
+    return true;
+  }
+
+  void Accept() override {
+    const SaveChoice choice = ReadBoxes();
+    if (!choice.Any()) return;
+    const FileError error = save_(choice);
+    if (error == 0) {
+      End(1);
+      return;
+    }
+    const std::string text = "Cannot save the options in\n" + profile_ + "\n" + FileErrorText(error) + ".";
+    MessageBeep(MB_ICONHAND);
+    MessageBoxA(Window(), text.c_str(), "Save Options Error", MB_ICONHAND);
+  }
+
+  void Act(int /*control*/, UINT /*notification*/) override { EnableSave(); }
+
+ private:
+  SaveChoice ReadBoxes() {
+    SaveChoice choice;
+    for (const GroupBox& box : kGroupBoxes) {
+      const UINT state = IsDlgButtonChecked(Window(), box.id);
+      if (state == BST_CHECKED) choice.save |= box.groups;
+      if (state == BST_UNCHECKED) choice.reset |= box.groups;
+    }
+    return choice;
+  }
+
+  void EnableSave() { EnableWindow(Control(IDOK), ReadBoxes().Any() ? TRUE : FALSE); }
+
+  const std::string& profile_;
+  const std::function<FileError(const SaveChoice&)>& save_;
+};
+
+}  // namespace
+
+INT_PTR RunSaveOptions(HWND owner, const std::string& profile,
+                       const std::function<FileError(const SaveChoice&)>& save) {
+  return SaveOptionsDialog(profile, save).Run(owner);
+}

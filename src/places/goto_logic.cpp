@@ -1,0 +1,86 @@
+#include "places/goto_logic.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <limits>
+
+namespace {
+
+constexpr FilePos kValueOfBottom = 9999999;
+
+std::string HexText(FilePos position) {
+  char text[24];
+  std::snprintf(text, sizeof text, "0x%llX", static_cast<unsigned long long>(position));
+  return text;
+}
+
+std::string PagesText(const GoToLimits& limits) {
+  if (!GoToOffersPages(limits)) return "N/A";
+  return "1 to " + std::to_string(limits.pageCount) + (limits.morePages ? " so far" : "");
+}
+
+FilePos NumberOf(std::string_view text) {
+  bool good = false;
+  return GetLongField(text, good, true);
+}
+
+}  // namespace
+
+bool GoToOffersPages(const GoToLimits& limits) {
+  return limits.pageCount >= 1;
+}
+
+GoToField GoToFieldOf(GoToChoice choice, const GoToLimits& limits) {
+  switch (choice) {
+    case GoToChoice::bytePosition:
+      return {"0x000000", "1 to " + HexText(limits.fileLength), true};
+    case GoToChoice::pageNumber:
+      return {"1", PagesText(limits), true};
+    default:
+      return {"N/A", " ", false};
+  }
+}
+
+FieldCheck GoToValidate(GoToChoice choice, std::string_view text, const GoToLimits& limits) {
+  switch (choice) {
+    case GoToChoice::top:
+    case GoToChoice::bottom:
+      return {};
+    case GoToChoice::bytePosition:
+      return ValidateLongField(text, 0, limits.fileLength, "File Offset");
+    case GoToChoice::pageNumber:
+      return ValidateLongField(
+          text, 1, limits.morePages ? std::numeric_limits<FilePos>::max() : limits.pageCount, "Page Number");
+    default:
+      return {false, ""};
+  }
+}
+
+GoToAnswer GoToRead(GoToChoice choice, std::string_view text) {
+  switch (choice) {
+    case GoToChoice::top:
+      return {choice, 0};
+    case GoToChoice::bottom:
+      return {choice, kValueOfBottom};
+    case GoToChoice::bytePosition:
+    case GoToChoice::pageNumber:
+      return {choice, NumberOf(text)};
+    default:
+      return {};
+  }
+}
+
+GoToTarget GoToTargetOf(const GoToAnswer& answer, FilePos fileLength) {
+  switch (answer.choice) {
+    case GoToChoice::top:
+      return {GoToMove::top};
+    case GoToChoice::bottom:
+      return {GoToMove::bottom};
+    case GoToChoice::bytePosition:
+      return {GoToMove::load, std::min(answer.value, fileLength)};
+    case GoToChoice::pageNumber:
+      return {GoToMove::page, kNoPosition, answer.value};
+    default:
+      return {};
+  }
+}

@@ -1,0 +1,163 @@
+#include "platform/qt/desktop/toolkit.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QSocketNotifier>
+#include <QStyleFactory>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+#include "platform/posix/command_words.h"
+#include "platform/posix/system_colors.h"
+#include "platform/program.h"
+#include "platform/qt/drawing/fonts.h"
+#include "platform/qt/windows/main_window.h"
+#include "platform/qt/windows/queue.h"
+
+namespace platform_qt {
+
+namespace {
+
+constexpr int kNoDisplay = -2;
+
+struct Toolkit {
+  std::string name;
+  int argumentCount = 1;
+  char* arguments[2] = {};
+  std::unique_ptr<QApplication> application;
+};
+
+Toolkit* toolkit = nullptr;
+bool comesUp = false;
+
+// The toolkit talks about what concerns its developers. Who asks for that by the toolkit's own variables
+// gets it; a user of the program does not.
+void TakeToolkitMessage(QtMsgType type, const QMessageLogContext&, const QString& text) {
+  static const bool wanted =
+      qEnvironmentVariableIsSet("QT_LOGGING_RULES") || qEnvironmentVariableIsSet("QT_DEBUG_PLUGINS");
+  if (type == QtFatalMsg && comesUp) {
+    std::fputs("quorl: no display: the window system cannot be reached\n", stderr);
+    std::_Exit(kNoDisplay & 0xFF);
+  }
+  if (wanted || type == QtFatalMsg) {
+    std::fprintf(stderr, "quorl: %s\n", qPrintable(text));
+  }
+}
+
+// A theme plugin can bring a second toolkit with it, which costs more than the whole program. Where the
+// desktop would ask for one, the toolkit's own built-in theme serves.
+void AvoidThemePlugins() {
+  const QByteArray desktop = qgetenv("XDG_CURRENT_DESKTOP").toUpper();
+  const bool builtIn = desktop.contains("KDE") || desktop.contains("LXQT");
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORMTHEME") && !builtIn) {
+    qputenv("QT_QPA_PLATFORMTHEME", desktop.isEmpty() ? "generic" : "gnome");
+  }
+}
+
+void TakeDesktopColors() {
+  const QPalette palette = QApplication::palette();
+  const auto take = [&palette](int index, QPalette::ColorRole role) {
+    SetSystemColor(index, ColorOf(palette.color(QPalette::Active, role).rgb()));
+  };
+  take(COLOR_BACKGROUND, QPalette::Mid);
+  take(COLOR_APPWORKSPACE, QPalette::Mid);
+  take(COLOR_MENU, QPalette::Window);
+  take(COLOR_MENUTEXT, QPalette::WindowText);
+  take(COLOR_WINDOW, QPalette::Base);
+  take(COLOR_WINDOWTEXT, QPalette::Text);
+  take(COLOR_HIGHLIGHT, QPalette::Highlight);
+  take(COLOR_HIGHLIGHTTEXT, QPalette::HighlightedText);
+}
+
+// Signals that end a process close the windows instead, so that everything goes its orderly way.
+int signalPipe[2] = {-1, -1};
+
+void NoteSignal(int) {
+  const char byte = 0;
+  static_cast<void>(!write(signalPipe[1], &byte, 1));
+}
+
+void CloseAllWindows() {
+  char bytes[16];
+  while (read(signalPipe[0], bytes, sizeof bytes) > 0) {
+  }
+  for (MainWindow* window : MainWindows()) {
+    PostMessageA(window, WM_CLOSE, 0, 0);
+  }
+}
+
+void CatchEndingSignals(QObject* parent) {
+  if (pipe2(signalPipe, O_CLOEXEC | O_NONBLOCK) != 0) {
+    return;
+  }
+  auto* const notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, parent);
+  QObject::connect(notifier, &QSocketNotifier::activated, parent, [] { CloseAllWindows(); });
+  struct sigaction action {};
+  action.sa_handler = NoteSignal;
+  action.sa_flags = SA_RESTART;
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    struct sigaction former {};
+    // What was ignored on purpose (nohup) stays so.
+    if (sigaction(signal, nullptr, &former) == 0 && former.sa_handler != SIG_IGN) {
+      sigaction(signal, &action, nullptr);
+    }
+  }
+}
+
+}  // namespace
+
+void StartToolkit(const char* programName) {
+  qInstallMessageHandler(TakeToolkitMessage);
+  AvoidThemePlugins();
+  toolkit = new Toolkit;
+  toolkit->name = programName;
+  // The words of the command line are the program's; the toolkit sees none of them.
+  toolkit->arguments[0] = toolkit->name.data();
+  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setQuitOnLastWindowClosed(false);
+  comesUp = true;
+  toolkit->application = std::make_unique<QApplication>(toolkit->argumentCount, toolkit->arguments);
+  comesUp = false;
+  QApplication::setApplicationName(QStringLiteral("quorl"));
+  QGuiApplication::setDesktopFileName(QStringLiteral("quorl"));
+  QApplication::setQuitOnLastWindowClosed(false);
+  TakeDesktopColors();
+}
+
+void StopToolkit() {
+  for (MainWindow* window : MainWindows()) {
+    DestroyWindow(window);
+  }
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  ClearQueue();
+  ForgetStockFont();
+  delete toolkit;
+  toolkit = nullptr;
+}
+
+bool ToolkitRuns() {
+  return toolkit != nullptr;
+}
+
+}  // namespace platform_qt
+
+using namespace platform_qt;
+
+std::string ProgramLibraries() {
+  return std::string("Qt ") + qVersion();
+}
+
+int RunProgram(int argc, char** argv, ProgramEntry entry) {
+  StoreCommandWords(argc > 1 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>());
+  StartToolkit(argc > 0 ? argv[0] : "quorl");
+  CatchEndingSignals(toolkit->application.get());
+  char nothing[1] = "";
+  const int exitCode = entry(nullptr, nullptr, nothing, SW_SHOWNORMAL);
+  StopToolkit();
+  return exitCode;
+}

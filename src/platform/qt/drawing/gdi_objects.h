@@ -1,0 +1,48 @@
+// The records behind HFONT, HPEN and HBRUSH. They are owned by whoever made them; a device context only
+// counts itself among those that hold them.
+#pragma once
+
+#include <QFont>
+#include <QRawFont>
+#include <array>
+#include <vector>
+
+#include "platform/qt/drawing/tile_cache.h"
+#include "platform/win32.h"
+
+struct GdiObject {
+  enum class Kind : std::uint8_t { font, pen, brush } kind;
+  bool stock = false;
+  int selections = 0;  // device contexts that hold it
+};
+
+struct HPEN__ : GdiObject {
+  int style = PS_SOLID;  // or NULL_PEN
+  COLORREF color = 0;
+};
+
+struct HBRUSH__ : GdiObject {
+  COLORREF color = 0;
+};
+
+// How one byte of text is drawn: a glyph of the font itself, of a font that has what it lacks, or a box.
+struct ByteGlyph {
+  enum class Source : std::uint8_t { unknown, font, fallback, box } source = Source::unknown;
+  std::uint16_t fallback = 0;  // index of the fallback font
+  quint32 glyph = 0;
+};
+
+struct HFONT__ : GdiObject {
+  QRawFont face;
+  QFont description;
+  std::array<ByteGlyph, 256> glyphs;
+  std::vector<QRawFont> fallbacks;
+  int ascent = 0;
+  int descent = 0;
+  int internalLeading = 0;
+  int externalLeading = 0;
+  int advance = 1;  // the step of the grid
+  int widest = 1;
+  bool fixedPitch = false;
+  platform_qt::TileCache tiles;
+};

@@ -1,0 +1,192 @@
+#include <algorithm>
+#include <cassert>
+#include <cstring>
+
+#include "platform/qt/base/hooks.h"
+#include "platform/qt/base/unknown.h"
+#include "platform/qt/drawing/device_context.h"
+#include "platform/qt/drawing/glyphs.h"
+
+namespace platform_qt {
+
+namespace {
+
+void Tell(Drawn::Kind kind, HDC dc, const GridText& text, const RECT& rect) {
+  if (hooks.drawn != nullptr) [[unlikely]] {
+    hooks.drawn({kind, text.x, text.y, rect, text.bytes, static_cast<std::size_t>(text.count), dc->textColor,
+                 dc->background});
+  }
+}
+
+// Columns to each side of the visible ones that are drawn too, since slanted letters reach over their cell.
+constexpr int kOverhang = 2;
+
+// Cuts the text to the columns that can touch `visible`.
+GridText CutTo(GridText text, const QRect& visible, int advance) {
+  const auto column = [&](std::int64_t pixel) { return (pixel - text.x) / advance; };
+  const auto first = std::clamp<std::int64_t>(column(visible.left()) - kOverhang, 0, text.count);
+  const auto end = std::clamp<std::int64_t>(column(visible.right()) + 1 + kOverhang, first, text.count);
+  return {static_cast<int>(text.x + first * advance), text.y, text.bytes + first,
+          static_cast<int>(end - first)};
+}
+
+void DrawWithPainter(HDC dc, const GridText& text, const QRegion& clip) {
+  QPainter& painter = dc->target->Painter();
+  if (clip.rectCount() == 1) {
+    painter.setClipRect(*clip.begin());
+  } else {
+    painter.setClipRegion(clip);
+  }
+  painter.setPen(QColor::fromRgb(PixelOf(dc->textColor)));
+  PaintGlyphs(painter, *dc->font, text);
+}
+
+// Copies a few pixels. Cells are so narrow that a call of the library for each of their rows would cost more
+// than the copy; pieces of fixed size need none, and the last one may overlap the one before.
+void CopyPixels(const Pixel* from, Pixel* to, int count) {
+  constexpr int kPiece = 4;
+  if (count < kPiece) {
+    for (int i = 0; i < count; ++i) {
+      to[i] = from[i];
+    }
+    return;
+  }
+  for (int i = 0; i + kPiece < count; i += kPiece) {
+    std::memcpy(to + i, from + i, kPiece * sizeof(Pixel));
+  }
+  std::memcpy(to + count - kPiece, from + count - kPiece, kPiece * sizeof(Pixel));
+}
+
+// Copies the cells as tiles. False, with nothing drawn, when one of them has no tile, or the target no
+// pixels.
+bool DrawWithTiles(HDC dc, const GridText& text, const QRegion& clip) {
+  Surface* const surface = dc->target->Pixels();
+  if (surface == nullptr) {
+    return false;
+  }
+  HFONT__& font = *dc->font;
+  static std::vector<const Pixel*> tiles;
+  tiles.clear();
+  for (int i = 0; i < text.count; ++i) {
+    tiles.push_back(TileOf(font, static_cast<std::uint8_t>(text.bytes[i]), PixelOf(dc->textColor),
+                           PixelOf(dc->background)));
+    if (tiles.back() == nullptr) {
+      return false;
+    }
+  }
+  const int height = font.ascent + font.descent;
+  for (const QRect& part : clip) {
+    for (int i = 0; i < text.count; ++i) {
+      const QRect cell(text.x + i * font.advance, text.y, font.advance, height);
+      const QRect seen = cell & part;
+      if (seen.isEmpty()) {
+        continue;
+      }
+      const std::ptrdiff_t skippedRows = seen.top() - cell.top();
+      const Pixel* from =
+          tiles[static_cast<std::size_t>(i)] + skippedRows * font.advance + (seen.left() - cell.left());
+      Pixel* to = surface->Row(seen.top()) + seen.left();
+      for (int y = 0; y < seen.height(); ++y) {
+        CopyPixels(from, to, seen.width());
+        from += font.advance;
+        to += surface->Width();
+      }
+    }
+  }
+  return true;
+}
+
+// The cells of the text, in the background color unless the ground is laid already, and the glyphs on them.
+void DrawCells(HDC dc, const GridText& whole, const QRegion& clip, bool groundLaid) {
+  const int height = dc->font->ascent + dc->font->descent;
+  const QRect bounds = clip.boundingRect();
+  const GridText text = CutTo(whole, bounds, dc->font->advance);
+  const QRect cells(text.x, text.y, text.count * dc->font->advance, height);
+  const QRegion visible = clip & cells;
+  dc->target->NoteDrawn(visible);
+  if (visible.isEmpty() || DrawWithTiles(dc, text, visible)) {
+    return;
+  }
+  if (!groundLaid) {
+    for (const QRect& part : visible) {
+      dc->target->Fill(part, PixelOf(dc->background));
+    }
+  }
+  // Slanted glyphs may reach over the cells to the sides, but not into other rows.
+  const QRegion reach = clip & QRect(bounds.left(), text.y, bounds.width(), height);
+  dc->target->NoteDrawn(reach);
+  DrawWithPainter(dc, text, reach);
+}
+
+}  // namespace
+
+}  // namespace platform_qt
+
+using namespace platform_qt;
+
+BOOL ExtTextOutA(HDC dc, int x, int y, UINT options, const RECT* rect, LPCSTR text, UINT count,
+                 const INT* advances) {
+  ReportUnknownBits("ExtTextOutA", options, ETO_OPAQUE | ETO_CLIPPED);
+  assert(advances == nullptr && "text stands on the grid of its font");
+  static_cast<void>(advances);
+  Tell(Drawn::Kind::fillText, dc, {x, y, text, static_cast<int>(count)}, rect != nullptr ? *rect : RECT{});
+  QRegion clip = dc->clip;
+  const bool opaque = rect != nullptr && (options & ETO_OPAQUE) != 0;
+  const bool clipped = rect != nullptr && (options & ETO_CLIPPED) != 0;
+  if (opaque) {
+    FillThrough(dc, RectOf(*rect), PixelOf(dc->background));
+  }
+  if (clipped) {
+    clip &= RectOf(*rect);
+  }
+  if (count != 0 && !clip.isEmpty()) {
+    DrawCells(dc, {x, y, text, static_cast<int>(count)}, clip, opaque && clipped);
+  }
+  return TRUE;
+}
+
+BOOL TextOutA(HDC dc, int x, int y, LPCSTR text, int count) {
+  Tell(Drawn::Kind::text, dc, {x, y, text, count}, {});
+  if (count > 0 && !dc->clip.isEmpty()) {
+    DrawCells(dc, {x, y, text, count}, dc->clip, false);
+  }
+  return TRUE;
+}
+
+BOOL GetTextExtentPointA(HDC dc, LPCSTR, int count, SIZE* size) {
+  *size = {count * dc->font->advance, dc->font->ascent + dc->font->descent};
+  return TRUE;
+}
+
+int GetDeviceCaps(HDC dc, int index) {
+  if (index != LOGPIXELSY) {
+    ReportUnknown("GetDeviceCaps", static_cast<std::uint64_t>(index));
+    return 0;
+  }
+  return dc->target->DotsPerInch();
+}
+
+BOOL GetTextMetricsA(HDC dc, TEXTMETRICA* metrics) {
+  const HFONT__& font = *dc->font;
+  *metrics = {};
+  metrics->tmHeight = font.ascent + font.descent;
+  metrics->tmAscent = font.ascent;
+  metrics->tmDescent = font.descent;
+  metrics->tmInternalLeading = font.internalLeading;
+  metrics->tmExternalLeading = font.externalLeading;
+  metrics->tmAveCharWidth = font.advance;
+  metrics->tmMaxCharWidth = font.widest;
+  metrics->tmWeight = font.description.weight();
+  metrics->tmDigitizedAspectX = dc->target->DotsPerInch();
+  metrics->tmDigitizedAspectY = metrics->tmDigitizedAspectX;
+  metrics->tmFirstChar = 0x20;
+  metrics->tmLastChar = 0xFF;
+  metrics->tmDefaultChar = 0x1F;
+  metrics->tmBreakChar = 0x20;
+  metrics->tmItalic = font.description.italic() ? 1 : 0;
+  metrics->tmUnderlined = font.description.underline() ? 1 : 0;
+  metrics->tmStruckOut = font.description.strikeOut() ? 1 : 0;
+  // The bit says the opposite of its name.
+  metrics->tmPitchAndFamily = font.fixedPitch ? 0 : 1;
+  return TRUE;
+}

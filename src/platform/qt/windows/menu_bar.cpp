@@ -1,0 +1,56 @@
+#include "platform/qt/windows/menu_bar.h"
+
+#include <QAction>
+#include <QMenu>
+#include <cassert>
+
+#include "platform/qt/windows/menu.h"
+#include "platform/qt/windows/window.h"
+
+namespace platform_qt {
+
+namespace {
+
+// Sends WM_INITMENUPOPUP, then fills the pull-down from the record.
+void OpenPullDown(HWND window, HMENU popup, int position, QMenu& menu) {
+  if (!IsWindowAlive(window)) {
+    return;
+  }
+  SendMessageA(window, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(popup),
+               MAKELPARAM(static_cast<UINT>(position), 0));
+  menu.clear();
+  if (!IsWindowAlive(window)) {
+    return;
+  }
+  for (const MenuEntry& entry : popup->entries) {
+    if ((entry.flags & MF_SEPARATOR) != 0) {
+      menu.addSeparator();
+      continue;
+    }
+    QAction* const action = menu.addAction(QString::fromStdString(entry.text));
+    action->setEnabled((entry.flags & MF_GRAYED) == 0);
+    action->setCheckable((entry.flags & MF_CHECKED) != 0);
+    action->setChecked((entry.flags & MF_CHECKED) != 0);
+    action->setData(entry.id);
+    const UINT id = entry.id;
+    QObject::connect(action, &QAction::triggered, action,
+                     [window, id] { PostMessageA(window, WM_COMMAND, MAKEWPARAM(id, 0), 0); });
+  }
+}
+
+}  // namespace
+
+void FillMenuBar(QMenuBar& bar, HWND window, HMENU menu) {
+  bar.clear();
+  int position = 0;
+  for (const MenuEntry& entry : menu->entries) {
+    assert((entry.flags & MF_POPUP) != 0 && "a menu bar holds pull-downs");
+    QMenu* const pullDown = bar.addMenu(QString::fromStdString(entry.text));
+    const HMENU popup = entry.popup;
+    QObject::connect(pullDown, &QMenu::aboutToShow, pullDown,
+                     [=] { OpenPullDown(window, popup, position, *pullDown); });
+    ++position;
+  }
+}
+
+}  // namespace platform_qt

@@ -1,7 +1,0 @@
-#include "window/help.h"
-
-#include "platform/win32.h"
-
-void ShowHelp(int /*context*/) {
-  MessageBeep(MB_ICONEXCLAMATION);
-}

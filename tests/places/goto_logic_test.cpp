@@ -1,0 +1,79 @@
+// Go To: the field and the range of each choice, what OK accepts, and where the answer leads.
+#include "places/goto_logic.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(GoTo, FieldOfEachChoice) {
+  struct Case {
+    GoToChoice choice;
+    GoToLimits limits;
+    const char* shown;  // text, range, whether it takes input
+  };
+  const Case cases[] = {{GoToChoice::bottom, {100, 5}, "N/A| |0"},
+                        {GoToChoice::bytePosition, {FilePos{5} << 32, 5}, "0x000000|1 to 0x500000000|1"},
+                        {GoToChoice::pageNumber, {100, FilePos{3} << 32}, "1|1 to 12884901888|1"},
+                        {GoToChoice::pageNumber, {100, 57, true}, "1|1 to 57 so far|1"},
+                        {GoToChoice::pageNumber, {100, 0}, "1|N/A|1"}};
+  for (const Case& c : cases) {
+    const GoToField field = GoToFieldOf(c.choice, c.limits);
+    EXPECT_EQ(std::string(field.text) + "|" + field.range + "|" + std::to_string(field.enabled), c.shown);
+  }
+  EXPECT_TRUE(GoToOffersPages({100, 1}));
+  EXPECT_FALSE(GoToOffersPages({100, 0}));
+}
+
+TEST(GoTo, Validate) {
+  struct Case {
+    GoToChoice choice;
+    const char* text;
+    bool accepted;
+    std::string message;
+    bool morePages = false;
+  };
+  const Case cases[] = {
+      {GoToChoice::top, "N/A", true, ""},
+      {GoToChoice::none, "1", false, ""},
+      {GoToChoice::bytePosition, "0x64", true, ""},
+      {GoToChoice::bytePosition, "101", false, "File Offset must be a number between 0 and 100!"},
+      {GoToChoice::pageNumber, "0x5", true, ""},
+      {GoToChoice::pageNumber, "6", false, "Page Number must be a number between 1 and 5!"},
+      {GoToChoice::pageNumber, "6", true, "", true},
+      {GoToChoice::pageNumber, "9223372036854775807", true, "", true},
+      {GoToChoice::pageNumber, "0", false, "Page Number must be a number between 1 and 9223372036854775807!",
+       true}};
+  for (const Case& c : cases) {
+    const FieldCheck check = GoToValidate(c.choice, c.text, {100, 5, c.morePages});
+    EXPECT_EQ(check.accepted, c.accepted) << c.text;
+    EXPECT_EQ(check.message, c.message);
+  }
+  // A field of the greatest file holds its last position in each notation.
+  const std::string longest = "0777777777777777777777";
+  EXPECT_TRUE(GoToValidate(GoToChoice::bytePosition, longest, {INTPTR_MAX, -1}).accepted);
+}
+
+TEST(GoTo, AnswerAndTarget) {
+  struct Case {
+    GoToChoice choice;
+    const char* text;
+    GoToMove move;
+    FilePos position;
+    FilePos page = 0;
+  };
+  const Case cases[] = {{GoToChoice::top, "N/A", GoToMove::top, kNoPosition},
+                        {GoToChoice::bottom, "N/A", GoToMove::bottom, kNoPosition},
+                        {GoToChoice::none, "7", GoToMove::none, kNoPosition},
+                        {GoToChoice::bytePosition, "0x0A", GoToMove::load, 10},
+                        // The file has become shorter while the dialog stood.
+                        {GoToChoice::bytePosition, "5000000000", GoToMove::load, 15},
+                        {GoToChoice::pageNumber, "0x30", GoToMove::page, kNoPosition, 48}};
+  for (const Case& c : cases) {
+    const GoToTarget target = GoToTargetOf(GoToRead(c.choice, c.text), 15);
+    EXPECT_EQ(target.move, c.move) << c.text;
+    EXPECT_EQ(target.position, c.position) << c.text;
+    EXPECT_EQ(target.page, c.page) << c.text;
+  }
+}
+
+}  // namespace
