@@ -1,5 +1,5 @@
 // Recorded sessions: keys in, screens out. Each *.session here says what file is viewed and what a user does,
-// and holds what the user then sees; this driver does it and compares. docs: tests/sessions/README.md.
+// and holds what the user then sees; this driver does it and compares. README.md tells how they are written.
 //
 //   driver [GTEST OPTIONS]        compares every session
 //   driver --write [FILE...]      writes the sessions anew with what is seen now
@@ -116,7 +116,6 @@ std::string Ingredient(std::string line) {
 
 struct Setting {
   Words words;  // of the command line
-  std::string profile;
   int columns = 60, rows = 10;
 };
 
@@ -124,16 +123,20 @@ std::pair<int, int> ParseSize(const std::string& text) {
   return {std::stoi(text), std::stoi(text.substr(text.find('x') + 1))};
 }
 
-// The lines in front of the first step; makes the files in the current folder.
+fs::path ProfileFile() {
+  return fs::current_path() / "quorl" / "QUORL.INI";
+}
+
+// The lines in front of the first step; makes the files, and the profile, in the current folder.
 Setting ReadSetting(const Words& lines) {
   Setting setting;
-  std::string file, first;
+  std::string file, first, profile;
   for (std::string line : lines) {
     if (line.empty() || line[0] == '#') continue;
     if (line.starts_with("  ")) {
       line.erase(0, 2);
       if (file.empty())
-        setting.profile += line + "\n";
+        profile += line + "\n";
       else if (line.starts_with("stretch "))
         fs::resize_file(file, std::stoull(line.substr(8)));
       else
@@ -156,6 +159,9 @@ Setting ReadSetting(const Words& lines) {
     }
   }
   if (setting.words.empty()) setting.words = {first};
+  if (profile.empty()) return setting;
+  fs::create_directories(ProfileFile().parent_path());
+  PutContent(ProfileFile(), profile, std::ios::trunc);
   return setting;
 }
 
@@ -187,17 +193,12 @@ class Player {
 
  private:
   static HWND Window() { return MainState.MainWindow; }
-  static std::string ProfileFile() { return fs::current_path() / "quorl" / "QUORL.INI"; }
 
   void Start(const Words& words) {
-    if (!setting_.profile.empty()) {
-      fs::create_directories(fs::path(ProfileFile()).parent_path());
-      PutContent(ProfileFile(), setting_.profile, std::ios::trunc);
-      setting_.profile.clear();
-    }
     platform_testing::SetCommandWords(words);
     running_ = StartProgram(nullptr, nullptr, "", SW_SHOWNORMAL) == std::nullopt && replay::Pump();
-    if (!running_ || !replay::SettleSize(setting_.columns, setting_.rows)) return;
+    running_ = running_ && replay::SettleSize(setting_.columns, setting_.rows);
+    if (!running_) return;
     MainState.FormatWidth = -1;  // else lines keep the length that the first size gave them
     SendMessageA(Window(), WM_VIEW_LAYOUT, 0, 0);
     replay::Pump();
@@ -244,7 +245,7 @@ class Player {
   }
 
   Words Screen(const std::string& rows) const {
-    if (!running_) Refuse("no screen: the program has ended");
+    if (!running_) return {"no window"};
     const platform_testing::Pixels shown = platform_testing::ClientPixels(Window());
     const std::vector<replay::ScreenRow> screen = replay::ReadScreen();
     Words seen{"[" + platform_testing::Caption(Window()) + "] at " + BarText(SB_VERT) + ", column " +
@@ -293,7 +294,8 @@ class Player {
   // What opens a dialog, a key or the number of a command, and then texts and keys in it.
   void Dialog(const std::string& step) {
     Words words = Split(step);
-    std::vector<platform_testing::DialogStep> script;
+    // They let the dialog become the active window, without which it has no access keys.
+    std::vector<platform_testing::DialogStep> script(2, [](HWND) {});
     for (std::string word : std::span(words).subspan(1)) {
       if (word[0] == '"') {
         word = Unescape(word.substr(1, word.size() - 2));
@@ -346,6 +348,9 @@ class Player {
   }
   void Restart(const std::string& words) {
     Stop();
+    for (const std::string& answer : answers_)
+      platform_testing::AnswerNextFileDialog(answer);
+    answers_.clear();
     Start(words.empty() ? setting_.words : Split(words));
     ended_ = false;
   }
@@ -359,20 +364,23 @@ class Player {
         {"command", [&] { SendMessageA(Window(), WM_COMMAND, static_cast<WPARAM>(number(0)), 0); }},
         {"choose", [&] { Choose(rest); }},
         {"click", [&] { UseMouse(verb, words); }},
+        {"shift-click",
+         [&] {
+           UseMouse(verb, {words.at(0), "shift"});
+         }},
         {"drag", [&] { UseMouse(verb, words); }},
         {"double-click", [&] { UseMouse(verb, words); }},
         {"right-click", [&] { UseMouse(verb, words); }},
         {"wheel", [&] { Wheel(words); }},
         {"thumb", [&] { platform_testing::DragThumb(Window(), SB_VERT, number(0)); }},
         {"thumb-sideways", [&] { platform_testing::DragThumb(Window(), SB_HORZ, number(0)); }},
-        {"timer", [&] { SendMessageA(Window(), WM_TIMER, static_cast<WPARAM>(number(0)), 0); }},
         {"resize",
          [&] {
            std::tie(setting_.columns, setting_.rows) = ParseSize(rest);
            replay::SettleSize(setting_.columns, setting_.rows);
          }},
         {"drop", [&] { platform_testing::DropFiles(Window(), {fs::current_path() / rest}); }},
-        {"answer", [&] { platform_testing::AnswerNextFileDialog(rest); }},
+        {"answer", [&] { answers_.push_back(rest), platform_testing::AnswerNextFileDialog(rest); }},
         {"append",
          [&] { PutContent(words.at(0), Unescape(rest.substr(words[0].size() + 1)), std::ios::app); }},
         {"rewrite",
@@ -388,6 +396,7 @@ class Player {
   }
 
   Setting setting_;
+  Words answers_;  // to file dialogs, for a next start
   bool running_ = false, ended_ = false;
   std::size_t beeps_ = 0, boxes_ = 0, dialogs_ = 0;
 };
