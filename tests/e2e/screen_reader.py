@@ -29,6 +29,11 @@ def smallest_period(same, low, high, what):
     raise Failure(f"cannot measure the {what}")
 
 
+def invert(cell):
+    """Each pixel is blue, green, red and a byte that is not used."""
+    return bytes(byte if i % 4 == 3 else 255 - byte for i, byte in enumerate(cell))
+
+
 class ScreenReader:
     """`left`, `top`: where the grid begins in the window; `cell_width`, `cell_height`: its pitch; `right`,
     `bottom`: where the scroll bars begin. All in pixels of the window."""
@@ -44,6 +49,7 @@ class ScreenReader:
             for column, character in enumerate(text):
                 self.characters.setdefault(self._cell(picture, row, column), character)
         self.characters[self._cell(picture, 0, FILLER_COLUMNS)] = " "
+        self.known = set(self.characters.values())
         if len(self.characters) < len(CHARACTERS) + 2:
             raise Failure("characters of the calibration file look alike")
 
@@ -83,8 +89,11 @@ class ScreenReader:
         x, y = self.left + column * self.cell_width, self.top + row * self.cell_height
         return b"".join(picture.row(y + i, x, x + self.cell_width) for i in range(1, self.cell_height))
 
+    def read_row(self, picture, row, columns, inverted=False):
+        """One row, without blanks at its end, which may be drawn in the inverse of all colors."""
+        cells = (self._cell(picture, row, column) for column in range(columns))
+        return "".join(self.characters.get(invert(cell) if inverted else cell, UNREADABLE) for cell in cells).rstrip()
+
     def read(self, picture, rows=None):
         """The text of the first `rows` rows (all whole rows by default), without blanks at their ends."""
-        return ["".join(self.characters.get(self._cell(picture, row, column), UNREADABLE)
-                        for column in range(self.columns)).rstrip()
-                for row in range(self.rows if rows is None else rows)]
+        return [self.read_row(picture, row, self.columns) for row in range(self.rows if rows is None else rows)]

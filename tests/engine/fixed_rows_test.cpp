@@ -189,12 +189,4 @@ TEST(FixedRows, AddressesOfAnySize) {
   EXPECT_EQ(RunPass(FormatHex, "abcd", 0, 0, FILL_FORWARD, HexAddressOptions(9, 16 * k16Mb), 22).status, 0);
 }
 
-TEST(FixedRows, OnlyTheCharactersFollowTheCode) {
-  const auto shown = [](FormatProc format, ViewOptions options) {
-    return RunPass(format, "\xC1\xF1\r\f", 0, 0, FILL_FORWARD, options, 22).lines.at(0).text;
-  };
-  EXPECT_EQ(shown(FormatHex, VO_EBCDIC), "000000  C1F10D0C  A1\xB7\xB7");
-  EXPECT_EQ(shown(FormatRaw, VO_KEEPFF), "\xC1\xF1\xB7\f");
-}
-
 }  // namespace

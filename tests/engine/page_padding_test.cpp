@@ -38,56 +38,7 @@ struct SmallRun {
   }
 
   [[nodiscard]] const LineEntry& At(int i) const { return entries.at(static_cast<std::size_t>(i)); }
-
-  // The lines as words again; "." is a padding row, "G" a gap line, and "<" stands in front of the top line.
-  [[nodiscard]] std::string Words() const {
-    std::string words;
-    for (int i = lines.Afirst; i < lines.Alast; ++i) {
-      if (i == lines.Acur) words += '<';
-      words += (At(i).Lflags & LF_PAGEMARK) != 0  ? 'f'
-               : (At(i).Lflags & LF_PAGEGAP) != 0 ? 'G'
-               : IsPadding(At(i))                 ? '.'
-               : At(i).Ltext == 4                 ? '-'
-                                                  : 'x';
-    }
-    return words;
-  }
 };
-
-TEST(PadPages, FillsPagesUpAndEndsTheFileWithOneGap) {
-  struct Case {
-    const char* what;
-    std::string words;
-    int first, cur;
-    FilePos start;
-    int pageLength;
-    bool atEnd;  // the run's end is the file's
-    std::string after;
-    int top;
-  };
-  const Case cases[] = {
-      {"behind the top line", "xxfx", 3, 3, 0, 4, false, "<xx..fx", 3},
-      {"in front of the top line", "xxfx", 3, 5, 0, 4, false, "xx..<fx", 5},
-      {"the top line gives way", "xxfx", 0, 2, 0, 4, false, "xx..<fx", 4},
-      {"a page whose start is not known", "xxfxfx", 2, 2, 500, 3, false, "<xxfx.fx", 2},
-      {"a gap line counts as row 0, in front of an empty page too", "gxggx", 3, 3, 500, 2, false, "<Gx.G..Gx",
-       3},
-      {"no room behind: the rest drops out", "xxxxxxxxxxxfxfx", 0, 0, 0, 4, false, "<xxxxxxxxxxxfx", 0},
-      {"no room on either side", "xfxfxfxfx", 2, 6, 0, 4, false, "fx..f<x..fx..f", 7},
-      {"a quarter of the array at most", "xfxxxxxf", 2, 2, 0, 99, false, "<x...fxxxxxf", 2},
-      {"nothing but blank lines", "---", 2, 2, 100, 4, true, "<-G", 2},
-      {"the top line was one of them", "xx-g-", 2, 6, 100, 4, true, "xx<G", 4},
-      {"a full array", "xxxxxxxxxxxxxfx", 0, 14, 100, 3, true, "xxxxxxxxxxxf<x.G", 12},
-      {"a full array, the first line on top", "xxxxxxxxxxxxxxx", 0, 0, 100, 3, true, "<xxxxxxxxxxxxxx", 0},
-  };
-  for (const Case& c : cases) {
-    SmallRun run(c.words, 16, c.first, c.cur, c.start);
-    const FilePos end = c.start + 10 * std::ssize(c.words);
-    PadPages(run.lines, run.text, end + (c.atEnd ? 0 : 10), c.pageLength);
-    EXPECT_EQ(run.Words(), c.after) << c.what;
-    EXPECT_EQ(run.lines.Acur, c.top) << c.what;
-  }
-}
 
 // What padding must give, line by line: the lines of the run, the last blank ones replaced by a gap, and how
 // many rows stand in front of each.

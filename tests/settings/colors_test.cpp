@@ -6,20 +6,6 @@ namespace {
 
 constexpr COLORREF kUntouched = 0x123456;
 
-TEST(ResetColors, TouchesTheSelectedSlotsOnly) {
-  struct Case {
-    int selector, first, end;
-  };
-  for (const auto& [selector, first, end] : {Case{COLORS_WINDOW, 0, 11}, Case{COLORS_PRINT, 11, 20},
-                                             Case{TagBgnd, 3, 4}, Case{PrintBgnd, 19, 20}}) {
-    COLORREF table[kColorSlots];
-    std::fill(table, table + kColorSlots, kUntouched);
-    EXPECT_EQ(ResetColors(selector, table), 1);
-    for (int slot = 0; slot < kColorSlots; ++slot)
-      EXPECT_EQ(table[slot] != kUntouched, slot >= first && slot < end) << selector << " slot " << slot;
-  }
-}
-
 TEST(Colors, OnlyWhatDiffersFromTheDefaultIsSaved) {
   const ScratchFolder folder;
   const std::string file = folder.Path("p.ini");

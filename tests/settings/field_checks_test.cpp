@@ -100,10 +100,4 @@ TEST(FieldChecks, GetLongField) {
   EXPECT_FALSE(good);
 }
 
-TEST(FieldChecks, Choice) {
-  EXPECT_EQ(Outcome(ValidateChoice(0, "format")), "good");
-  EXPECT_EQ(Outcome(ValidateChoice(-1, "format")), "You must choose a format !");
-  EXPECT_EQ(Outcome(ValidateChoice(-1, nullptr)), "You must choose a value !");
-}
-
 }  // namespace

@@ -92,25 +92,4 @@ TEST(LoadWindowPos, ReadsTopLeftHeightWidth) {
   }
 }
 
-TEST(SaveFormat, WritesTheGroupInItsOrder) {
-  const ScratchFolder folder;
-  const std::string file = folder.Path("p.ini");
-  FormatOptions options;
-  options.StoredFlags[2] = 0x80000001;
-  options.ViewLogFont.lfWeight = 700;
-  TextTabLength = 4;
-  const RECT window{20, 10, 420, 310};
-  EXPECT_EQ(SaveFormat(file.c_str(), "Quorl", options, &window), 0);
-  std::string expected =
-      "[Quorl]\nOptions0=96\nOptions1=3\nOptions2=2147483649\nFormat=0\nCharCode=0\nLineLength=256\n"
-      "TabLength=4\nVertScroll=2\nHorzScroll=2\nEscExit=0\nSavePos=0\nFont=Courier New,10\nFontWeight=700\n"
-      "FontItalic=0\nFreezeColumns=0\n";
-  EXPECT_EQ(ContentOf(file), expected);
-  options.SavePos = 1;
-  EXPECT_EQ(SaveFormat(file.c_str(), "Quorl", options, &window), 0);
-  expected.replace(expected.find("SavePos=0"), 9, "SavePos=1");
-  EXPECT_EQ(ContentOf(file), expected + "WindowPos=10,20,300,400\n");
-  TextTabLength = 8;
-}
-
 }  // namespace

@@ -117,31 +117,6 @@ TEST(FreezeColumnsDialog, TakesTheColumnFromTheCaret) {
   EXPECT_EQ(MainState.FrozenColumns, 0);
 }
 
-TEST(FreezeColumnsDialog, RefusesWhatIsNoNumberOfColumns) {
-  const ScratchFile file("text\n");
-  Viewer viewer({file.Path()});
-  for (const char* text : {"256", "", "x", "-1"}) {
-    ForgetRecords();
-    ScriptNextDialog(
-        {[text](HWND dialog) {
-           SetDlgItemTextA(dialog, freeze_columns_dialog::kCount, text);
-           ClickControl(dialog, IDOK);
-         },
-         [](HWND dialog) { EXPECT_TRUE(StateOfControl(dialog, freeze_columns_dialog::kCount).focused); }});
-    EXPECT_EQ(SendMessageA(viewer.Window(), WM_COMMAND, IDM_FREEZE_COLUMNS, 0), 0) << text;
-    ASSERT_EQ(Boxes().size(), 1U) << text;
-    EXPECT_EQ(Boxes()[0].text, "Number of columns to lock must be a number between 0 and 255!");
-    EXPECT_EQ(Boxes()[0].caption, "Bad Options");
-    EXPECT_EQ(Beeps(), (std::vector<UINT>{16, 64})) << text;
-  }
-  ScriptNextDialog({[](HWND dialog) {
-    SetDlgItemTextA(dialog, freeze_columns_dialog::kCount, "255");
-    ClickControl(dialog, IDOK);
-  }});
-  viewer.Command(IDM_FREEZE_COLUMNS);
-  EXPECT_EQ(MainState.FrozenColumns, 255);
-}
-
 TEST(SaveOptions, SavesResetsOrKeepsEachGroup) {
   const ScratchFile file("head\nline\n");
   const std::string profile =

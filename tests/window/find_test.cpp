@@ -42,12 +42,6 @@ class Find : public testing::Test {
     const SearchState& search = MainState.Search;
     return {reinterpret_cast<const char*>(search.SearchKey), static_cast<std::size_t>(search.SearchKeyLen)};
   }
-  // Whether a row of the screen is painted inverted.
-  static bool Inverted(const Viewer& viewer, int row) {
-    const auto pixels = platform_testing::ClientPixels(viewer.Window());
-    const int y = row * MainState.CharHeight + 1;
-    return pixels.Get(pixels.width - 2, y) == (~ColorTable[WindowBgnd] & 0xFFFFFF);
-  }
   static bool NextIsEnabled(const Viewer& viewer) {
     for (const auto& item : platform_testing::OpenMenu(viewer.Window(), kEditMenu)) {
       if (item.id == IDM_FIND_NEXT) return item.enabled;
@@ -62,68 +56,7 @@ class Find : public testing::Test {
     EXPECT_EQ(Boxes()[0].style, UINT{MB_ICONHAND});
     EXPECT_EQ(Beeps(), (std::vector<UINT>{16, 64}));
   }
-
-  static constexpr FilePos kNone = kNoPosition;
-  const std::vector<UINT> kBeep48{48};
 };
-
-TEST_F(Find, NextGoesThroughTheFileAndWrapsAtTheSecondPress) {
-  const ScratchFile file(Lines(10) + "NEEDLE 1\n" + Lines(500) + "needle 2\n" + Lines(100));
-  Viewer viewer({file.Path()});
-  viewer.Command(IDM_FIND_NEXT);
-  EXPECT_EQ(Beeps(), kBeep48) << "there is no key yet";
-  FindText(viewer, "needle");
-  EXPECT_EQ(Selection(), std::pair(FilePos{100}, FilePos{106}));
-  EXPECT_EQ(Viewer::Top(), 0) << "a hit on the screen moves nothing";
-  EXPECT_TRUE(Inverted(viewer, 10));
-  viewer.Key(VK_F3);
-  EXPECT_EQ(Selection(), std::pair(FilePos{5109}, FilePos{5115}));
-  EXPECT_EQ(Viewer::Text(), "needle 2");
-  EXPECT_TRUE(Beeps().empty());
-  viewer.Key(VK_F3);
-  EXPECT_EQ(Selection(), std::pair(kNone, kNone));
-  EXPECT_EQ(Beeps(), kBeep48);
-  EXPECT_EQ(Viewer::Text(), "needle 2") << "the view does not move";
-  EXPECT_FALSE(Inverted(viewer, 0));
-  viewer.Key(VK_F3);
-  EXPECT_EQ(Viewer::Text(), "NEEDLE 1");
-
-  // A hit one line above the top: the image is not scrolled with the former selection in it.
-  viewer.MoveLines(1);
-  MainState.Search.SearchNext = 0;
-  viewer.Key(VK_F3);
-  EXPECT_EQ(Viewer::Text(), "NEEDLE 1");
-  EXPECT_TRUE(Inverted(viewer, 0));
-  EXPECT_FALSE(Inverted(viewer, 1));
-}
-
-TEST_F(Find, TheBoxesOfTheDialogDecide) {
-  const ScratchFile file("needle\nNeedle\n" + Lines(100));
-  Viewer viewer({file.Path()});
-  Open(viewer, IDM_FIND_TEXT, {Type("Needle"), Click(text_ids::kCaseSensitive), Press(kEnter)});
-  EXPECT_EQ(MainState.SelStart, 7);
-  Open(viewer, IDM_FIND_TEXT, {Click(text_ids::kFromTop), Press(kEnter)});
-  EXPECT_EQ(MainState.SelStart, kNone) << "it goes on behind the hit";
-  ControlState top, cased;
-  Open(viewer, IDM_FIND_TEXT, {Look(text_ids::kFromTop, top), Look(text_ids::kCaseSensitive, cased)});
-  EXPECT_EQ(top.checked, BST_UNCHECKED);
-  EXPECT_EQ(cased.checked, BST_CHECKED);
-}
-
-TEST_F(Find, MarksAllHitsAndF2GoesThroughThem) {
-  const ScratchFile file(Lines(3000));
-  Viewer viewer({file.Path()});
-  Open(viewer, IDM_FIND_TEXT, {Type("500"), Click(text_ids::kMarkAll)});
-  ASSERT_EQ(MainState.Tags.count, 3);
-  EXPECT_EQ(Viewer::Text(), "line 0500");
-  EXPECT_NE(Viewer::Entry(0).Lflags & LF_TAGMASK, 0U);
-  viewer.Key(VK_F2);
-  EXPECT_EQ(Viewer::Text(), "line 1500");
-  EXPECT_TRUE(Beeps().empty());
-  Open(viewer, IDM_FIND_HEX, {Type("00 ff"), Click(hex_ids::kMarkAll)});
-  EXPECT_EQ(Beeps(), kBeep48);
-  EXPECT_EQ(Viewer::Text(), "line 1500") << "without a hit the view stays";
-}
 
 TEST_F(Find, RefusesTextsThatCanBeNoKey) {
   const ScratchFile file("text\n");
@@ -146,17 +79,6 @@ TEST_F(Find, RefusesTextsThatCanBeNoKey) {
   ControlState cased;
   Open(viewer, IDM_FIND_TEXT, {Look(text_ids::kCaseSensitive, cased)});
   EXPECT_EQ(cased.checked, BST_UNCHECKED) << "the other dialog does not tick it";
-}
-
-TEST_F(Find, SearchesInTheCodeOfTheFile) {
-  const ScratchFile file("\x40\x40\xC1\x82\x83\x40");
-  Viewer viewer({"-C", file.Path()});
-  FindText(viewer, "Abc");
-  EXPECT_EQ(MainState.SelStart, 2);
-  ControlState combo;
-  Open(viewer, IDM_FIND_TEXT, {Look(text_ids::kKey, combo), Press(kEnter)});
-  EXPECT_EQ(combo.rows, std::vector<std::string>{"Abc"}) << "it comes back as the same characters";
-  EXPECT_EQ(MainState.SelStart, 2) << "the stored bytes are not converted again";
 }
 
 TEST_F(Find, HistoryMovesToTheFrontAndLastsToTheNextRun) {

@@ -44,44 +44,6 @@ class GoTo : public testing::Test {
   ScratchFile file{Pages()};
 };
 
-TEST_F(GoTo, EachChoiceHasItsFieldAndLeadsSomewhere) {
-  Viewer viewer({file.Path()});
-  Index(viewer);
-  std::vector<std::string> shown;
-  const auto look = [&shown](HWND dialog) {
-    const ControlState number = StateOfControl(dialog, goto_dialog::kNumber);
-    shown.push_back(number.text + '|' + StateOfControl(dialog, goto_dialog::kRange).text + '|' +
-                    (number.enabled ? "on|" : "off|") + number.selected);
-  };
-  ControlState top;
-  Run(viewer, {Look(goto_dialog::kTop, top), look, Click(goto_dialog::kBytePosition), look,
-               Click(goto_dialog::kPageNumber), look, Click(goto_dialog::kBottom), look, Click(IDOK)});
-  EXPECT_TRUE(top.focused);
-  EXPECT_EQ(top.checked, BST_CHECKED);
-  EXPECT_EQ(shown, (std::vector<std::string>{"N/A| |off|", "0x000000|1 to 0x4A38|on|0x000000",
-                                             "1|1 to 20|on|1", "N/A| |off|"}));
-  EXPECT_EQ(Viewer::Text(), " line1899");
-  Run(viewer, {Click(goto_dialog::kTop), Click(IDCANCEL)});
-  EXPECT_EQ(Viewer::Text(), " line1899");
-  Run(viewer, {Click(IDOK)});
-  EXPECT_EQ(Viewer::Top(), 0);
-}
-
-// Text lines begin at their start, the others at the very byte.
-TEST_F(GoTo, BytePositionInEachFormat) {
-  std::filesystem::resize_file(file.Path(), std::uintmax_t{64} << 30);
-  struct Case {
-    const char *letter, *text;
-    FilePos top;
-  };
-  for (const auto& [letter, text, top] : {Case{"-T", "0x3e5", 990}, Case{"-H", "997", 997},
-                                          Case{"-R", "01745", 997}, Case{"-H", "0xABCDEF012", 0xABCDEF012}}) {
-    Viewer viewer({letter, file.Path()});
-    Go(viewer, goto_dialog::kBytePosition, text);
-    EXPECT_EQ(Viewer::Top(), top) << letter << ' ' << text;
-  }
-}
-
 // A page that is not reached yet is waited for; the file is looked at as it then is.
 TEST_F(GoTo, PageWhileTheIndexIsStillBuilding) {
   Viewer viewer({file.Path()});
@@ -98,19 +60,6 @@ TEST_F(GoTo, PageWhileTheIndexIsStillBuilding) {
   file.Write("one\n\ftwo\n\fthree\n");
   Go(viewer, goto_dialog::kPageNumber, "3");
   EXPECT_EQ(Viewer::Top(), 9) << "never by the index of the former content";
-}
-
-TEST_F(GoTo, ARefusedFieldKeepsTheDialog) {
-  Viewer viewer({file.Path()});
-  ControlState number;
-  Run(viewer,
-      {Click(goto_dialog::kBytePosition), Type("12h"), Click(IDOK), Look(goto_dialog::kNumber, number)});
-  EXPECT_TRUE(number.focused);
-  ASSERT_EQ(Boxes().size(), 1U);
-  EXPECT_EQ(Boxes()[0].text, "Invalid character \"h\" in File Offset.");
-  EXPECT_EQ(Boxes()[0].caption, "Bad Options");
-  EXPECT_EQ(Beeps(), (std::vector<UINT>{16, 64}));
-  EXPECT_EQ(Viewer::Top(), 0);
 }
 
 TEST_F(GoTo, PagesNeedAnIndex) {

@@ -41,28 +41,6 @@ TEST(MenuTrimming, DeletesItemsByTheirLettersAndTidiesSeparators) {
   }
 }
 
-TEST(MenuTrimming, ADeletedPullDownLeavesTheOthersAsTheyAre) {
-  const ScratchFile file("text\n");
-  Viewer viewer({file.Path()}, "[Quorl Setup]\nDeleteMenu1=*\nDeleteMenu4=*x\nDeleteMenu5=t\n");
-  const HWND window = viewer.Window();
-  ASSERT_EQ(GetMenuItemCount(GetMenu(window)), 4);
-  EXPECT_EQ(Letters(window, 0), "CSU|FHN|G") << "no separator of the recent files here";
-  EXPECT_EQ(Letters(window, 2), "SRU|N|FC|ea");
-  for (const auto& item : OpenMenu(window, 1)) {
-    EXPECT_EQ(item.checked, item.id == IDM_TEXT) << "the rules of a menu go with it";
-  }
-  viewer.Type('H', MK_CONTROL);
-  EXPECT_EQ(MainState.FormatIndex, kFormatHex);
-  viewer.Key(VK_F2, MK_CONTROL);
-  EXPECT_EQ(MainState.Tags.count, 1) << "the key of a deleted item works";
-}
-
-TEST(MenuTrimming, TheRecentFilesFollowWhatIsLeft) {
-  const ScratchFile file("text\n");
-  Viewer viewer({file.Path()}, "[Quorl Setup]\nDeleteMenu1=x\n");
-  EXPECT_EQ(Letters(viewer.Window(), kFileMenu), "OCPtrga|D|1");
-}
-
 TEST(MenuTrimming, AReadOnlyProfileGraysTheSaves) {
   for (const bool readOnly : {false, true}) {
     Viewer viewer({"-D"}, "[Quorl Setup]\nMruFiles=1\n");

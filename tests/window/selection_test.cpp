@@ -1,4 +1,4 @@
-// Selecting with the mouse, the tag commands and the clipboard, in the running program.
+// Selecting with the mouse while the view scrolls.
 #include "window/selection.h"
 
 #include <random>
@@ -18,11 +18,6 @@ class SelectionTest : public testing::Test {
     platform_testing::Mouse(viewer.Window(), message, 20, y, keys);
     viewer.Pump();
   }
-  void Drag(int from, int to) {
-    Mouse(WM_LBUTTONDOWN, from);
-    Mouse(WM_MOUSEMOVE, to);
-    Mouse(WM_LBUTTONUP, to);
-  }
   // Whether the rows on the screen are inverted as a full repaint would show them.
   void ExpectPictureTrue(const char* after) {
     const platform_testing::Pixels shown = ClientPixels(viewer.Window());
@@ -30,47 +25,9 @@ class SelectionTest : public testing::Test {
     viewer.Pump();
     ASSERT_TRUE(shown == ClientPixels(viewer.Window())) << after;
   }
-  static FilePos LineStart(int number) { return static_cast<FilePos>(NumberedLines(number).size()); }
-
   ScratchFile file{NumberedLines(500)};
   Viewer viewer{{file.Path()}};
 };
-
-TEST_F(SelectionTest, TakesWholeLines) {
-  Drag(3, 5);
-  EXPECT_EQ(MainState.SelStart, LineStart(3));
-  EXPECT_EQ(MainState.SelEnd, LineStart(6));
-  ExpectPictureTrue("a drag down");
-  Drag(7, 2);
-  EXPECT_EQ(MainState.SelStart, LineStart(2));
-  EXPECT_EQ(MainState.SelEnd, LineStart(8));
-  Mouse(WM_LBUTTONDOWN, 10, MK_SHIFT);  // from the anchor, line 7
-  Mouse(WM_LBUTTONUP, 10);
-  EXPECT_EQ(MainState.SelStart, LineStart(7));
-  EXPECT_EQ(MainState.SelEnd, LineStart(11));
-  ExpectPictureTrue("an extension");
-  Mouse(WM_RBUTTONDOWN, 1);
-  EXPECT_LT(MainState.SelStart, 0);
-  ExpectPictureTrue("a right click");
-}
-
-TEST_F(SelectionTest, ExtendsAHitAndBeepsBelowTheLastLine) {
-  Drag(1, 1);
-  MainState.SelStart = LineStart(5) + 2;  // as a hit of a search stands
-  MainState.SelEnd = LineStart(5) + 4;
-  Mouse(WM_LBUTTONDOWN, 8, MK_SHIFT);
-  Mouse(WM_LBUTTONUP, 8);
-  EXPECT_EQ(MainState.SelStart, LineStart(5) + 2);
-  EXPECT_EQ(MainState.SelEnd, LineStart(9));
-  viewer.Command(IDM_UNSELECT);
-  viewer.Key(VK_END);
-  platform_testing::ForgetRecords();
-  Drag(4, 6);
-  EXPECT_EQ(platform_testing::Beeps(), std::vector<UINT>{MB_ICONEXCLAMATION});
-  EXPECT_LT(MainState.SelStart, 0);
-  Mouse(WM_LBUTTONDBLCLK, 4);
-  EXPECT_EQ(platform_testing::Beeps().size(), 2U);
-}
 
 TEST_F(SelectionTest, ScrollsByItselfAtTheEdges) {
   struct Zone {
@@ -141,69 +98,6 @@ TEST_F(SelectionTest, ShowsWhatARepaintShows) {
     }
     ASSERT_NO_FATAL_FAILURE(ExpectPictureTrue("a step"));
   }
-}
-
-TEST_F(SelectionTest, TagsLines) {
-  Mouse(WM_LBUTTONDOWN, 4);
-  Mouse(WM_LBUTTONUP, 4);
-  Mouse(WM_LBUTTONDBLCLK, 4);
-  EXPECT_LT(MainState.SelStart, 0);
-  ASSERT_EQ(MainState.Tags.count, 1);
-  EXPECT_EQ(MainState.Tags.entries[0].position, LineStart(4));
-  viewer.Command(IDM_HEX);
-  viewer.Key(VK_F2);  // the row that holds the byte, in a format of other rows
-  EXPECT_LE(Viewer::Top(), LineStart(4));
-  EXPECT_GT(Viewer::Entry(1).Lpos, LineStart(4));
-  EXPECT_NE(Viewer::Entry(0).Lflags & LF_TAGMASK, 0U);
-  viewer.Command(IDM_TEXT);
-  viewer.Command(IDM_WRAP);
-  viewer.Resize(10, 12);
-  viewer.Key(VK_HOME);
-  viewer.Key(VK_F2);
-  EXPECT_EQ(Viewer::Top(), LineStart(4));
-  EXPECT_NE(Viewer::Entry(0).Lflags & LF_TAGMASK, 0U);
-  viewer.Command(IDM_WRAP);
-  viewer.Resize(Viewer::kColumns, Viewer::kRows);
-  viewer.Key(VK_HOME);
-
-  Drag(6, 9);
-  viewer.Command(IDM_MARK_SET);
-  EXPECT_EQ(MainState.Tags.count, 5);
-  Drag(7, 8);
-  viewer.Command(IDM_MARK_RESET);
-  EXPECT_EQ(MainState.Tags.count, 3);
-  viewer.Key(VK_F11);  // the top line
-  EXPECT_NE(Viewer::Entry(0).Lflags & LF_TAGMASK, 0U);
-  viewer.Key(VK_F2, MK_CONTROL);
-  EXPECT_EQ(Viewer::Entry(0).Lflags & LF_TAGMASK, 0U);
-
-  platform_testing::ForgetRecords();
-  viewer.Key(VK_F2, 0, 3);
-  EXPECT_EQ(Viewer::Top(), LineStart(9));
-  EXPECT_TRUE(platform_testing::Beeps().empty());
-  viewer.Key(VK_F2);  // none behind: the bottom of the file
-  EXPECT_EQ(Viewer::Top(), LineStart(499));
-  EXPECT_EQ(platform_testing::Beeps(), std::vector<UINT>{MB_ICONEXCLAMATION});
-  viewer.Key(VK_F2, MK_CONTROL | MK_SHIFT);
-  EXPECT_EQ(MainState.Tags.count, 0);
-}
-
-TEST_F(SelectionTest, Copies) {
-  Drag(2, 3);
-  viewer.Type('C', MK_CONTROL);
-  EXPECT_EQ(platform_testing::ClipboardText(),
-            "line 2" + std::string(14, '.') + "\nline 3" + std::string(21, '.') + "\n");
-  viewer.Command(IDM_UNSELECT);
-  platform_testing::ForgetRecords();
-  viewer.Key(VK_INSERT, MK_CONTROL);
-  EXPECT_EQ(platform_testing::Beeps(), std::vector<UINT>{MB_OK});
-
-  viewer.Command(IDM_SELECT_ALL);
-  file.Remove();
-  viewer.Command(IDM_COPY);
-  ASSERT_EQ(platform_testing::Boxes().size(), 1U);
-  EXPECT_EQ(platform_testing::Boxes()[0].text, "File read error");
-  EXPECT_EQ(platform_testing::Boxes()[0].caption, platform_testing::Caption(viewer.Window()));
 }
 
 }  // namespace
