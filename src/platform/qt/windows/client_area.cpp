@@ -1,5 +1,6 @@
 #include "platform/qt/windows/client_area.h"
 
+#include <QMenuBar>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QWheelEvent>
@@ -48,12 +49,28 @@ void ClientArea::NoteSeen() {
   }
 }
 
+// In a layout without Latin letters the toolkit finds no access key: the pull-down goes by the key's place.
+void ClientArea::OpenPullDown(int letter) {
+  auto* const bar = window()->findChild<QMenuBar*>();
+  for (QAction* const action : bar != nullptr ? bar->actions() : QList<QAction*>()) {
+    const QString text = action->text();
+    const qsizetype mark = text.indexOf(u'&');
+    if (mark >= 0 && mark + 1 < text.size() && text.at(mark + 1).toUpper() == QChar(letter)) {
+      bar->setActiveAction(action);
+    }
+  }
+}
+
 void ClientArea::keyPressEvent(QKeyEvent* event) {
   NoteSeen();
   const int key = VirtualKeyOf(*event);
   const int modifiers = ModifiersOf(event->modifiers());
   // Alt without Ctrl belongs to the menu bar.
   const bool forMenu = (modifiers & (kAltDown | kControlDown)) == kAltDown;
+  if (forMenu && event->key() > 0xFF && key >= 'A' && key <= 'Z') {
+    OpenPullDown(key);
+    return;
+  }
   if (owner_ == nullptr || key == 0 || forMenu || IsAltGrText(*event)) {
     event->ignore();
     return;

@@ -27,6 +27,7 @@ class ClientArea : public QWidget {
 
  private:
   void NoteSeen();
+  void OpenPullDown(int letter);
   void AppendMouse(UINT message, const QMouseEvent* event);
 
   HWND owner_;

@@ -81,7 +81,11 @@ int VirtualKeyOf(const QKeyEvent& event) {
 bool IsAltGrText(const QKeyEvent& event) {
   const Qt::KeyboardModifiers both = Qt::ControlModifier | Qt::AltModifier;
   const QString text = event.text();
-  return (event.modifiers() & both) == both && !text.isEmpty() && text.at(0).isPrint();
+  // A letter of another script goes by its place, as it does with Ctrl alone.
+  if (text.isEmpty() || (event.key() > 0xFF && text.at(0).isLetter())) {
+    return false;
+  }
+  return (event.modifiers() & both) == both && text.at(0).isPrint();
 }
 
 }  // namespace platform_qt
