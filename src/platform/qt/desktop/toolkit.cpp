@@ -1,6 +1,6 @@
 #include "platform/qt/desktop/toolkit.h"
 
-#include <fcntl.h>
+#include <sys/signalfd.h>
 #include <unistd.h>
 
 #include <QApplication>
@@ -74,39 +74,41 @@ void TakeDesktopColors() {
   take(COLOR_HIGHLIGHTTEXT, QPalette::HighlightedText);
 }
 
-// Signals that end a process close the windows instead, so that everything goes its orderly way.
-int signalPipe[2] = {-1, -1};
-
-void NoteSignal(int) {
-  const char byte = 0;
-  static_cast<void>(!write(signalPipe[1], &byte, 1));
-}
-
-void CloseAllWindows() {
-  char bytes[16];
-  while (read(signalPipe[0], bytes, sizeof bytes) > 0) {
+// Signals that end a process close the windows instead, so that everything goes its orderly way. They are
+// blocked in all threads and read from a descriptor: one that were delivered to a thread whose read hangs
+// would wait as long as the read.
+void CloseAllWindows(int descriptor) {
+  signalfd_siginfo one;
+  while (read(descriptor, &one, sizeof one) > 0) {
   }
   for (MainWindow* window : MainWindows()) {
     PostMessageA(window, WM_CLOSE, 0, 0);
   }
 }
 
-void CatchEndingSignals(QObject* parent) {
-  if (pipe2(signalPipe, O_CLOEXEC | O_NONBLOCK) != 0) {
-    return;
-  }
-  auto* const notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, parent);
-  QObject::connect(notifier, &QSocketNotifier::activated, parent, [] { CloseAllWindows(); });
-  struct sigaction action {};
-  action.sa_handler = NoteSignal;
-  action.sa_flags = SA_RESTART;
+// To be called before any thread is started, for a thread inherits what is blocked. The descriptor; below 0:
+// they are not caught.
+int BlockEndingSignals() {
+  sigset_t ending;
+  sigemptyset(&ending);
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     struct sigaction former {};
     // What was ignored on purpose (nohup) stays so.
     if (sigaction(signal, nullptr, &former) == 0 && former.sa_handler != SIG_IGN) {
-      sigaction(signal, &action, nullptr);
+      sigaddset(&ending, signal);
     }
   }
+  const int descriptor = signalfd(-1, &ending, SFD_CLOEXEC | SFD_NONBLOCK);
+  return descriptor >= 0 && pthread_sigmask(SIG_BLOCK, &ending, nullptr) == 0 ? descriptor : -1;
+}
+
+void CloseWindowsAt(int descriptor, QObject* parent) {
+  if (descriptor < 0) {
+    return;
+  }
+  auto* const notifier = new QSocketNotifier(descriptor, QSocketNotifier::Read, parent);
+  QObject::connect(notifier, &QSocketNotifier::activated, parent,
+                   [descriptor] { CloseAllWindows(descriptor); });
 }
 
 }  // namespace
@@ -151,8 +153,9 @@ std::string ProgramLibraries() {
 
 int RunProgram(int argc, char** argv, ProgramEntry entry) {
   StoreCommandWords(argc > 1 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>());
+  const int descriptor = BlockEndingSignals();
   StartToolkit(argc > 0 ? argv[0] : "quorl");
-  CatchEndingSignals(toolkit->application.get());
+  CloseWindowsAt(descriptor, toolkit->application.get());
   char nothing[1] = "";
   const int exitCode = entry(nullptr, nullptr, nothing, SW_SHOWNORMAL);
   StopToolkit();
