@@ -85,6 +85,9 @@ struct ControlState {
 };
 ControlState StateOfControl(HWND dialog, int id);
 
+// The desktop turns dark, or light again.
+void SetDesktopDark(bool dark);
+
 // Files dropped on a window from another program. False when the window refuses them.
 bool DropFiles(HWND window, const std::vector<std::string>& paths);
 

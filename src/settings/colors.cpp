@@ -58,6 +58,15 @@ int ResetColors(int selector, COLORREF* table) {
   return 1;
 }
 
+void FollowDesktopColors(COLORREF* table, COLORREF* defaults) {
+  COLORREF now[kColorSlots] = {};
+  ResetColors(COLORS_WINDOW, now);
+  for (int slot = 0; slot < kWindowColors; ++slot) {
+    if (table[slot] == defaults[slot]) table[slot] = now[slot];
+    defaults[slot] = now[slot];
+  }
+}
+
 int LoadWindowColors(const char* profile, const char* section) {
   return LoadColors(profile, section, COLORS_WINDOW, kWindowOrder);
 }

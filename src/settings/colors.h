@@ -72,6 +72,10 @@ extern COLORREF ColorTable[kColorSlots];
 inline constexpr int COLORS_WINDOW = -1;
 inline constexpr int COLORS_PRINT = -2;
 
+// The desktop's colors have changed: the window colors of `table` that are still what `defaults` says become
+// the defaults of this moment, and so does `defaults`.
+void FollowDesktopColors(COLORREF* table, COLORREF* defaults);
+
 // Load and save of a group in a section of the profile: the slots of ColorTable, as decimal numbers. A key
 // is written only for a slot that differs from its default of this moment, and deleted else, so that a color
 // left at the desktop's own goes on following it; a load gives every slot of the group a value. A load gives

@@ -126,6 +126,10 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
     case WM_ERASEBKGND:
       if (FileIsOpen()) return 1;
       break;
+    case WM_SYSCOLORCHANGE:
+      FollowDesktopColors(ColorTable, MainState.DesktopColors);
+      RepaintWindow();
+      return 0;
     case WM_KEYDOWN:
       if (KeyDown(wParam)) return 0;
       break;

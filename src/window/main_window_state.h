@@ -88,6 +88,7 @@ struct MainWindowState : Settings, CommandLineWords {
   HFONT ViewFont = nullptr;
   std::int32_t FontIsStock = 0;  // ViewFont must not be deleted
   std::int32_t AlwaysOnTop = 0;
+  COLORREF DesktopColors[kColorSlots] = {};  // the window colors' defaults when they were last asked for
 };
 
 extern MainWindowState MainState;

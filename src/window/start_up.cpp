@@ -43,6 +43,7 @@ void SettleOptions(const char* commandLine) {
   ReadAdvancedKeys(state.ProfilePath, state);
   ReadCommandLine(commandLine);
   ResetColors(COLORS_WINDOW, ColorTable);
+  ResetColors(COLORS_WINDOW, state.DesktopColors);
   ResetColors(COLORS_PRINT, ColorTable);
   if (state.Letter('V') != 'V') LoadDefaults(state);
   if (state.SetupSection[0] != '\0') LoadSetup(state.SetupSection, nullptr, state);

@@ -88,6 +88,20 @@ TEST(ColorDialog, ResetsOneOrAll) {
   ResetColors(COLORS_PRINT, ColorTable);
 }
 
+TEST(Colors, FollowTheDesktopButForThoseTheUserChose) {
+  Viewer viewer({"-D"});
+  const COLORREF light = ColorTable[WindowBgnd];
+  ColorTable[TagBgnd] = RGB(9, 9, 9);
+  platform_testing::SetDesktopDark(true);
+  viewer.Pump();
+  EXPECT_LT(ColorTable[WindowBgnd], light);
+  EXPECT_EQ(ColorTable[WindowBgnd], GetSysColor(COLOR_WINDOW));
+  EXPECT_EQ(ColorTable[TagBgnd], RGB(9, 9, 9));
+  platform_testing::SetDesktopDark(false);
+  viewer.Pump();
+  EXPECT_EQ(ColorTable[WindowBgnd], light);
+}
+
 TEST(FreezeColumnsDialog, TakesTheColumnFromTheCaret) {
   const ScratchFile file("one\ttwo \x01\x80 three\n" + NumberedLines(100));
   Viewer viewer({file.Path()});

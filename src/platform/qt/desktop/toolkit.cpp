@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <QApplication>
+#include <QEvent>
 #include <QSocketNotifier>
 #include <QStyleFactory>
 #include <csignal>
@@ -74,6 +75,21 @@ void TakeDesktopColors() {
   take(COLOR_HIGHLIGHTTEXT, QPalette::HighlightedText);
 }
 
+// The desktop has changed its colors, as from day to night.
+class PaletteWatch : public QObject {
+ public:
+  using QObject::QObject;
+  bool eventFilter(QObject* object, QEvent* event) override {
+    if (object == QCoreApplication::instance() && event->type() == QEvent::ApplicationPaletteChange) {
+      TakeDesktopColors();
+      for (MainWindow* window : MainWindows()) {
+        PostMessageA(window, WM_SYSCOLORCHANGE, 0, 0);
+      }
+    }
+    return false;
+  }
+};
+
 // Signals that end a process close the windows instead, so that everything goes its orderly way. They are
 // blocked in all threads and read from a descriptor: one that were delivered to a thread whose read hangs
 // would wait as long as the read.
@@ -129,6 +145,7 @@ void StartToolkit(const char* programName) {
   QGuiApplication::setDesktopFileName(QStringLiteral("quorl"));
   QApplication::setQuitOnLastWindowClosed(false);
   TakeDesktopColors();
+  toolkit->application->installEventFilter(new PaletteWatch(toolkit->application.get()));
 }
 
 void StopToolkit() {

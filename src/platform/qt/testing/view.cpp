@@ -1,10 +1,13 @@
 #include "platform/testing.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPainter>
+#include <QPalette>
 #include <QPixmap>
+#include <QStyle>
 #include <cassert>
 
 #include "platform/qt/base/hooks.h"
@@ -150,6 +153,10 @@ std::string Caption(HWND window) {
 
 bool WaitCursorShown(HWND window) {
   return window->widget->cursor().shape() == Qt::WaitCursor;
+}
+
+void SetDesktopDark(bool dark) {
+  QApplication::setPalette(dark ? QPalette(QColor(40, 40, 40)) : QApplication::style()->standardPalette());
 }
 
 }  // namespace platform_testing
