@@ -84,3 +84,21 @@ GoToTarget GoToTargetOf(const GoToAnswer& answer, FilePos fileLength) {
       return {};
   }
 }
+
+FilePos PositionOfShare(FilePos length, std::int64_t part, std::int64_t whole) {
+  const auto divisor = static_cast<std::uint64_t>(whole);
+  const auto factor = static_cast<std::uint64_t>(part);
+  if (factor >= divisor) return length;
+  // Bit by bit: `quotient` and `rest` are those of the bits of the length seen so far, times `part`.
+  std::uint64_t quotient = 0;
+  std::uint64_t rest = 0;
+  for (int bit = 62; bit >= 0; --bit) {
+    quotient *= 2;
+    rest *= 2;
+    if (rest >= divisor) rest -= divisor, ++quotient;
+    if ((length >> bit & 1) == 0) continue;
+    rest += factor;
+    if (rest >= divisor) rest -= divisor, ++quotient;
+  }
+  return static_cast<FilePos>(quotient);
+}

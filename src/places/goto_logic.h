@@ -61,3 +61,7 @@ inline constexpr const char* kInvalidPageText = "Invalid page number.";
 
 // Turns the answer into a move in a file of `fileLength` bytes.
 [[nodiscard]] GoToTarget GoToTargetOf(const GoToAnswer& answer, FilePos fileLength);
+
+// `length` * `part` / `whole`, rounded down, without a product that needs more than 64 bits. 0 <= part <=
+// whole, and whole is at least 1.
+[[nodiscard]] FilePos PositionOfShare(FilePos length, std::int64_t part, std::int64_t whole);

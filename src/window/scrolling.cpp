@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "engine/view_moves.h"
+#include "places/goto_logic.h"
 #include "platform/scroll.h"
 #include "resources/command_ids.h"
 #include "window/main_window_state.h"
@@ -15,8 +16,6 @@
 #include "window/watch.h"
 
 namespace {
-
-__extension__ using Wide = unsigned __int128;
 
 // An Esc that comes so soon behind one that ended something else is meant for that.
 constexpr std::chrono::milliseconds kGrace{500};
@@ -38,8 +37,7 @@ FilePos ThumbPosition() {
   const std::int64_t top = ScrollBarTop(MainState.MainWindow, SB_VERT);
   if (top <= 0) return 0;
   const std::int64_t thumb = std::clamp<std::int64_t>(ScrollBarThumb(MainState.MainWindow, SB_VERT), 0, top);
-  const Wide product = static_cast<Wide>(thumb) * static_cast<Wide>(MainState.File.Flen);
-  return static_cast<FilePos>(product / static_cast<Wide>(top));
+  return PositionOfShare(MainState.File.Flen, thumb, top);
 }
 
 void SetOffset(std::int32_t offset) {

@@ -76,4 +76,16 @@ TEST(GoTo, AnswerAndTarget) {
   }
 }
 
+TEST(Places, TheShareOfAnyLength) {
+  const FilePos most = INTPTR_MAX;
+  for (const FilePos length : {FilePos{0}, FilePos{1}, FilePos{1000}, FilePos{1} << 40, most}) {
+    EXPECT_EQ(PositionOfShare(length, 0, 7), 0);
+    EXPECT_EQ(PositionOfShare(length, 7, 7), length);
+    EXPECT_EQ(PositionOfShare(length, 1, 2), length / 2);
+    EXPECT_EQ(PositionOfShare(length, most - 1, most),
+              length == most ? most - 1 : std::max<FilePos>(length - 1, 0));
+  }
+  EXPECT_EQ(PositionOfShare(1000, 333, 1001), 332);
+}
+
 }  // namespace
