@@ -66,7 +66,7 @@ class DropFilter : public QObject {
   void Post(std::vector<std::string> paths) {
     auto drop = std::make_unique<HDROP__>(HDROP__{std::move(paths)});
     if (PostMessageA(owner_, WM_DROPFILES, reinterpret_cast<WPARAM>(drop.get()), 0) != FALSE) {
-      drop.release();  // DragFinish deletes it
+      static_cast<void>(drop.release());  // DragFinish deletes it
     }
   }
 
