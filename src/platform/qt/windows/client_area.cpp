@@ -52,7 +52,10 @@ void ClientArea::NoteSeen() {
 // In a layout without Latin letters the toolkit finds no access key: the pull-down goes by the key's place.
 void ClientArea::OpenPullDown(int letter) {
   auto* const bar = window()->findChild<QMenuBar*>();
-  for (QAction* const action : bar != nullptr ? bar->actions() : QList<QAction*>()) {
+  if (bar == nullptr) {
+    return;
+  }
+  for (QAction* const action : bar->actions()) {
     const QString text = action->text();
     const qsizetype mark = text.indexOf(u'&');
     if (mark >= 0 && mark + 1 < text.size() && text.at(mark + 1).toUpper() == QChar(letter)) {
