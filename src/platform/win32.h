@@ -331,6 +331,12 @@ HWND SetCapture(HWND window);
 BOOL ReleaseCapture();
 inline constexpr UINT SPI_GETWHEELSCROLLLINES = 0x0068;
 BOOL SystemParametersInfoA(UINT action, UINT param, void* result, UINT flags);
+// The rectangle around all screens, in the pixels that CreateWindowExA counts in.
+inline constexpr int SM_XVIRTUALSCREEN = 76;
+inline constexpr int SM_YVIRTUALSCREEN = 77;
+inline constexpr int SM_CXVIRTUALSCREEN = 78;
+inline constexpr int SM_CYVIRTUALSCREEN = 79;
+int GetSystemMetrics(int index);
 
 // Accelerators. An entry without FVIRTKEY matches WM_CHAR by character; one with it matches WM_KEYDOWN by
 // key and by the exact set of FSHIFT, FCONTROL and FALT.
