@@ -618,7 +618,7 @@ BOOL CharToOemBuffA(LPCSTR source, LPSTR target, DWORD count);
 // A profile file holds sections of keys. Sections and keys are found without regard to ASCII case and to
 // blanks around them; blanks around a value, and then one pair of like quotes around it, are not part of it.
 // Of names that stand twice the first counts. Section and key are never null in a read. A file that is
-// missing, unreadable, no regular file, UTF-16 or longer than 16 MB reads as empty, and is never written over
+// missing, unreadable, no regular file, UTF-16 or longer than 1 MB reads as empty, and is never written over
 // unless it is missing. Text is bytes; a value is read up to a NUL. A name without a directory lies in the
 // user's settings folder (see SettingsPath), which is created by the first save.
 
