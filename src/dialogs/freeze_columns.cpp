@@ -5,6 +5,7 @@
 #include "dialogs/dialog.h"
 #include "dialogs/fields.h"
 #include "resources/dialogs/freeze_columns_dialog.h"
+#include "settings/format_options.h"
 
 namespace {
 
@@ -14,7 +15,6 @@ namespace ids = freeze_columns_dialog;
 // control has moved its caret.
 constexpr UINT WM_SCALE_CLICK = 1759;
 
-constexpr int kMostFrozen = 255;
 constexpr const char* kRuler =
     "....+....1....+....2....+....3....+....4....+....5....+....6....+....7....+....8";
 constexpr int kScales[] = {ids::kSample, ids::kRuler};

@@ -332,6 +332,12 @@ HWND SetCapture(HWND window);
 BOOL ReleaseCapture();
 inline constexpr UINT SPI_GETWHEELSCROLLLINES = 0x0068;
 BOOL SystemParametersInfoA(UINT action, UINT param, void* result, UINT flags);
+// The rectangle around all screens, in the pixels that CreateWindowExA counts in.
+inline constexpr int SM_XVIRTUALSCREEN = 76;
+inline constexpr int SM_YVIRTUALSCREEN = 77;
+inline constexpr int SM_CXVIRTUALSCREEN = 78;
+inline constexpr int SM_CYVIRTUALSCREEN = 79;
+int GetSystemMetrics(int index);
 
 // Accelerators. An entry without FVIRTKEY matches WM_CHAR by character; one with it matches WM_KEYDOWN by
 // key and by the exact set of FSHIFT, FCONTROL and FALT.
@@ -613,7 +619,7 @@ BOOL CharToOemBuffA(LPCSTR source, LPSTR target, DWORD count);
 // A profile file holds sections of keys. Sections and keys are found without regard to ASCII case and to
 // blanks around them; blanks around a value, and then one pair of like quotes around it, are not part of it.
 // Of names that stand twice the first counts. Section and key are never null in a read. A file that is
-// missing, unreadable, no regular file, UTF-16 or longer than 16 MB reads as empty, and is never written over
+// missing, unreadable, no regular file, UTF-16 or longer than 1 MB reads as empty, and is never written over
 // unless it is missing. Text is bytes; a value is read up to a NUL. A name without a directory lies in the
 // user's settings folder (see SettingsPath), which is created by the first save.
 

@@ -23,8 +23,8 @@ int LoadColors(const char* profile, const char* section, int group, std::span<co
   ResetColors(group, defaults);
   for (const ColorSlot slot : order) {
     const auto absent = static_cast<std::int32_t>(defaults[slot]);
-    ColorTable[slot] =
-        static_cast<COLORREF>(ReadProfileInt(profile, section, kColorSlotInfos[slot].key, absent));
+    const std::int32_t value = ReadProfileInt(profile, section, kColorSlotInfos[slot].key, absent);
+    ColorTable[slot] = static_cast<COLORREF>(value) & kMostColor;
   }
   return 1;
 }

@@ -66,6 +66,9 @@ inline constexpr ColorSlotInfo kColorSlotInfos[] = {
 };
 static_assert(std::size(kColorSlotInfos) == kColorSlots);
 
+// Colors are 0 to this; of a number in the profile, the bits above it do not count.
+inline constexpr COLORREF kMostColor = 0xFFFFFF;
+
 extern COLORREF ColorTable[kColorSlots];
 
 // Selectors of ResetColors beside the single slots.

@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 #include <string>
+#include <string_view>
+#include <type_traits>
 
 #include "engine/text_format.h"
 #include "platform/profile_batch.h"
@@ -24,32 +27,105 @@ void LoadWord(const char* profile, const char* section, int format, FormatOption
   options.StoredFlags[format] = static_cast<ViewOptions>(ReadProfileInt(profile, section, key.c_str(), 0));
 }
 
-// A negative number counts as a large one.
-std::int32_t BoundUnsigned(std::int32_t value, std::int32_t most) {
-  return value < 0 ? most : std::min(value, most);
+using Reading = FormatNumber::Reading;
+constexpr std::int32_t kLowest = std::numeric_limits<std::int32_t>::min();
+constexpr std::int32_t kHighest = std::numeric_limits<std::int32_t>::max();
+
+// How a number stands in a field of the record.
+template <auto Field>
+std::int32_t Get(const FormatOptions& options) {
+  return options.*Field;
+}
+template <auto Field>
+void Set(FormatOptions& options, std::int32_t value) {
+  options.*Field = static_cast<std::remove_reference_t<decltype(options.*Field)>>(value);
+}
+using Options = FormatOptions;
+
+constexpr FormatNumber kNumbers[] = {
+    {"Format", kFormatText, 0, kFormats - 1, Reading::negativeIsLarge, Get<&Options::FormatIndex>,
+     Set<&Options::FormatIndex>},
+    {"CharCode", kCodeAnsi, 0, kNoCode, Reading::negativeIsLarge, Get<&Options::CharCode>,
+     Set<&Options::CharCode>},
+    {"LineLength", 127, 8, kLongestLine, Reading::nearest, Get<&Options::LineLength>,
+     Set<&Options::LineLength>},
+    {"TabLength", 8, 1, 255, Reading::nearest, [](const Options&) { return TextTabLength; },
+     [](Options&, std::int32_t value) { TextTabLength = value; }},
+    {"VertScroll", kBarWhenNeeded, kBarNever, kBarWhenNeeded, Reading::lowByte, Get<&Options::VertScroll>,
+     Set<&Options::VertScroll>},
+    {"HorzScroll", kBarNever, kBarNever, kBarWhenNeeded, Reading::lowByte, Get<&Options::HorzScroll>,
+     Set<&Options::HorzScroll>},
+    {"EscExit", 0, kLowest, kHighest, Reading::nearest, Get<&Options::EscExit>, Set<&Options::EscExit>},
+    {"SavePos", 0, kLowest, kHighest, Reading::nearest, Get<&Options::SavePos>, Set<&Options::SavePos>},
+    // The font's text has its place here.
+    {"FontWeight", 0, 0, 900, Reading::nearest,
+     [](const Options& options) { return static_cast<std::int32_t>(options.ViewLogFont.lfWeight); },
+     [](Options& options, std::int32_t value) { options.ViewLogFont.lfWeight = value; }},
+    {"FontItalic", 0, -128, 127, Reading::lowByte,
+     [](const Options& options) { return std::int32_t{options.ViewLogFont.lfItalic}; },
+     [](Options& options, std::int32_t value) { options.ViewLogFont.lfItalic = static_cast<BYTE>(value); }},
+    {"FreezeColumns", 0, 0, kMostFrozen, Reading::nearest, Get<&Options::FrozenColumns>,
+     Set<&Options::FrozenColumns>},
+};
+constexpr const char* kNumberBehindFont = "FontWeight";
+
+std::int32_t Bounded(const FormatNumber& number, std::int32_t value) {
+  if (number.reading == Reading::lowByte) value = static_cast<std::int8_t>(value);
+  if (number.reading == Reading::negativeIsLarge && value < 0) return number.most;
+  return std::clamp(value, number.least, number.most);
 }
 
-std::int8_t BarMode(std::int32_t value) {
-  return std::clamp(static_cast<std::int8_t>(value), kBarNever, kBarWhenNeeded);
+// The longest beginning of UTF-8 text with at most `most` bytes that cuts no character.
+std::string_view WholeCharacters(std::string_view text, std::size_t most) {
+  if (text.size() <= most) return text;
+  while (most > 0 && (static_cast<unsigned char>(text[most]) & 0xC0) == 0x80)
+    --most;
+  return text.substr(0, most);
 }
 
-// Splits "face,points". The face ends at the first comma or at a byte outside ASCII.
+// Splits "face,points". The face ends at the first comma.
 void LoadFont(const char* profile, const char* section, FormatOptions& options) {
   const std::string text = ReadProfileText(profile, section, "Font", "Courier New,10", kLongestText);
-  std::size_t end = 0;
-  while (end < text.size() && text[end] != ',' && static_cast<unsigned char>(text[end]) < 128)
-    ++end;
+  const std::string_view face = std::string_view(text).substr(0, text.find(','));
   std::fill(std::begin(options.FontFace), std::end(options.FontFace), '\0');
-  text.copy(options.FontFace, std::min(end, sizeof options.FontFace - 1));
+  WholeCharacters(face, sizeof options.FontFace - 1).copy(options.FontFace, sizeof options.FontFace - 1);
 
-  const std::size_t comma = text.find(',', end);
-  if (comma != std::string::npos) {
+  if (face.size() < text.size()) {
     std::size_t digits = 0;
-    const std::int32_t points = LeadingNumber(text.substr(comma + 1), &digits);
-    if (digits > 0) options.FontPoints = std::clamp(points, 1, 240);
+    const std::int32_t points = LeadingNumber(text.substr(face.size() + 1), &digits);
+    if (digits > 0) options.FontPoints = std::clamp(points, kLeastPoints, kMostPoints);
   }
   std::copy(std::begin(options.FontFace), std::end(options.FontFace), options.ViewLogFont.lfFaceName);
   options.ViewLogFont.lfHeight = options.FontPoints;
+}
+
+void WriteFont(const char* profile, const char* section, const FormatOptions& options) {
+  WriteProfileText(profile, section, "Font",
+                   std::string(options.FontFace) + ',' + std::to_string(options.FontPoints));
+}
+
+void WriteFormat(const char* profile, const char* section, const FormatOptions& options, const RECT* window) {
+  for (int format = 0; format < kFormats; ++format)
+    WriteProfileInt(profile, section, WordKey(format).c_str(), options.StoredFlags[format]);
+  for (const FormatNumber& number : kNumbers) {
+    if (std::string_view(number.key) == kNumberBehindFont) WriteFont(profile, section, options);
+    WriteProfileInt(profile, section, number.key, number.get(options));
+  }
+  if (options.SavePos != 0 && window != nullptr) {
+    const std::string height = std::to_string(window->bottom - window->top);
+    const std::string width = std::to_string(window->right - window->left);
+    WriteProfileText(
+        profile, section, "WindowPos",
+        std::to_string(window->top) + ',' + std::to_string(window->left) + ',' + height + ',' + width);
+  }
+}
+
+// One side of a rectangle, fitted into the screen's.
+void FitSide(LONG from, LONG to, std::int32_t& start, std::int32_t& size) {
+  const std::int64_t room = std::max<std::int64_t>(std::int64_t{to} - from, 1);
+  const std::int64_t fits = std::min<std::int64_t>(std::max(size, kLeastSide), room);
+  start = static_cast<std::int32_t>(std::clamp<std::int64_t>(start, from, from + room - fits));
+  size = static_cast<std::int32_t>(fits);
 }
 
 }  // namespace
@@ -63,70 +139,36 @@ void ApplyCharCode(FormatOptions& options) {
   apply(options.FormatFlags);
 }
 
+std::span<const FormatNumber> FormatNumbers() {
+  return kNumbers;
+}
+
 void LoadFormat(const char* profile, const char* section, FormatOptions& options) {
-  const auto number = [profile, section](const char* key, std::int32_t absent) {
-    return ReadProfileInt(profile, section, key, absent);
-  };
   for (int format = 0; format < kFormats; ++format)
     LoadWord(profile, section, format, options);
   options.StoredFlags[kFormatText] |= VO_FORMFEED;
-  options.FormatIndex = BoundUnsigned(number("Format", kFormatText), kFormats - 1);
-  options.FormatFlags = options.StoredFlags[options.FormatIndex];
-
-  options.CharCode = BoundUnsigned(number("CharCode", kCodeAnsi), kNoCode);
-  options.LineLength = std::max(number("LineLength", 127), 8);
-  TextTabLength = std::clamp(number("TabLength", 8), 1, 255);
-  options.VertScroll = BarMode(number("VertScroll", kBarWhenNeeded));
-  options.HorzScroll = BarMode(number("HorzScroll", kBarNever));
-
   LoadFont(profile, section, options);
-  options.ViewLogFont.lfWeight = std::clamp(number("FontWeight", 0), 0, 900);
-  options.ViewLogFont.lfItalic = static_cast<BYTE>(number("FontItalic", 0) & 0xFF);
-
-  options.EscExit = number("EscExit", 0);
-  options.SavePos = number("SavePos", 0);
-  options.FrozenColumns = number("FreezeColumns", 0);
+  for (const FormatNumber& number : kNumbers)
+    number.set(options, Bounded(number, ReadProfileInt(profile, section, number.key, number.absent)));
+  options.FormatFlags = options.StoredFlags[options.FormatIndex];
   ApplyCharCode(options);
 }
 
 void LoadWindowPos(const char* profile, const char* section, FormatOptions& options) {
-  const std::string one = std::to_string(CW_USEDEFAULT);
-  const std::string absent = one + ',' + one + ',' + one + ',' + one;
-  std::string rest = ReadProfileText(profile, section, "WindowPos", absent.c_str(), kLongestText);
+  std::string rest = ReadProfileText(profile, section, "WindowPos", "", kLongestText);
   for (std::int32_t* const field : {&options.WindowY, &options.WindowX, &options.WindowH, &options.WindowW}) {
     *field = LeadingNumber(rest);
     const std::size_t comma = rest.find(',');
     rest = comma == std::string::npos ? "" : rest.substr(comma + 1);
   }
+  if (options.WindowW > 0 && options.WindowH > 0) return;
+  options.WindowX = options.WindowY = options.WindowW = options.WindowH = CW_USEDEFAULT;
 }
 
-void WriteFormat(const char* profile, const char* section, const FormatOptions& options, const RECT* window) {
-  const auto write = [profile, section](const char* key, std::int64_t value) {
-    WriteProfileInt(profile, section, key, value);
-  };
-  for (int format = 0; format < kFormats; ++format) {
-    write(WordKey(format).c_str(), options.StoredFlags[format]);
-  }
-  write("Format", options.FormatIndex);
-  write("CharCode", options.CharCode);
-  write("LineLength", options.LineLength);
-  write("TabLength", TextTabLength);
-  write("VertScroll", options.VertScroll);
-  write("HorzScroll", options.HorzScroll);
-  write("EscExit", options.EscExit);
-  write("SavePos", options.SavePos);
-  WriteProfileText(profile, section, "Font",
-                   std::string(options.FontFace) + ',' + std::to_string(options.FontPoints));
-  write("FontWeight", options.ViewLogFont.lfWeight);
-  write("FontItalic", options.ViewLogFont.lfItalic);
-  write("FreezeColumns", options.FrozenColumns);
-  if (options.SavePos != 0 && window != nullptr) {
-    const std::string height = std::to_string(window->bottom - window->top);
-    const std::string width = std::to_string(window->right - window->left);
-    WriteProfileText(
-        profile, section, "WindowPos",
-        std::to_string(window->top) + ',' + std::to_string(window->left) + ',' + height + ',' + width);
-  }
+void FitWindowTo(const RECT& screen, FormatOptions& options) {
+  if (options.WindowW == CW_USEDEFAULT) return;
+  FitSide(screen.left, screen.right, options.WindowX, options.WindowW);
+  FitSide(screen.top, screen.bottom, options.WindowY, options.WindowH);
 }
 
 FileError SaveFormat(const char* profile, const char* section, const FormatOptions& options,

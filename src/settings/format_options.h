@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "engine/view_records.h"
 #include "platform/file.h"
@@ -58,6 +59,27 @@ struct FormatOptions {
   std::int32_t WindowH = 0;
 };
 
+// The numbers of the group, in the order of their keys in the profile. Number 0 to 2 of the option words come
+// in front of them, and take any 32 bits.
+struct FormatNumber {
+  // What becomes of a number out of the bounds. All but the first look at the number in another way before.
+  enum class Reading : std::uint8_t { nearest, negativeIsLarge, lowByte };
+  const char* key;
+  std::int32_t absent;
+  std::int32_t least, most;
+  Reading reading;
+  std::int32_t (*get)(const FormatOptions& options);
+  void (*set)(FormatOptions& options, std::int32_t value);
+};
+[[nodiscard]] std::span<const FormatNumber> FormatNumbers();
+
+// Bounds of the numbers within texts: the points of the font, and the sides of the window.
+inline constexpr std::int32_t kLeastPoints = 1;
+inline constexpr std::int32_t kMostPoints = 240;
+inline constexpr std::int32_t kLeastSide = 64;  // pixels
+
+inline constexpr std::int32_t kMostFrozen = 255;  // columns
+
 // Writes CharCode into all four option words: VO_ASCII and VO_EBCDIC go, and the one it names comes.
 void ApplyCharCode(FormatOptions& options);
 
@@ -66,8 +88,12 @@ void ApplyCharCode(FormatOptions& options);
 // keeps what it holds. The text word gains VO_FORMFEED. Also sets the tab length of the text format.
 void LoadFormat(const char* profile, const char* section, FormatOptions& options);
 
-// Reads the window's rectangle; absent, the system places the window.
+// Reads the window's rectangle. Where it is absent, or has no size, the system places the window.
 void LoadWindowPos(const char* profile, const char* section, FormatOptions& options);
+
+// Moves and sizes the window's rectangle so that all of it lies within `screen`, and it is no smaller than
+// kLeastSide. What the system is to choose stays so.
+void FitWindowTo(const RECT& screen, FormatOptions& options);
 
 // Writes the group. The rectangle of the window is written only when one is given and SavePos is set. 0, or
 // why it failed.

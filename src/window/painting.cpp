@@ -36,6 +36,12 @@ void DrawRule(HDC dc, int style, int fromX, int fromY, int toX, int toY) {
   DeleteObject(pen);
 }
 
+// A distance that a rectangle can hold, with room for the few pixels that are added to it.
+int Pixels(std::int64_t distance) {
+  constexpr std::int64_t kFar = std::int64_t{1} << 30;
+  return static_cast<int>(std::clamp(distance, -kFar, kFar));
+}
+
 // One paint: what is the same for all its rows.
 class Painter {
  public:
@@ -43,7 +49,7 @@ class Painter {
       : dc_(paint.hdc),
         paint_(paint.rcPaint),
         frozen_(std::max(MainState.FrozenColumns, 0)),
-        frozenWidth_(frozen_ != 0 ? frozen_ * MainState.CharWidth + kFrozenRule : 0),
+        frozenWidth_(frozen_ != 0 ? Pixels(std::int64_t{frozen_} * MainState.CharWidth + kFrozenRule) : 0),
         brush_(CreateSolidBrush(ColorTable[Background])) {}
   ~Painter() { DeleteObject(brush_); }
   Painter(const Painter&) = delete;
@@ -76,7 +82,8 @@ class Painter {
 
 Painter::RowText Painter::SplitLine(const LineEntry& line, const char* text) const {
   const std::string_view whole(text + line.Ltext, static_cast<std::size_t>(std::max(line.Llen, 0)));
-  const std::size_t skip = static_cast<std::size_t>(std::max(frozen_ + MainState.HorzOffset, 0));
+  const auto skip =
+      static_cast<std::size_t>(std::max<std::int64_t>(std::int64_t{frozen_} + MainState.HorzOffset, 0));
   return {whole.substr(0, static_cast<std::size_t>(frozen_)), whole.substr(std::min(skip, whole.size()))};
 }
 
@@ -111,10 +118,11 @@ int Painter::TextEnd(const LineEntry& line, std::string_view scrolling) {
   const MainWindowState& state = MainState;
   SIZE size{};
   GetTextExtentPointA(dc_, scrolling.data(), static_cast<int>(scrolling.size()), &size);
-  int width = std::max((state.PadLineLength - frozen_ - state.HorzOffset) * state.CharWidth,
-                       static_cast<int>(size.cx));
+  const std::int64_t padded =
+      (std::int64_t{state.PadLineLength} - frozen_ - state.HorzOffset) * state.CharWidth;
+  std::int64_t width = std::max<std::int64_t>(padded, size.cx);
   if ((line.Lflags & LF_PAGEGAP) != 0) width = 0;
-  const int end = width + frozenWidth_;
+  const int end = Pixels(width + frozenWidth_);
   return end > 0 ? end + 2 : end;
 }
 

@@ -50,6 +50,15 @@ void SettleOptions(const char* commandLine) {
   ApplyOptionLetters(state, state, state);
 }
 
+// The screens may be others than those that the rectangle was saved on.
+void FitWindow() {
+  const int x = GetSystemMetrics(SM_XVIRTUALSCREEN);
+  const int y = GetSystemMetrics(SM_YVIRTUALSCREEN);
+  const int width = GetSystemMetrics(SM_CXVIRTUALSCREEN);
+  const int height = GetSystemMetrics(SM_CYVIRTUALSCREEN);
+  FitWindowTo({x, y, x + width, y + height}, MainState);
+}
+
 std::optional<int> Refuse(const char* text, int exitCode) {
   MessageBeep(MB_ICONHAND);
   MessageBoxA(nullptr, text, nullptr, MB_ICONHAND);
@@ -95,6 +104,7 @@ std::optional<int> StartProgram(HINSTANCE instance, HINSTANCE previous, const ch
   state.WaitCursor = LoadCursorA(nullptr, IDC_WAIT);
   SettleOptions(commandLine);
   if (previous == nullptr && !RegisterMainClass()) return Refuse("Cannot register class", kExitNoClass);
+  FitWindow();
   constexpr DWORD style = WS_OVERLAPPEDWINDOW | WS_VSCROLL | WS_HSCROLL | WS_CLIPCHILDREN;
   const HWND window =
       CreateWindowExA(0, kClassName, kProgramName, style, state.WindowX, state.WindowY, state.WindowW,

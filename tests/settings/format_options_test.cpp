@@ -28,8 +28,8 @@ TEST(LoadFormat, BoundsEachNumber) {
        "FontItalic=1\nFreezeColumns=5",
        {1, 2, 9, 4, 1, 2, 700, 1, 5}},
       {"Format=3\nCharCode=99\nLineLength=100000\nTabLength=300\nVertScroll=3\nHorzScroll=258\n"
-       "FontWeight=901\nFontItalic=256",
-       {2, 3, 100000, 255, 2, 2, 900, 0, 0}},
+       "FontWeight=901\nFontItalic=256\nFreezeColumns=256",
+       {2, 3, 32767, 255, 2, 2, 900, 0, 255}},
       {"Format=-1\nCharCode=-1\nLineLength=3\nTabLength=0\nVertScroll=-1\nHorzScroll=200\nFontWeight=-1\n"
        "FontItalic=257",
        {2, 3, 8, 1, 0, 0, 0, 1, 0}}};
@@ -56,14 +56,20 @@ TEST(LoadFormat, SplitsTheFont) {
                {"Mono, 500pt", "Mono", 240},
                {"Mono,-3", "Mono", 1},
                {"Mono,11,7", "Mono", 11},
-               {"Mon\xC3\xB6,9", "Mon", 9},
-               {longFace + ",14", longFace.substr(0, 31), 14}};
+               {"M\xC3\xB6n\xC3\xB6,9", "M\xC3\xB6n\xC3\xB6", 9},
+               {longFace + ",14", longFace.substr(0, 31), 14},
+               {longFace.substr(0, 29) + "\xE2\x82\xAC,14", longFace.substr(0, 29), 14}};
   for (const auto& c : cases) {
     const FormatOptions options = Loaded("Font=" + c.value);
     EXPECT_EQ(options.FontFace, c.face) << c.value;
     EXPECT_EQ(options.ViewLogFont.lfFaceName, c.face) << c.value;
     EXPECT_EQ(options.FontPoints, c.points) << c.value;
     EXPECT_EQ(options.ViewLogFont.lfHeight, c.points) << c.value;
+    const ScratchFolder folder;
+    const std::string saved = folder.Path("p.ini");
+    EXPECT_EQ(SaveFormat(saved.c_str(), "S", options, nullptr), 0);
+    EXPECT_NE(ContentOf(saved).find("Font=" + c.face + ',' + std::to_string(c.points) + '\n'),
+              std::string::npos);
   }
 }
 
@@ -78,16 +84,22 @@ TEST(LoadFormat, TakesTheWordsAndTheCode) {
   EXPECT_EQ(options.FormatFlags, VO_EBCDIC);
 }
 
-TEST(LoadWindowPos, ReadsTopLeftHeightWidth) {
+TEST(WindowPos, IsReadAndFittedToTheScreen) {
   const ScratchFolder folder;
   constexpr std::int32_t kNone = CW_USEDEFAULT;
   const std::pair<const char*, std::vector<std::int32_t>> cases[] = {
-      {"[S]\nWindowPos= -1 , -2,3x,\n", {-2, -1, 0, 3}},
-      {"[S]\nWindowPos=7\n", {0, 7, 0, 0}},
+      {"[S]\nWindowPos= 1 , 12,300x,+400,9\n", {12, 1, 400, 300}},
+      {"[S]\nWindowPos=-1,-2,3,2000000000000\n", {-10, 0, 1000, 64}},
+      {"[S]\nWindowPos=2147483647,2147483647,500,500\n", {490, 100, 500, 500}},
+      {"[S]\nWindowPos=7\n", {kNone, kNone, kNone, kNone}},
+      {"[S]\nWindowPos=0,0,0,0\n", {kNone, kNone, kNone, kNone}},
+      {"[S]\nWindowPos=\n", {kNone, kNone, kNone, kNone}},
+      {"[S]\nWindowPos=here\n", {kNone, kNone, kNone, kNone}},
       {"", {kNone, kNone, kNone, kNone}}};
   for (const auto& [content, position] : cases) {
     FormatOptions options;
     LoadWindowPos(folder.Write("p.ini", content).c_str(), "S", options);
+    FitWindowTo({-10, 0, 990, 600}, options);
     EXPECT_EQ((std::vector{options.WindowX, options.WindowY, options.WindowW, options.WindowH}), position);
   }
 }

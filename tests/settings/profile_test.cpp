@@ -59,7 +59,7 @@ TEST(ReadAdvancedKeys, ReadsAndBounds) {
       (std::vector<int>{keys.DiagMode, keys.MruFiles, keys.MruSearch, keys.FastMouseDelay,
                         keys.FastMouseLines, keys.SlowMouseDelay, keys.SlowMouseLines, keys.PageIndexingDelay,
                         keys.PadPageLength, keys.ShowPageGap, keys.PadLineLength, keys.CuaKeyboard}),
-      (std::vector<int>{1, 0, 7, 1, 0, 1, 0, -1, 60, 1, 132, 0}));
+      (std::vector<int>{1, 0, 7, 1, 0, 1, 0, 0, 60, 1, 132, 0}));
   EXPECT_EQ(keys.DebugFileName, std::string(256, 'd'));
 }
 

@@ -23,8 +23,8 @@ class Viewer {
   static constexpr int kRows = 24;
 
   // Starts the program with a profile of this text, or none, and works the queue off. The window is made to
-  // hold kColumns and kRows.
-  explicit Viewer(std::vector<std::string> words, const std::string& profile = "") {
+  // hold kColumns and kRows, or keeps the size that it starts with.
+  explicit Viewer(std::vector<std::string> words, const std::string& profile = "", bool resize = true) {
     std::filesystem::remove_all(std::getenv("XDG_CONFIG_HOME"));
     if (!profile.empty()) {
       std::filesystem::create_directories(ProfileFile().parent_path());
@@ -33,7 +33,7 @@ class Viewer {
     platform_testing::SetCommandWords(std::move(words));
     EXPECT_EQ(StartProgram(nullptr, nullptr, "", SW_SHOWNORMAL), std::nullopt);
     window_ = MainState.MainWindow;
-    if (!Pump() || IsIconic(window_)) return;
+    if (!Pump() || IsIconic(window_) || !resize) return;
     Resize(kColumns, kRows);
     MainState.FormatWidth = -1;  // else lines keep the length that the first size gave them
     Send(WM_VIEW_LAYOUT);

@@ -10,8 +10,9 @@
 
 #include "platform/file.h"
 
-// A longer file is not a profile: it is not read, and not written either.
-inline constexpr std::size_t kLongestProfile = std::size_t{16} << 20;
+// A longer file is not a profile: it is not read, and not written either. Every key is looked for line by
+// line, so that this is what bounds the time of a start.
+inline constexpr std::size_t kLongestProfile = std::size_t{1} << 20;
 
 enum class ProfileKind {
   Absent,    // no file there, so a first save may create it

@@ -28,11 +28,12 @@ bool IsControl(char16_t character) {
   return character < 0x20 || (character >= 0x7F && character < 0xA0);
 }
 
-// A face name that was cut to the field finds the family it began.
+// A face name that was cut to the field, between two characters, finds the family it began.
 QString FamilyOf(const LOGFONTA& font) {
   const std::size_t length = strnlen(font.lfFaceName, LF_FACESIZE);
   QString family = QString::fromUtf8(font.lfFaceName, static_cast<qsizetype>(length));
-  if (length == LF_FACESIZE - 1 && !QFontDatabase::families().contains(family)) {
+  constexpr std::size_t kLongestCharacter = 4;
+  if (length >= LF_FACESIZE - kLongestCharacter && !QFontDatabase::families().contains(family)) {
     for (const QString& candidate : QFontDatabase::families()) {
       if (candidate.startsWith(family)) {
         return candidate;
