@@ -214,13 +214,11 @@ class Viewer:
                 for window in self.windows()}
 
     def find(self, title):
-        """Waits for a window of this title and makes it `self.window`."""
+        """Waits for a window of this title and makes it `self.window`; of several the one that was made first,
+        as the program's own window and its boxes may have one title."""
 
         def found():
-            for window, name in self.titles().items():
-                if name == title:
-                    return window
-            return None
+            return min((window for window, name in self.titles().items() if name == title), key=int, default=None)
 
         self.window = wait_until(found, f"a window named {title!r} (there are {self.titles()})", self.process)
         return self.window
