@@ -70,7 +70,7 @@ constexpr FormatNumber kNumbers[] = {
 constexpr const char* kNumberBehindFont = "FontWeight";
 
 std::int32_t Bounded(const FormatNumber& number, std::int32_t value) {
-  if (number.reading == Reading::lowByte) value = static_cast<std::int8_t>(value);
+  if (number.reading == Reading::lowByte) value = ((value & 0xFF) ^ 0x80) - 0x80;
   if (number.reading == Reading::negativeIsLarge && value < 0) return number.most;
   return std::clamp(value, number.least, number.most);
 }

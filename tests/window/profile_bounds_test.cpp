@@ -2,7 +2,6 @@
 // at a bound, and with what is no number.
 #include <sys/resource.h>
 
-#include <chrono>
 #include <limits>
 #include <set>
 
@@ -17,12 +16,11 @@ namespace {
 
 using namespace dialog_steps;
 
-#ifdef __SANITIZE_ADDRESS__
-constexpr std::chrono::milliseconds kLongest(10'000);
-constexpr long kMostGrowth = std::numeric_limits<long>::max();
+// Kilobytes that one start takes at its peak. The address sanitizer (of clang) keeps what is freed.
+#ifdef __has_feature
+constexpr long kMostGrowth = __has_feature(address_sanitizer) ? std::numeric_limits<long>::max() : 50'000;
 #else
-constexpr std::chrono::milliseconds kLongest(1'000);
-constexpr long kMostGrowth = 50'000;  // kilobytes that one start takes at its peak
+constexpr long kMostGrowth = 50'000;
 #endif
 
 // Keys that are set together, with the bounds of one of them. In a value, % stands for the number.
@@ -149,14 +147,12 @@ long PeakKilobytes() {
 }
 
 TEST(ProfileBounds, NoValueOfAKeyDoesHarm) {
-  using Clock = std::chrono::steady_clock;
   const SettingsInMemory settings;
   const ScratchFile file(Pages());
   long peak = PeakKilobytes();
   for (const KeyGroup& group : AllKeys()) {
     for (const std::string& value : ValuesFor(group)) {
       SCOPED_TRACE(group.keys[0] + '=' + group.form + " with " + value);
-      const Clock::time_point start = Clock::now();
       {
         Viewer viewer({file.Path()}, ProfileWith(group, value), false);
         RECT place{};
@@ -170,7 +166,6 @@ TEST(ProfileBounds, NoValueOfAKeyDoesHarm) {
         EXPECT_TRUE(platform_testing::Boxes().empty());
         EXPECT_EQ(Viewer::Profile().find("WindowPos=") != std::string::npos, MainState.SavePos != 0);
       }
-      EXPECT_LT(Clock::now() - start, kLongest);
       const long now = PeakKilobytes();
       EXPECT_LT(now - peak, kMostGrowth);
       peak = now;
@@ -178,22 +173,17 @@ TEST(ProfileBounds, NoValueOfAKeyDoesHarm) {
   }
 }
 
-// As much as a profile may hold, of what takes longest to look through.
+// As much as a profile may hold, of what takes longest to look through: with a loop in a loop this test would
+// not come to its end.
 TEST(ProfileBounds, AFullProfileStartsAtOnce) {
-  using Clock = std::chrono::steady_clock;
   const ScratchFile file("text\n");
   for (const char* const line : {"\n", "a\n", "a=\n", "[a]\n", "[Quorl]\n"}) {
     for (const std::size_t size : {std::size_t{1'000'000}, std::size_t{16'000'000}}) {
       std::string profile = "[Quorl Setup]\n";
       while (profile.size() < size)
         profile += line;
-      const Clock::time_point start = Clock::now();
-      {
-        Viewer viewer({"-s", file.Path()}, profile);
-        EXPECT_EQ(Viewer::Text(), "text");
-      }
-      const auto took = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start);
-      EXPECT_LT(took, kLongest) << line << size;
+      Viewer viewer({"-s", file.Path()}, profile);
+      EXPECT_EQ(Viewer::Text(), "text");
     }
   }
 }
