@@ -639,6 +639,19 @@ DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPST
 // no profile can hold, is refused.
 BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPCSTR file);
 
+// --- Settings of the user's country
+// -------------------------------------------------------------------------
+//
+// The section "intl" (whatever its case) alone, made at each call from the locales that the environment
+// names: of numbers the key sDecimal, of measures iMeasure (0 metric, 1 inches), of time sShortDate (a
+// picture of the letters d, M and y and of one separator), iTime (1: 24 hours), iTLzero (1: the hour has two
+// digits), sTime, s1159 and s2359. Texts are UTF-8. An absent key is one of which the locale says nothing, as
+// "C" and "POSIX" never do.
+
+UINT GetProfileIntA(LPCSTR section, LPCSTR key, INT fallback);
+// Cut to `size` - 1 bytes and ended by a NUL; the length copied. A size of 0 copies nothing.
+DWORD GetProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer, DWORD size);
+
 // --- Clipboard ---------------------------------------------------------------------------------------------
 
 using HGLOBAL = HANDLE;
