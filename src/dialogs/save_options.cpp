@@ -1,6 +1,7 @@
 #include "dialogs/save_options.h"
 
 #include "dialogs/dialog.h"
+#include "dialogs/save_error.h"
 #include "resources/dialogs/save_options_dialog.h"
 
 namespace {
@@ -36,14 +37,7 @@ class SaveOptionsDialog : public Dialog {
   void Accept() override {
     const SaveChoice choice = ReadBoxes();
     if (!choice.Any()) return;
-    const FileError error = save_(choice);
-    if (error == 0) {
-      End(1);
-      return;
-    }
-    const std::string text = "Cannot save the options in\n" + profile_ + "\n" + FileErrorText(error) + ".";
-    MessageBeep(MB_ICONHAND);
-    MessageBoxA(Window(), text.c_str(), "Save Options Error", MB_ICONHAND);
+    if (CheckSave(Window(), "options", "Save Options Error", profile_, save_(choice))) End(1);
   }
 
   void Act(int /*control*/, UINT /*notification*/) override { EnableSave(); }

@@ -6,7 +6,7 @@
 
 #include "platform/file.h"
 #include "platform/win32.h"
-#include "settings/setups.h"
+#include "setups/setups.h"
 
 // Runs the dialog. `save` does what was chosen, and gives 0 or why it failed; `profile` is the file that it
 // writes, for the words of the box. The result of the dialog: 1 when it saved.

@@ -639,6 +639,81 @@ DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPST
 // no profile can hold, is refused.
 BOOL WritePrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR value, LPCSTR file);
 
+// --- Settings of the user's country
+// -------------------------------------------------------------------------
+//
+// The section "intl" (whatever its case) alone, made at each call from the locales that the environment
+// names: of numbers the key sDecimal, of measures iMeasure (0 metric, 1 inches), of time sShortDate (a
+// picture of the letters d, M and y and of one separator), iTime (1: 24 hours), iTLzero (1: the hour has two
+// digits), sTime, s1159 and s2359. Texts are UTF-8. An absent key is one of which the locale says nothing, as
+// "C" and "POSIX" never do.
+
+UINT GetProfileIntA(LPCSTR section, LPCSTR key, INT fallback);
+// Cut to `size` - 1 bytes and ended by a NUL; the length copied. A size of 0 copies nothing.
+DWORD GetProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer, DWORD size);
+
+// --- Printers ----------------------------------------------------------------------------------------------
+//
+// Records that describe a printer and how it is to print. Texts are UTF-8.
+
+inline constexpr DWORD DM_ORIENTATION = 0x00000001;
+inline constexpr DWORD DM_PAPERSIZE = 0x00000002;
+inline constexpr DWORD DM_PAPERLENGTH = 0x00000004;
+inline constexpr DWORD DM_PAPERWIDTH = 0x00000008;
+inline constexpr DWORD DM_SCALE = 0x00000010;
+inline constexpr DWORD DM_COPIES = 0x00000100;
+inline constexpr DWORD DM_DEFAULTSOURCE = 0x00000200;
+inline constexpr DWORD DM_PRINTQUALITY = 0x00000400;
+inline constexpr DWORD DM_COLOR = 0x00000800;
+inline constexpr DWORD DM_DUPLEX = 0x00001000;
+inline constexpr DWORD DM_YRESOLUTION = 0x00002000;
+inline constexpr DWORD DM_TTOPTION = 0x00004000;
+inline constexpr int CCHDEVICENAME = 32;
+inline constexpr int CCHFORMNAME = 32;
+struct DEVMODEA {
+  BYTE dmDeviceName[CCHDEVICENAME];
+  WORD dmSpecVersion;
+  WORD dmDriverVersion;
+  WORD dmSize;
+  WORD dmDriverExtra;
+  DWORD dmFields;  // DM_ bits of the fields that count
+  short dmOrientation;
+  short dmPaperSize;
+  short dmPaperLength;  // tenths of a millimetre
+  short dmPaperWidth;
+  short dmScale;
+  short dmCopies;
+  short dmDefaultSource;
+  short dmPrintQuality;  // dots per inch; below 0: a grade
+  short dmColor;
+  short dmDuplex;
+  short dmYResolution;
+  short dmTTOption;
+  short dmCollate;
+  BYTE dmFormName[CCHFORMNAME];
+  WORD dmLogPixels;
+  DWORD dmBitsPerPel;
+  DWORD dmPelsWidth;
+  DWORD dmPelsHeight;
+  DWORD dmDisplayFlags;
+  DWORD dmDisplayFrequency;
+  DWORD dmICMMethod;
+  DWORD dmICMIntent;
+  DWORD dmMediaType;
+  DWORD dmDitherType;
+  DWORD dmReserved1;
+  DWORD dmReserved2;
+  DWORD dmPanningWidth;  // a record with a dmSize of 148 ends before it
+  DWORD dmPanningHeight;
+};
+// Offsets are bytes from the start of the record, behind which the zero-terminated texts stand.
+struct DEVNAMES {
+  WORD wDriverOffset;
+  WORD wDeviceOffset;
+  WORD wOutputOffset;
+  WORD wDefault;
+};
+
 // --- Clipboard ---------------------------------------------------------------------------------------------
 
 using HGLOBAL = HANDLE;

@@ -23,7 +23,7 @@ std::string WordKey(int format) {
 
 void LoadWord(const char* profile, const char* section, int format, FormatOptions& options) {
   const std::string key = WordKey(format);
-  if (ReadProfileText(profile, section, key.c_str(), "", kLongestText).empty()) return;
+  if (!ProfileHolds(profile, section, key.c_str())) return;
   options.StoredFlags[format] = static_cast<ViewOptions>(ReadProfileInt(profile, section, key.c_str(), 0));
 }
 
@@ -73,14 +73,6 @@ std::int32_t Bounded(const FormatNumber& number, std::int32_t value) {
   if (number.reading == Reading::lowByte) value = ((value & 0xFF) ^ 0x80) - 0x80;
   if (number.reading == Reading::negativeIsLarge && value < 0) return number.most;
   return std::clamp(value, number.least, number.most);
-}
-
-// The longest beginning of UTF-8 text with at most `most` bytes that cuts no character.
-std::string_view WholeCharacters(std::string_view text, std::size_t most) {
-  if (text.size() <= most) return text;
-  while (most > 0 && (static_cast<unsigned char>(text[most]) & 0xC0) == 0x80)
-    --most;
-  return text.substr(0, most);
 }
 
 // Splits "face,points". The face ends at the first comma.
@@ -155,12 +147,11 @@ void LoadFormat(const char* profile, const char* section, FormatOptions& options
 }
 
 void LoadWindowPos(const char* profile, const char* section, FormatOptions& options) {
-  std::string rest = ReadProfileText(profile, section, "WindowPos", "", kLongestText);
-  for (std::int32_t* const field : {&options.WindowY, &options.WindowX, &options.WindowH, &options.WindowW}) {
-    *field = LeadingNumber(rest);
-    const std::size_t comma = rest.find(',');
-    rest = comma == std::string::npos ? "" : rest.substr(comma + 1);
-  }
+  const auto numbers = ReadProfileNumbers(profile, section, "WindowPos");
+  options.WindowY = numbers[0];
+  options.WindowX = numbers[1];
+  options.WindowH = numbers[2];
+  options.WindowW = numbers[3];
   if (options.WindowW > 0 && options.WindowH > 0) return;
   options.WindowX = options.WindowY = options.WindowW = options.WindowH = CW_USEDEFAULT;
 }

@@ -5,6 +5,12 @@
 
 #include "platform/win32.h"
 
+namespace {
+
+constexpr std::size_t kLongestNumbers = 255;
+
+}  // namespace
+
 std::int32_t ReadProfileInt(const char* profile, const char* section, const char* key, std::int32_t absent) {
   return static_cast<std::int32_t>(GetPrivateProfileIntA(section, key, absent, profile));
 }
@@ -15,6 +21,21 @@ std::string ReadProfileText(const char* profile, const char* section, const char
   text.resize(
       GetPrivateProfileStringA(section, key, absent, text.data(), static_cast<DWORD>(text.size()), profile));
   return text;
+}
+
+std::array<std::int32_t, 4> ReadProfileNumbers(const char* profile, const char* section, const char* key) {
+  std::array<std::int32_t, 4> numbers{};
+  std::string rest = ReadProfileText(profile, section, key, "", kLongestNumbers);
+  for (std::int32_t& number : numbers) {
+    number = LeadingNumber(rest);
+    const std::size_t comma = rest.find(',');
+    rest = comma == std::string::npos ? "" : rest.substr(comma + 1);
+  }
+  return numbers;
+}
+
+bool ProfileHolds(const char* profile, const char* section, const char* key) {
+  return !ReadProfileText(profile, section, key, "", 1).empty();
 }
 
 void WriteProfileInt(const char* profile, const char* section, const char* key, std::int64_t value) {
@@ -43,4 +64,11 @@ std::int32_t LeadingNumber(const std::string& text, std::size_t* end) {
   using Limits = std::numeric_limits<std::int32_t>;
   return static_cast<std::int32_t>(
       std::clamp<std::int64_t>(negative ? -number : number, Limits::min(), Limits::max()));
+}
+
+std::string_view WholeCharacters(std::string_view text, std::size_t most) {
+  if (text.size() <= most) return text;
+  while (most > 0 && (static_cast<unsigned char>(text[most]) & 0xC0) == 0x80)
+    --most;
+  return text.substr(0, most);
 }

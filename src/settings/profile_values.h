@@ -2,12 +2,22 @@
 // profile file.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 // Signed decimal; `absent` when there is no such key.
 [[nodiscard]] std::int32_t ReadProfileInt(const char* profile, const char* section, const char* key,
                                           std::int32_t absent);
+
+// Four numbers with commas between them, each by the rule of LeadingNumber; those that are missing are 0. Of
+// a value at most 255 bytes count.
+[[nodiscard]] std::array<std::int32_t, 4> ReadProfileNumbers(const char* profile, const char* section,
+                                                             const char* key);
+
+// Whether there is such a key with a value that is not empty.
+[[nodiscard]] bool ProfileHolds(const char* profile, const char* section, const char* key);
 
 // At most `longest` bytes of the value; `absent` when there is no such key.
 [[nodiscard]] std::string ReadProfileText(const char* profile, const char* section, const char* key,
@@ -21,3 +31,6 @@ void DeleteProfileKey(const char* profile, const char* section, const char* key)
 // The decimal number that `text` begins with, behind blanks and a sign, as far as 32 bits hold it; 0 when
 // there is none. `end`, if given, gets the offset behind the last digit, or 0 when there was no digit.
 [[nodiscard]] std::int32_t LeadingNumber(const std::string& text, std::size_t* end = nullptr);
+
+// The longest beginning of UTF-8 text with at most `most` bytes that cuts no character.
+[[nodiscard]] std::string_view WholeCharacters(std::string_view text, std::size_t most);

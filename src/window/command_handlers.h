@@ -10,6 +10,7 @@
 #include "window/go_to.h"
 #include "window/marking.h"
 #include "window/opening.h"
+#include "window/page_setup.h"
 #include "window/save_options.h"
 #include "window/titles.h"
 

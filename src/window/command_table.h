@@ -59,7 +59,7 @@ inline constexpr Command kRows[] = {
     {IDM_OPEN, "open", "&Open...", {Key(FCONTROL, VK_F12)}, Needs::nothing, nullptr, nullptr, OpenDialogCommand},
     {IDM_PRINT, "print", "&Print...", {Key(FCONTROL | FSHIFT, VK_F12)}, Needs::file, FileIsOpen, nullptr, nullptr},
     {IDM_PRINT_SETUP, "print-setup", "P&rint Setup...", {}, Needs::nothing, nullptr, nullptr, nullptr},
-    {IDM_PAGE_SETUP, "page-setup", "Page Se&tup...", {}, Needs::nothing, nullptr, nullptr, nullptr},
+    {IDM_PAGE_SETUP, "page-setup", "Page Se&tup...", {}, Needs::nothing, nullptr, nullptr, PageSetupCommand},
     {IDM_PRINT_PAGE, "print-page", "Print Pa&ge", {Ctrl('P')}, Needs::file, FileIsOpen, nullptr, nullptr},
     {IDM_IGNORE_DDE, "ignore-dde", "Ignore &DDE", {}, Needs::nothing, nullptr, IgnoresDde, nullptr},
     {IDM_EXIT, "exit", "E&xit", {}, Needs::nothing, nullptr, nullptr, ExitCommand},

@@ -5,7 +5,7 @@
 #include "dialogs/about.h"
 #include "dialogs/colors.h"
 #include "resources/menu.h"
-#include "settings/setups.h"
+#include "setups/setups.h"
 #include "window/command_table.h"
 #include "window/main_window_state.h"
 #include "window/navigation.h"

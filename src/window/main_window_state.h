@@ -20,7 +20,7 @@
 #include "search/search_engine.h"
 #include "settings/colors.h"
 #include "settings/command_line.h"
-#include "settings/setups.h"
+#include "setups/setups.h"
 
 // What the main window keeps of the page index.
 struct PageIndexing {

@@ -3,7 +3,7 @@
 
 #include "platform/file.h"
 #include "platform/win32.h"
-#include "settings/setups.h"
+#include "setups/setups.h"
 
 // Saves and resets what `choice` says, in one replacement of the profile. 0, or why it failed; then the
 // profile is as it was.

@@ -9,7 +9,7 @@
 #include "resources/icon.h"
 #include "settings/option_letters.h"
 #include "settings/profile.h"
-#include "settings/setups.h"
+#include "setups/setups.h"
 #include "window/main_window.h"
 #include "window/main_window_state.h"
 #include "window/menu.h"

@@ -1,7 +1,7 @@
 #include "window/titles.h"
 
-#include "settings/setups.h"
 #include "settings/title_group.h"
+#include "setups/setups.h"
 #include "window/main_window_state.h"
 #include "window/navigation.h"
 #include "window/private_messages.h"

@@ -57,6 +57,12 @@ std::vector<KeyGroup> AllKeys() {
   groups.push_back({"Titles", {"Titles", "Title1"}, 0, 15});
   groups.push_back({"MRU Search", {"Texts", "Text1", "Hexs", "Hex1"}, 0, kRecentStrings});
   groups.push_back({"MRU Files", {"File1", "File4"}});
+  groups.push_back({"Page Setup", {"PrintOptions"}, 0, kStoredPrintOptions});
+  groups.push_back({"Page Setup", {"PageMargins"}, 0, kMostMargin, "%,%,%,%"});
+  groups.push_back({"Print Setup",
+                    {"PrtCopies", "PrtPrintQuality", "PrtSpecVersion", "PrtDevice"},
+                    INT16_MIN,
+                    UINT16_MAX});
   return groups;
 }
 
@@ -117,7 +123,10 @@ void UseAll(Viewer& viewer) {
   viewer.Command(IDM_COPY);
   RepaintWindow();
   viewer.Pump();
-  platform_testing::ScriptNextDialog({Click(IDOK)});
+  viewer.Command(IDM_PAGE_SETUP);
+  using namespace save_options_dialog;
+  platform_testing::ScriptNextDialog(
+      {Click(kPage), Click(kPage), Click(kPrinter), Click(kPrinter), Click(IDOK)});
   viewer.Command(IDM_SAVE_OPTIONS);
 }
 
@@ -162,6 +171,10 @@ TEST(ProfileBounds, NoValueOfAKeyDoesHarm) {
         EXPECT_LE(place.right, GetSystemMetrics(SM_CXVIRTUALSCREEN));
         EXPECT_LE(place.bottom, GetSystemMetrics(SM_CYVIRTUALSCREEN));
         EXPECT_GE(std::min(place.left, place.top), 0);
+        const auto margins = std::minmax(
+            {MainState.MarginTop, MainState.MarginLeft, MainState.MarginRight, MainState.MarginBottom});
+        EXPECT_GE(margins.first, 0);
+        EXPECT_LE(margins.second, kMostMargin);
         UseAll(viewer);
         EXPECT_TRUE(platform_testing::Boxes().empty());
         EXPECT_EQ(Viewer::Profile().find("WindowPos=") != std::string::npos, MainState.SavePos != 0);

@@ -3,9 +3,9 @@
 #include <iconv.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 
+#include "platform/posix/user_locale.h"
 #include "platform/posix/windows_1252.h"
 #include "platform/win32.h"
 
@@ -106,7 +106,7 @@ template <void (*Fill)(const char*, std::uint8_t (&)[256])>
 const std::uint8_t* LocaleTable() {
   static std::uint8_t table[256];
   static const bool filled = [] {
-    Fill(OemCodePageOf(CharacterLocale()), table);
+    Fill(OemCodePageOf(UserLocale("LC_CTYPE")), table);
     return true;
   }();
   static_cast<void>(filled);
@@ -130,16 +130,6 @@ const char* OemCodePageOf(std::string_view locale) {
     }
   }
   return kDefaultPage;
-}
-
-std::string_view CharacterLocale() {
-  for (const char* variable : {"LC_ALL", "LC_CTYPE", "LANG"}) {
-    const char* const value = std::getenv(variable);
-    if (value != nullptr && *value != '\0') {
-      return value;
-    }
-  }
-  return {};
 }
 
 void FillOemTable(const char* codePage, std::uint8_t (&table)[256]) {

@@ -8,9 +8,6 @@
 // page is not one of single bytes.
 [[nodiscard]] const char* OemCodePageOf(std::string_view locale);
 
-// The locale that the environment names for characters: LC_ALL, else LC_CTYPE, else LANG. May be empty.
-[[nodiscard]] std::string_view CharacterLocale();
-
 // Fills `table` with the Windows-1252 character of each byte of `codePage`. Bytes below 32 stay themselves.
 // A character that Windows-1252 lacks gets a stand-in that looks or sounds like it, else '?'.
 void FillOemTable(const char* codePage, std::uint8_t (&table)[256]);

@@ -1,5 +1,4 @@
-// The Save Options dialog: a box of three states for each group of options. Printing has no groups yet, so
-// that their boxes stay gray.
+// The Save Options dialog: a box of three states for each group of options.
 #pragma once
 
 #include "platform/dialog.h"
@@ -23,8 +22,8 @@ inline constexpr ControlTemplate kControls[] = {
     {ControlKind::threeState, kFormat, "Format", 20, 50, 90, 12, kGroupStart},
     {ControlKind::threeState, kTitles, "Titles", 20, 64, 90, 12},
     {ControlKind::threeState, kColors, "Colors", 20, 78, 90, 12},
-    {ControlKind::threeState, kPage, "Page Setup", 20, 92, 90, 12, kDisabled},
-    {ControlKind::threeState, kPrinter, "Print Setup", 20, 106, 90, 12, kDisabled},
+    {ControlKind::threeState, kPage, "Page Setup", 20, 92, 90, 12},
+    {ControlKind::threeState, kPrinter, "Print Setup", 20, 106, 90, 12},
     {ControlKind::defaultButton, IDOK, "Save", 140, 50, 60, 14, kGroupStart},
     {ControlKind::button, IDCANCEL, "Cancel", 140, 68, 60, 14},
     {ControlKind::button, kHelp, "&Help", 140, 104, 60, 14},

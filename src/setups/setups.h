@@ -1,9 +1,12 @@
 // The groups of options as they move between memory and the profile: the defaults at start-up, and named
 // setups, which are copies of chosen groups in a section of their own. A group that is loaded is read in
-// full: keys that the section lacks go to their defaults. Printing has no groups to load yet.
+// full: keys that the section lacks go to their defaults, or leave the field alone where its unit says so.
+// The units of the groups lie in several rooms, and this is the room above them.
 #pragma once
 
 #include "marks/titles.h"
+#include "print/page_setup.h"
+#include "print/printer_settings.h"
 #include "settings/advanced_keys.h"
 #include "settings/format_options.h"
 #include "settings/profile_place.h"
@@ -22,7 +25,13 @@ inline constexpr std::int32_t GROUP_ALL = -1;
 
 // All settings of the program but the colors, which stand in ColorTable, and the tab length, which stands in
 // TextTabLength.
-struct Settings : ProfilePlace, AdvancedKeys, FormatOptions, RecentFileList, RecentSearchLists {
+struct Settings : ProfilePlace,
+                  AdvancedKeys,
+                  FormatOptions,
+                  PageSetup,
+                  ChosenPrinter,
+                  RecentFileList,
+                  RecentSearchLists {
   std::int32_t SaveWhat = 0;  // mask of the setup last saved or loaded
 };
 

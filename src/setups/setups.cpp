@@ -1,4 +1,4 @@
-#include "settings/setups.h"
+#include "setups/setups.h"
 
 #include "platform/profile_batch.h"
 #include "settings/colors.h"
@@ -9,6 +9,8 @@ int LoadDefaults(Settings& settings) {
   LoadOptions("Quorl", GROUP_ALL & ~(GROUP_PAGE | GROUP_PRINTER | GROUP_COLORS | GROUP_SHADES), settings);
   LoadWindowColors(settings.ProfilePath, "Quorl Colors");
   LoadPrintShades(settings.ProfilePath, "Quorl Colors");
+  LoadPrinter(settings.ProfilePath, "Print Setup", settings);
+  LoadPageSetup(settings.ProfilePath, "Page Setup", settings);
   return 1;
 }
 
@@ -32,6 +34,8 @@ int LoadGroups(const char* section, TitleSet* titles, std::int32_t mask, Setting
 
 void LoadOptions(const char* section, std::int32_t mask, Settings& settings) {
   const char* const profile = settings.ProfilePath;
+  if ((mask & GROUP_PAGE) != 0) LoadPageSetup(profile, section, settings);
+  if ((mask & GROUP_PRINTER) != 0) LoadPrinter(profile, section, settings);
   if ((mask & GROUP_FORMAT) != 0) LoadFormat(profile, section, settings);
   if ((mask & GROUP_WINDOW_POS) != 0) LoadWindowPos(profile, section, settings);
   if ((mask & GROUP_RECENT_FILES) != 0) LoadRecentFiles(profile, settings.MruFiles, settings);
@@ -59,6 +63,8 @@ FileError SaveGroups(const SaveChoice& choice, const RECT* window, const TitleSe
     };
     save(GROUP_FORMAT, [&] { return SaveFormat(profile, "Quorl", settings, window); });
     save(GROUP_TITLES, [&] { return SaveTitles(profile, "Titles", &titles); });
+    save(GROUP_PAGE, [&] { return SavePageSetup(profile, "Page Setup", settings); });
+    save(GROUP_PRINTER, [&] { return SavePrinter(profile, "Print Setup", settings); });
     save(GROUP_COLORS, [&] { return SaveWindowColors(profile, "Quorl Colors"); });
     save(GROUP_SHADES, [&] { return SavePrintShades(profile, "Quorl Colors"); });
   });
