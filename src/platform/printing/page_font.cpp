@@ -155,10 +155,8 @@ bool PageFont::Faces::Open() {
   {
     const OpenFace open(main.get());
     if (!open.IsUsable()) return false;
-    int spacing = FC_PROPORTIONAL;
-    metrics.fixedPitch =
-        FT_IS_FIXED_WIDTH(&open.Facts()) != 0 ||
-        (FcPatternGetInteger(match.get(), FC_SPACING, 0, &spacing) == FcResultMatch && spacing >= FC_MONO);
+    // The flag of a face tells less than its letters do.
+    metrics.fixedPitch = open.AdvanceOf(open.GlyphOf(U'i')) == open.AdvanceOf(open.GlyphOf(U'W'));
     Measure(open);
     const double natural = open.MeanAdvance(metrics.fixedPitch) * em;
     if (metrics.fixedPitch && natural > 0) stretch = metrics.advance / natural;
