@@ -3,7 +3,9 @@
 //
 //   print_client list
 //   print_client print QUEUE PAGES [copies=N] [sides=two] [media=NAME] [source=NAME] [gray] [cancel=PAGES]
-//                [pause=MS]     cancel: gives the job up behind so many pages; pause: behind each page
+//                [pause=MS] [patience=MS]
+//                cancel: gives the job up behind so many pages; pause: behind each page; patience: gives it
+//                up when the service has not taken anything for so long
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -30,6 +32,7 @@ struct Task {
   int pages = 1;
   int cancelBehind = -1;
   int pauseMs = 0;
+  int patienceMs = 60000;
   PrintWishes wishes;
 };
 
@@ -51,6 +54,8 @@ bool TakeWord(Task& task, const std::string& word) {
     task.cancelBehind = std::atoi(value.c_str());
   } else if (name == "pause") {
     task.pauseMs = std::atoi(value.c_str());
+  } else if (name == "patience") {
+    task.patienceMs = std::atoi(value.c_str());
   } else {
     return false;
   }
@@ -82,6 +87,10 @@ int Print(const Task& task) {
   wish.emPixels = 83;
   const auto font = PageFont::Make(wish);
   PrintJobStream job;
+  auto lastMoved = std::chrono::steady_clock::now();
+  job.WhileWaiting([&] {
+    return std::chrono::steady_clock::now() - lastMoved < std::chrono::milliseconds(task.patienceMs);
+  });
   const FileError begun = job.Begin(task.queue, "pages of a test", task.wishes);
   if (begun != 0) return Fail(job, "begin", begun);
   std::cout << "job " << job.JobNumber() << std::endl;
@@ -89,6 +98,7 @@ int Print(const Task& task) {
   for (int page = 1; page <= task.pages; ++page) {
     DrawPage(document, *font, page);
     if (const FileError error = document.EndPage()) return Fail(job, "page", error);
+    lastMoved = std::chrono::steady_clock::now();
     std::this_thread::sleep_for(std::chrono::milliseconds(task.pauseMs));
     if (page == task.cancelBehind) {
       document.Abort();

@@ -1,5 +1,8 @@
 #include "platform/printing/print_service.h"
 
+#include <sys/socket.h>
+#include <sys/un.h>
+
 #include "tests/scratch.h"
 
 using namespace platform_printing;
@@ -38,6 +41,19 @@ TEST(PrintService, WithoutAServiceThereAreNoQueues) {
   const ScratchFolder folder;
   setenv("CUPS_SERVER", folder.Path("no.sock").c_str(), 1);
   EXPECT_TRUE(ListPrintQueues(2000).empty());
+  // One that takes connections and never answers.
+  const std::string deaf = folder.Path("deaf.sock");
+  const int listener = socket(AF_UNIX, SOCK_STREAM, 0);
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  ASSERT_LT(deaf.size(), sizeof address.sun_path);
+  deaf.copy(address.sun_path, sizeof address.sun_path - 1);
+  ASSERT_EQ(bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+  ASSERT_EQ(listen(listener, 5), 0);
+  setenv("CUPS_SERVER", deaf.c_str(), 1);
+  EXPECT_TRUE(ListPrintQueues(300).empty());
+  close(listener);
+  setenv("CUPS_SERVER", folder.Path("no.sock").c_str(), 1);
   PrintJobStream job;
   EXPECT_NE(job.Begin("any", "title", {}), 0);
   EXPECT_NE(job.Write("x", 1), 0);

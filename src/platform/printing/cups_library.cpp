@@ -43,7 +43,7 @@ std::optional<CupsLibrary> Load() {
       Find(library, "cupsEncryption", cups.cupsEncryption) &&
       Find(library, "cupsSetPasswordCB2", cups.cupsSetPasswordCB2) &&
       Find(library, "httpConnect2", cups.httpConnect2) && Find(library, "httpClose", cups.httpClose) &&
-      Find(library, "httpSetTimeout", cups.httpSetTimeout) &&
+      Find(library, "httpError", cups.httpError) && Find(library, "httpSetTimeout", cups.httpSetTimeout) &&
       Find(library, "ippAddString", cups.ippAddString) && Find(library, "ippDelete", cups.ippDelete) &&
       Find(library, "ippFindAttribute", cups.ippFindAttribute) &&
       Find(library, "ippGetCount", cups.ippGetCount) && Find(library, "ippGetInteger", cups.ippGetInteger) &&

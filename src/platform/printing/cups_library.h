@@ -30,6 +30,7 @@ struct CupsLibrary {
   decltype(&::cupsSetPasswordCB2) cupsSetPasswordCB2 = nullptr;
   decltype(&::httpConnect2) httpConnect2 = nullptr;
   decltype(&::httpClose) httpClose = nullptr;
+  decltype(&::httpError) httpError = nullptr;
   decltype(&::httpSetTimeout) httpSetTimeout = nullptr;
   decltype(&::ippAddString) ippAddString = nullptr;
   decltype(&::ippDelete) ippDelete = nullptr;

@@ -15,6 +15,7 @@ namespace {
 constexpr int kConnectMs = 5000;
 constexpr double kAskEverySeconds = 0.25;
 constexpr auto kLongestStandstill = std::chrono::seconds(60);
+constexpr auto kLongestCancel = std::chrono::seconds(3);
 
 using Clock = std::chrono::steady_clock;
 
@@ -27,14 +28,17 @@ const char* NoPassword(const char*, http_t*, const char*, const char*, void*) {
 struct Patience {
   std::function<bool()> goOn;
   Clock::time_point deadline;
+  bool onlyDeadline = false;  // who is asked cannot end it
+  bool ended = false;         // a wait was given up, and what it waited for is lost
 
-  void Renew() { deadline = Clock::now() + kLongestStandstill; }
+  void Renew(Clock::duration length = kLongestStandstill) { deadline = Clock::now() + length; }
 };
 
 int OnStandstill(http_t*, void* data) {
-  const auto& patience = *static_cast<const Patience*>(data);
-  if (Clock::now() >= patience.deadline) return 0;
-  return patience.goOn == nullptr || patience.goOn() ? 1 : 0;
+  auto& patience = *static_cast<Patience*>(data);
+  const bool wanted = patience.goOn == nullptr || patience.goOn() || patience.onlyDeadline;
+  if (!wanted || Clock::now() >= patience.deadline) patience.ended = true;
+  return patience.ended ? 0 : 1;
 }
 
 // A connection to the service of the user's settings.
@@ -79,7 +83,8 @@ PrintQueue DescribeQueue(const CupsLibrary& cups, const cups_dest_t& dest) {
 }
 
 std::vector<PrintQueue> AskForQueues(const CupsLibrary& cups, int patienceMs) {
-  Patience patience{nullptr, Clock::now() + std::chrono::milliseconds(patienceMs)};
+  Patience patience;
+  patience.Renew(std::chrono::milliseconds(patienceMs));
   const Connection connection(cups, patience);
   std::vector<PrintQueue> queues;
   if (connection.Http() == nullptr) return queues;
@@ -156,6 +161,7 @@ struct PrintJobStream::Job {
   [[nodiscard]] bool Knows(const char* name, const std::string& value) const;
   void TakeWishes(const PrintWishes& wishes);
   [[nodiscard]] bool Start(const std::string& title);
+  [[nodiscard]] bool IsCut() const;
   FileError Fail();
 
   const CupsLibrary& cups;
@@ -172,6 +178,7 @@ struct PrintJobStream::Job {
 
 bool PrintJobStream::Job::Connect() {
   patience.Renew();
+  patience.ended = false;
   connection = std::make_unique<Connection>(cups, patience);
   return connection->Http() != nullptr;
 }
@@ -211,6 +218,11 @@ bool PrintJobStream::Job::Start(const std::string& title) {
   streaming = cups.cupsStartDestDocument(Http(), dest, info, number, title.c_str(), CUPS_FORMAT_PDF, 0,
                                          nullptr, 1) == HTTP_STATUS_CONTINUE;
   return streaming;
+}
+
+// The library does not tell each write that was given up or that failed, and goes on without the bytes.
+bool PrintJobStream::Job::IsCut() const {
+  return patience.ended || cups.httpError(Http()) != 0;
 }
 
 // Keeps the library's words for the error. What the number cannot tell, they do.
@@ -253,7 +265,7 @@ FileError PrintJobStream::Write(const void* bytes, std::size_t count) {
   if (job_ == nullptr || !job_->streaming) return EIO;
   job_->patience.Renew();
   const auto answer = job_->cups.cupsWriteRequestData(job_->Http(), static_cast<const char*>(bytes), count);
-  return answer == HTTP_STATUS_CONTINUE ? 0 : job_->Fail();
+  return answer == HTTP_STATUS_CONTINUE && !job_->IsCut() ? 0 : job_->Fail();
 }
 
 FileError PrintJobStream::Finish() {
@@ -274,9 +286,13 @@ void PrintJobStream::Abort() {
   if (job_ == nullptr || job_->number == 0) return;
   job_->streaming = false;
   job_->connection.reset();
+  // Who gave the job up has no say in how long the service is told so.
+  job_->patience.onlyDeadline = true;
   if (job_->Connect()) {
+    job_->patience.Renew(kLongestCancel);
     job_->cups.cupsCancelJob2(job_->Http(), job_->dest->name, job_->number, 0);
   }
+  job_->patience.onlyDeadline = false;
 }
 
 int PrintJobStream::JobNumber() const {

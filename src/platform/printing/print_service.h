@@ -75,7 +75,8 @@ class PrintJobStream : public ByteSink {
 
   [[nodiscard]] FileError Write(const void* bytes, std::size_t count) override;
   [[nodiscard]] FileError Finish() override;
-  // Cancels the job with the service, whatever of it has arrived, also behind Finish.
+  // Cancels the job with the service, whatever of it has arrived, also behind Finish. A service that does not
+  // answer is left alone after some seconds; it drops what is half sent when it finds the connection cut.
   void Abort() override;
 
   [[nodiscard]] int JobNumber() const;  // 0 before Begin
