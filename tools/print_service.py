@@ -58,6 +58,7 @@ TempDir {folder}/requests/tmp
 AccessLog {folder}/access.log
 ErrorLog {folder}/error.log
 PageLog {folder}/page.log
+Printcap
 {users}
 """
 

@@ -16,6 +16,8 @@ constexpr int kConnectMs = 5000;
 constexpr double kAskEverySeconds = 0.25;
 constexpr auto kLongestStandstill = std::chrono::seconds(60);
 constexpr auto kLongestCancel = std::chrono::seconds(3);
+constexpr char kHold[] = "job-hold-until";
+constexpr char kHeld[] = "indefinite";
 
 using Clock = std::chrono::steady_clock;
 
@@ -161,6 +163,9 @@ struct PrintJobStream::Job {
   [[nodiscard]] bool Knows(const char* name, const std::string& value) const;
   void TakeWishes(const PrintWishes& wishes);
   [[nodiscard]] bool Start(const std::string& title);
+  // The answer to a request about the job; the caller deletes it. Null when the service gives none.
+  [[nodiscard]] ipp_t* Request(ipp_op_t operation);
+  [[nodiscard]] bool LetGo();
   [[nodiscard]] bool IsCut() const;
   FileError Fail();
 
@@ -173,6 +178,7 @@ struct PrintJobStream::Job {
   cups_option_t* options = nullptr;
   int number = 0;
   bool streaming = false;
+  bool isHeld = false;
   std::string errorText;
 };
 
@@ -209,7 +215,11 @@ void PrintJobStream::Job::TakeWishes(const PrintWishes& wishes) {
   }
 }
 
+// The job is held until all of it has arrived: a service takes a connection that breaks off for the end of
+// the document, and would print what came so far.
 bool PrintJobStream::Job::Start(const std::string& title) {
+  isHeld = Knows(kHold, kHeld);
+  if (isHeld) optionCount = cups.cupsAddOption(kHold, kHeld, optionCount, &options);
   if (cups.cupsCreateDestJob(Http(), dest, info, &number, title.c_str(), optionCount, options) >
           IPP_STATUS_OK_EVENTS_COMPLETE ||
       number == 0) {
@@ -218,6 +228,22 @@ bool PrintJobStream::Job::Start(const std::string& title) {
   streaming = cups.cupsStartDestDocument(Http(), dest, info, number, title.c_str(), CUPS_FORMAT_PDF, 0,
                                          nullptr, 1) == HTTP_STATUS_CONTINUE;
   return streaming;
+}
+
+ipp_t* PrintJobStream::Job::Request(ipp_op_t operation) {
+  ipp_t* const request = cups.ippNewRequest(operation);
+  const std::string uri = "ipp://localhost/jobs/" + std::to_string(number);
+  cups.ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_URI, "job-uri", nullptr, uri.c_str());
+  cups.ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr,
+                    cups.cupsUser());
+  return cups.cupsDoRequest(Http(), request, "/jobs/");
+}
+
+// The job is whole and may be printed.
+bool PrintJobStream::Job::LetGo() {
+  if (!isHeld) return true;
+  cups.ippDelete(Request(IPP_OP_RELEASE_JOB));
+  return cups.cupsLastError() <= IPP_STATUS_OK_EVENTS_COMPLETE && !patience.ended;
 }
 
 // The library does not tell each write that was given up or that failed, and goes on without the bytes.
@@ -272,10 +298,8 @@ FileError PrintJobStream::Finish() {
   if (job_ == nullptr || !job_->streaming) return EIO;
   job_->patience.Renew();
   job_->streaming = false;
-  if (job_->cups.cupsFinishDestDocument(job_->Http(), job_->dest, job_->info) <=
-      IPP_STATUS_OK_EVENTS_COMPLETE) {
-    return 0;
-  }
+  const auto answer = job_->cups.cupsFinishDestDocument(job_->Http(), job_->dest, job_->info);
+  if (answer <= IPP_STATUS_OK_EVENTS_COMPLETE && !job_->IsCut() && job_->LetGo()) return 0;
   const FileError error = job_->Fail();
   Abort();
   return error;
@@ -305,12 +329,7 @@ PrintJobState PrintJobStream::Ask() {
   if (job_->Http() == nullptr && !job_->Connect()) return state;
   const CupsLibrary& cups = job_->cups;
   job_->patience.Renew();
-  ipp_t* const request = cups.ippNewRequest(IPP_OP_GET_JOB_ATTRIBUTES);
-  const std::string uri = "ipp://localhost/jobs/" + std::to_string(job_->number);
-  cups.ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_URI, "job-uri", nullptr, uri.c_str());
-  cups.ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr,
-                    cups.cupsUser());
-  ipp_t* const answer = cups.cupsDoRequest(job_->Http(), request, "/jobs/");
+  ipp_t* const answer = job_->Request(IPP_OP_GET_JOB_ATTRIBUTES);
   if (ipp_attribute_t* stage = cups.ippFindAttribute(answer, "job-state", IPP_TAG_ENUM)) {
     state.stage = StageOf(cups.ippGetInteger(stage, 0));
   }

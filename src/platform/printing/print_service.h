@@ -58,7 +58,8 @@ struct PrintJobState {
   std::string reasons;  // IPP keywords with commas between
 };
 
-// A PDF document on its way to a queue, as one job.
+// A PDF document on its way to a queue, as one job, which the service holds until all of it is there: nothing
+// is printed in part. A program that ends in the middle leaves a held job.
 class PrintJobStream : public ByteSink {
  public:
   PrintJobStream();
