@@ -343,9 +343,8 @@ PrintJobState PrintJobStream::Ask() {
   return state;
 }
 
-const std::string& PrintJobStream::ErrorText() const {
-  static const std::string none;
-  return job_ != nullptr ? job_->errorText : none;
+std::string PrintJobStream::ErrorText() const {
+  return job_ != nullptr ? job_->errorText : std::string();
 }
 
 }  // namespace platform_printing

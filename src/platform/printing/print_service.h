@@ -84,7 +84,7 @@ class PrintJobStream : public ByteSink {
   // How the job stands with the service now.
   [[nodiscard]] PrintJobState Ask();
   // The service's own words for the last error, UTF-8; may be empty.
-  [[nodiscard]] const std::string& ErrorText() const;
+  [[nodiscard]] std::string ErrorText() const;
 
  private:
   struct Job;
