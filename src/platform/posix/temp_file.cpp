@@ -5,22 +5,10 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <csignal>
 #include <cstdlib>
 #include <string>
 
-namespace {
-
-// A write above the user's limit on the size of files raises a signal, which ends a process that does not
-// look at it. Ignored, the write fails like that on a full disk.
-void IgnoreSizeLimitSignal() {
-  struct sigaction present {};
-  if (sigaction(SIGXFSZ, nullptr, &present) == 0 && present.sa_handler == SIG_DFL) {
-    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
-  }
-}
-
-}  // namespace
+#include "platform/posix/size_limit.h"
 
 const char* TempFolder() {
   const char* const folder = std::getenv("TMPDIR");
