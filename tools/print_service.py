@@ -293,10 +293,10 @@ def main():
     if reason:
         print(f"print_service: {reason}", file=sys.stderr)
         return 1
+    for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+        signal.signal(number, lambda *_: sys.exit(0))
     with PrintService(sys.argv[1] if len(sys.argv) > 1 else None) as service:
         print(f"CUPS_SERVER={service.environment['CUPS_SERVER']}", flush=True)
-        for number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
-            signal.signal(number, lambda *_: sys.exit(0))
         while True:
             signal.pause()
 
