@@ -193,6 +193,8 @@ inline constexpr UINT WM_TIMER = 0x0113;
 inline constexpr UINT WM_HSCROLL = 0x0114;
 inline constexpr UINT WM_VSCROLL = 0x0115;
 inline constexpr UINT WM_INITMENUPOPUP = 0x0117;
+inline constexpr UINT WM_EXITMENULOOP =
+    0x0212;  // a pull-down has closed, or the menu has given the keys back
 inline constexpr UINT WM_MOUSEMOVE =
     0x0200;  // while a button is down; moves that follow each other become one
 inline constexpr UINT WM_LBUTTONDOWN = 0x0201;

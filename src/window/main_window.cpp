@@ -148,6 +148,9 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
         UpdatePullDown(window, LOWORD(static_cast<ULONG_PTR>(lParam)));
       }
       break;
+    case WM_EXITMENULOOP:
+      NoteEscape();
+      break;
     case WM_LBUTTONDOWN:
       if (LeftButtonDown(wParam, lParam)) return 0;
       break;

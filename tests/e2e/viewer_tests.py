@@ -4,6 +4,7 @@ shows what it should, and fails when patience ends."""
 import os
 import shutil
 import subprocess
+import time
 import urllib.parse
 
 import desktop
@@ -321,6 +322,10 @@ def menu(bench):
     wait_until(lambda: bench.reader().read(viewer.picture(), 1)[0].startswith("000000  30303030"),
                "Hex by the menu", viewer.process)
     open_menu(viewer, "alt+f")
+    viewer.desktop.keys("Escape", "Escape", "Escape")
+    time.sleep(0.2)
+    assert viewer.windows(), "Esc behind a menu minimized the window"
+    open_menu(viewer, "alt+f")
     press(viewer, "x")
     assert viewer.wait_end() == 0, "exit status of File, Exit"
 
@@ -378,6 +383,16 @@ def open_dialog(bench):
     press(viewer, "Return")
     viewer.find("Quorl - other file.txt")
     bench.expect_rows(viewer, ["this is the other"], "the file that was chosen")
+    # A name that is no UTF-8 stands in a list of its own.
+    with open(os.path.join(os.fsencode(bench.folder), b"B\xfccher"), "wb") as file:
+        file.write(b"of an older system\n")
+    press(viewer, "ctrl+F12")
+    dialog_of(viewer)
+    time.sleep(0.3)  # until a thread has found it
+    press(viewer, "alt+u")
+    press(viewer, "Down")
+    press(viewer, "Return")
+    bench.expect_rows(viewer, ["of an older system"], "the file with the strange name")
 
 
 def font_dialog(bench):

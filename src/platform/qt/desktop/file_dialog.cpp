@@ -51,7 +51,7 @@ void SetUp(OpenDialog& dialog, const OPENFILENAMEA& open) {
     dialog.setWindowTitle(QString::fromUtf8(open.lpstrTitle));
   }
   const bool given = open.lpstrInitialDir != nullptr && *open.lpstrInitialDir != '\0';
-  dialog.setDirectory(given ? QFile::decodeName(open.lpstrInitialDir) : QDir::currentPath());
+  dialog.Enter(given ? QFile::decodeName(open.lpstrInitialDir) : QDir::currentPath());
   if (open.lpstrFile != nullptr && *open.lpstrFile != '\0' && !IsPattern(open.lpstrFile)) {
     dialog.SetName(QFile::decodeName(open.lpstrFile));
   }
@@ -59,7 +59,7 @@ void SetUp(OpenDialog& dialog, const OPENFILENAMEA& open) {
 
 // Writes the path chosen into the caller's record. False when it does not fit.
 bool StoreChoice(const OpenDialog& dialog, OPENFILENAMEA& open) {
-  const QByteArray path = QFile::encodeName(dialog.Chosen());
+  const QByteArray& path = dialog.Chosen();
   if (static_cast<std::size_t>(path.size()) >= open.nMaxFile) {
     return false;
   }

@@ -1,15 +1,26 @@
 #include "platform/qt/desktop/open_dialog.h"
 
+#include <dirent.h>
+
 #include <QAbstractItemView>
 #include <QCompleter>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileInfo>
 #include <QFileSystemModel>
+#include <QGridLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QListWidget>
 #include <QPushButton>
 #include <QStringListModel>
+#include <QTimer>
+#include <algorithm>
+#include <atomic>
+#include <thread>
+
+#include "platform/ansi_text.h"
 
 namespace platform_qt {
 
@@ -31,7 +42,37 @@ QModelIndex EntryOf(const QAbstractItemModel& model, const QModelIndex& folder, 
   return {};
 }
 
+// How often the dialog asks whether the names have been found, and the room for them.
+constexpr int kAskMs = 100;
+constexpr int kStrangeRows = 4;
+constexpr std::size_t kMostStrange = 1000;
+
+bool IsUtf8(const char* name) {
+  return QString::fromUtf8(name).toUtf8() == name;
+}
+
 }  // namespace
+
+struct OpenDialog::StrangeNames {
+  std::string folder;
+  std::atomic<bool> found{false};  // set last
+  std::vector<std::string> names;
+
+  // Reads the folder's entries, and nothing of them.
+  void Find() {
+    DIR* const entries = opendir(folder.c_str());
+    if (entries != nullptr) {
+      while (const dirent* const entry = readdir(entries)) {
+        if (entry->d_type != DT_DIR && !IsUtf8(entry->d_name) && names.size() < kMostStrange) {
+          names.emplace_back(entry->d_name);
+        }
+      }
+      closedir(entries);
+    }
+    std::sort(names.begin(), names.end());
+    found = true;
+  }
+};
 
 PlainIcons::PlainIcons() : folder_(icon(Folder)), file_(icon(File)) {}
 
@@ -63,6 +104,90 @@ OpenDialog::OpenDialog(QWidget* parent, PlainIcons& icons) : QFileDialog(parent)
           [open](const QString& text) { open->setEnabled(!text.isEmpty()); });
   connect(name_, &QLineEdit::textEdited, this, [this] { TakeEdit(); });
   connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { TakeSelection(); });
+  AddStrangeList();
+}
+
+// The toolkit's listing leaves out names that are no UTF-8, which older systems wrote. They stand in a list
+// of their own, as they read in Windows-1252.
+void OpenDialog::AddStrangeList() {
+  auto* const grid = qobject_cast<QGridLayout*>(layout());
+  if (grid == nullptr) {
+    return;
+  }
+  strangeLabel_ = new QLabel(QStringLiteral("Names that are not &UTF-8:"), this);
+  strangeList_ = new QListWidget(this);
+  strangeLabel_->setBuddy(strangeList_);
+  strangeList_->setMaximumHeight(kStrangeRows * strangeList_->fontMetrics().lineSpacing() +
+                                 2 * strangeList_->frameWidth());
+  const int row = grid->rowCount();
+  grid->addWidget(strangeLabel_, row, 0, Qt::AlignTop);
+  grid->addWidget(strangeList_, row, 1);
+  connect(strangeList_, &QListWidget::itemActivated, this,
+          [this](QListWidgetItem* item) { ChooseStrange(strangeList_->row(item)); });
+  // One of them takes the place of the name in the field, and the other way round.
+  auto* const open = findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open);
+  connect(strangeList_, &QListWidget::currentRowChanged, this, [this, open](int current) {
+    if (current >= 0) {
+      name_->clear();
+      open->setEnabled(true);
+    }
+  });
+  connect(name_, &QLineEdit::textChanged, strangeList_, [this](const QString& text) {
+    if (!text.isEmpty()) {
+      strangeList_->setCurrentRow(-1);
+    }
+  });
+  strangeLabel_->hide();
+  strangeList_->hide();
+  connect(this, &QFileDialog::directoryEntered, this, [this] { LookForStrange(); });
+  auto* const asking = new QTimer(this);
+  connect(asking, &QTimer::timeout, this, [this] { ShowStrange(); });
+  asking->start(kAskMs);
+}
+
+// The folder may lie on a disk that hangs: the thread is left to itself then.
+void OpenDialog::LookForStrange() {
+  strangeLabel_->hide();
+  strangeList_->hide();
+  strange_ = std::make_shared<StrangeNames>();
+  strange_->folder = QFile::encodeName(directory().absolutePath()).toStdString();
+  try {
+    std::thread([names = strange_] { names->Find(); }).detach();
+  } catch (const std::system_error&) {
+    strange_ = nullptr;
+  }
+}
+
+void OpenDialog::ShowStrange() {
+  if (strange_ == nullptr || !strange_->found) {
+    return;
+  }
+  const bool isShown = strangeList_->isVisible();
+  if (isShown || strange_->names.empty()) {
+    return;
+  }
+  strangeList_->clear();
+  for (const std::string& name : strange_->names) {
+    strangeList_->addItem(QString::fromStdString(AnsiToUtf8(name)));
+  }
+  strangeLabel_->show();
+  strangeList_->show();
+}
+
+void OpenDialog::ChooseStrange(int row) {
+  if (row < 0 || strange_ == nullptr || row >= static_cast<int>(strange_->names.size())) {
+    return;
+  }
+  chosen_ =
+      QByteArray::fromStdString(strange_->folder + '/' + strange_->names[static_cast<std::size_t>(row)]);
+  done(Accepted);
+}
+
+void OpenDialog::Enter(const QString& folder) {
+  setDirectory(folder);
+  if (strangeList_ != nullptr) {
+    LookForStrange();
+  }
 }
 
 void OpenDialog::SetName(const QString& name) {
@@ -73,6 +198,9 @@ void OpenDialog::SetName(const QString& name) {
 void OpenDialog::accept() {
   const QString text = name_->text();
   if (text.isEmpty()) {
+    if (strangeList_ != nullptr) {
+      ChooseStrange(strangeList_->currentRow());
+    }
     return;
   }
   const QModelIndex known = Known(text);
@@ -81,11 +209,11 @@ void OpenDialog::accept() {
       known.isValid() ? Listing().isDir(known) : text.endsWith(u'/') && QFileInfo(path).isDir();
   if (folder) {
     name_->completer()->popup()->hide();  // Enter leaves it up
-    setDirectory(path);
+    Enter(path);
     name_->clear();
     return;
   }
-  chosen_ = path;
+  chosen_ = QFile::encodeName(path);
   done(Accepted);
 }
 

@@ -6,10 +6,15 @@
 #include <QFileDialog>
 #include <QFileIconProvider>
 #include <QPersistentModelIndex>
+#include <memory>
+#include <string>
+#include <vector>
 
 class QFileSystemModel;
+class QLabel;
 class QLineEdit;
 class QListView;
+class QListWidget;
 class QStringListModel;
 
 namespace platform_qt {
@@ -32,9 +37,10 @@ class OpenDialog : public QFileDialog {
   // The icons are used by a thread of the dialog, and must outlive it.
   OpenDialog(QWidget* parent, PlainIcons& icons);
 
+  void Enter(const QString& folder);
   void SetName(const QString& name);
-  // The path chosen, once the dialog was accepted.
-  [[nodiscard]] const QString& Chosen() const { return chosen_; }
+  // The path chosen, once the dialog was accepted, in the bytes that the system has for it.
+  [[nodiscard]] const QByteArray& Chosen() const { return chosen_; }
 
  protected:
   void accept() override;
@@ -45,12 +51,22 @@ class OpenDialog : public QFileDialog {
   [[nodiscard]] QString PathOf(QString text, bool known) const;
   void TakeSelection();
   void TakeEdit();
+  void AddStrangeList();
+  void LookForStrange();
+  void ShowStrange();
+  void ChooseStrange(int row);
+
+  // Names of a folder that the toolkit cannot hold, as a thread finds them.
+  struct StrangeNames;
 
   QLineEdit* name_;
   QListView* list_;
   QStringListModel* offered_;            // names that the field completes
   QPersistentModelIndex offeredFolder_;  // where they lie
-  QString chosen_;
+  QByteArray chosen_;
+  QLabel* strangeLabel_ = nullptr;  // both are hidden where there are no such names
+  QListWidget* strangeList_ = nullptr;
+  std::shared_ptr<StrangeNames> strange_;
 };
 
 }  // namespace platform_qt

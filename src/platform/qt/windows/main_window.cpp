@@ -55,7 +55,7 @@ MainWindow::MainWindow(const WindowClass& itsClass, DWORD style, HMENU itsMenu)
   frame = new Frame(this);
   client = new ClientArea(frame, this, (itsClass.style & CS_DBLCLKS) != 0);
   Attach(this, *client);
-  menuBar = new QMenuBar(frame);
+  menuBar = new MenuBar(frame, this);
   const auto wheel = [area = client](QWheelEvent* event) { area->TakeWheel(event); };
   bars[SB_VERT] = new ScrollBar(frame, this, SB_VERT, wheel);
   bars[SB_HORZ] = new ScrollBar(frame, this, SB_HORZ, wheel);

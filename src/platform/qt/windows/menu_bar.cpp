@@ -40,6 +40,11 @@ void OpenPullDown(HWND window, HMENU popup, int position, QMenu& menu) {
 
 }  // namespace
 
+void MenuBar::focusOutEvent(QFocusEvent* event) {
+  QMenuBar::focusOutEvent(event);
+  if (IsWindowAlive(window_)) PostMessageA(window_, WM_EXITMENULOOP, 0, 0);
+}
+
 void FillMenuBar(QMenuBar& bar, HWND window, HMENU menu) {
   bar.clear();
   int position = 0;
@@ -49,6 +54,11 @@ void FillMenuBar(QMenuBar& bar, HWND window, HMENU menu) {
     const HMENU popup = entry.popup;
     QObject::connect(pullDown, &QMenu::aboutToShow, pullDown,
                      [=] { OpenPullDown(window, popup, position, *pullDown); });
+    QObject::connect(pullDown, &QMenu::aboutToHide, pullDown, [window] {
+      if (IsWindowAlive(window)) {
+        PostMessageA(window, WM_EXITMENULOOP, 0, 0);
+      }
+    });
     ++position;
   }
 }

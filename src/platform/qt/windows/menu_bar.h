@@ -8,6 +8,18 @@
 
 namespace platform_qt {
 
+// Tells its window when it has given the keys back.
+class MenuBar : public QMenuBar {
+ public:
+  MenuBar(QWidget* parent, HWND window) : QMenuBar(parent), window_(window) {}
+
+ protected:
+  void focusOutEvent(QFocusEvent* event) override;
+
+ private:
+  HWND window_;
+};
+
 void FillMenuBar(QMenuBar& bar, HWND window, HMENU menu);
 
 }  // namespace platform_qt
