@@ -388,7 +388,9 @@ def open_dialog(bench):
         file.write(b"of an older system\n")
     press(viewer, "ctrl+F12")
     dialog_of(viewer)
-    time.sleep(0.3)  # until a thread has found it
+    viewer.desktop.xdotool("type", "--delay", "2", bench.folder + "/")
+    press(viewer, "Return")
+    time.sleep(0.4)  # until a thread has found it
     press(viewer, "alt+u")
     press(viewer, "Down")
     press(viewer, "Return")
