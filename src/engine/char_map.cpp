@@ -1,6 +1,8 @@
 #include "engine/char_map.h"
 
-#include "platform/win32.h"
+#include <algorithm>
+
+#include "platform/cells.h"
 
 namespace {
 
@@ -46,8 +48,7 @@ const std::uint8_t* AsciiMap(ViewOptions options) {
   static std::uint8_t map[kCodes];
   if (map[kBuiltProbe] == 0) {
     FillWithMarks(map);
-    char* printable = reinterpret_cast<char*>(map + kFirstPrintable);
-    OemToCharBuffA(printable, printable, kCodes - kFirstPrintable);
+    std::copy_n(OemCellCodes() + kFirstPrintable, kCodes - kFirstPrintable, map + kFirstPrintable);
     map[kTab] = kTabMark;
   }
   return WithPageCharacter(map, options);

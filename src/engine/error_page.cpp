@@ -1,5 +1,6 @@
 #include "engine/error_page.h"
 
+#include <array>
 #include <cinttypes>
 #include <cstdarg>
 #include <cstdio>
@@ -8,6 +9,8 @@ namespace {
 
 // Behind the file's first byte, so that going to position 0 leaves the page and loads the file anew.
 constexpr FilePos kPagePosition = 1;
+
+constexpr std::int32_t kLongestErrorLine = 256;  // bytes, with the terminator
 
 constexpr char kRule[] = "*****************************************";
 
@@ -34,13 +37,16 @@ ViewStatus AddErrorLine(LineArray& lines, TextBuffer& text, const char* format, 
   if (lines.Aline == nullptr || lines.Acur < 0 || lines.Acur >= lines.Acnt) return VS_FAILED;
   if (text.Tbuf == nullptr || text.Tend < 0 || text.Tend >= text.Tlen) return VS_FAILED;
 
-  // The terminator needs a place of its own, so that text is left for a further line, if only an empty one.
-  const std::int32_t room = text.Tlen - text.Tend;
+  std::array<char, kLongestErrorLine> written{};
   std::va_list values;
   va_start(values, format);
-  const int wanted = std::vsnprintf(text.Tbuf + text.Tend, static_cast<std::size_t>(room), format, values);
+  const int wanted = std::vsnprintf(written.data(), written.size(), format, values);
   va_end(values);
+  // A place is left, so that there is text for a further line, if only an empty one.
+  const std::int32_t room = std::min(text.Tlen - text.Tend, kLongestErrorLine);
   const std::int32_t length = std::clamp(wanted, 0, room - 1);
+  const CellText cells = AsciiCells({written.data(), static_cast<std::size_t>(length)});
+  std::copy(cells.begin(), cells.end(), text.Tbuf + text.Tend);
 
   lines.Aline[lines.Acur] = {kPagePosition, text.Tend, length, 0, 0};
   text.Tend += length;

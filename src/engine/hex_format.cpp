@@ -26,10 +26,10 @@ static_assert(VO_FILEDIGITS == ViewOptions{15} << kFileDigitsBit);
 
 // The two digits of each byte value, one behind the other.
 constexpr auto kDigitPairs = [] {
-  std::array<char, 512> pairs{};
+  std::array<Cell, 512> pairs{};
   for (std::size_t value = 0; value < 256; ++value) {
-    pairs[2 * value] = kDigits[value >> 4];
-    pairs[2 * value + 1] = kDigits[value & 15];
+    pairs[2 * value] = CellOf(kDigits[value >> 4]);
+    pairs[2 * value + 1] = CellOf(kDigits[value & 15]);
   }
   return pairs;
 }();
@@ -73,22 +73,22 @@ constexpr ViewOptions DigitsAboveFewest(FilePos address) {
 }
 
 // The last digits of the address; those of a row that begins in front of the file count down from 0.
-void WriteAddress(char* row, std::int32_t digits, FilePos pos) {
+void WriteAddress(Cell* row, std::int32_t digits, FilePos pos) {
   auto value = static_cast<std::uint64_t>(pos);
   for (std::int32_t i = digits - 1; i >= 0; --i) {
-    row[i] = kDigits[value & 15];
+    row[i] = CellOf(kDigits[value & 15]);
     value >>= 4;
   }
 }
 
 // Writes the digits and characters of the row's bytes `first` to `end` - 1; *bytes is the one at `first`.
-void WriteBytes(char* row, const RowShape& shape, std::int32_t first, std::int32_t end,
+void WriteBytes(Cell* row, const RowShape& shape, std::int32_t first, std::int32_t end,
                 const std::uint8_t* bytes, const std::uint8_t* map) {
-  char* characters = row + shape.characterColumn;
+  Cell* characters = row + shape.characterColumn;
   for (std::int32_t i = first; i < end; ++i) {
     const std::int32_t column = shape.groupColumn + i / kGroupBytes * kGroupColumns + i % kGroupBytes * 2;
-    std::memcpy(row + column, &kDigitPairs[std::size_t{2} * *bytes], 2);
-    characters[i] = static_cast<char>(map[*bytes++]);
+    std::memcpy(row + column, &kDigitPairs[std::size_t{2} * *bytes], 2 * sizeof(Cell));
+    characters[i] = CellOf(map[*bytes++]);
   }
 }
 
@@ -102,8 +102,8 @@ void FillForward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, Fi
   std::int32_t off = slice.Soff;
   while (lines.Ccur < lines.Ccnt - 1 && off < slice.Slen && HasRoom(text, shape)) {
     const std::int32_t count = std::min(shape.bytes, slice.Slen - off);
-    char* row = text.Tbuf + text.Tend;
-    std::memset(row, ' ', static_cast<std::size_t>(shape.full));
+    Cell* row = text.Tbuf + text.Tend;
+    std::fill_n(row, shape.full, CellOf(' '));
     WriteAddress(row, shape.digits, pos);
     WriteBytes(row, shape, 0, count, slice.Sbuf + off, map);
 
@@ -129,8 +129,8 @@ void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, F
     pos -= shape.bytes;
     if (off < 0 && pos > off) return;  // the row begins above the slice, but not above the file
 
-    char* row = text.Tbuf + text.Tend;
-    std::memset(row, ' ', static_cast<std::size_t>(shape.full));
+    Cell* row = text.Tbuf + text.Tend;
+    std::fill_n(row, shape.full, CellOf(' '));
     WriteAddress(row, shape.digits, pos);
     const auto first = static_cast<std::int32_t>(std::max<FilePos>(-off, 0));
     WriteBytes(row, shape, first, shape.bytes, slice.Sbuf + std::max<FilePos>(off, 0), map);

@@ -6,13 +6,12 @@ namespace {
 
 constexpr std::int32_t kUnknownRow = -1;  // until the first page begins
 
-constexpr bool IsWhite(char c) {
-  return c == ' ' || (c >= '\t' && c <= '\r');
+constexpr bool IsWhite(Cell c) {
+  return c == CellOf(' ') || (c >= CellOf('\t') && c <= CellOf('\r'));
 }
 
 bool IsBlank(const LineEntry& line, const TextBuffer& text) {
-  const char* begin = text.Tbuf + line.Ltext;
-  return std::all_of(begin, begin + std::max(line.Llen, 0), IsWhite);
+  return std::ranges::all_of(LineCells(line, text), IsWhite);
 }
 
 constexpr bool BeginsPage(const LineEntry& line) {

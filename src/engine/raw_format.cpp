@@ -8,14 +8,14 @@
 namespace {
 
 // Eight look-ups a step: with one, the loop's own work costs as much as the look-up.
-void MapBytes(char* to, const std::uint8_t* from, std::int32_t count, const std::uint8_t* map) {
+void MapBytes(Cell* to, const std::uint8_t* from, std::int32_t count, const std::uint8_t* map) {
   std::int32_t i = 0;
   for (; i + 8 <= count; i += 8) {
     for (std::int32_t k = 0; k < 8; ++k)
-      to[i + k] = static_cast<char>(map[from[i + k]]);
+      to[i + k] = CellOf(map[from[i + k]]);
   }
   for (; i < count; ++i)
-    to[i] = static_cast<char>(map[from[i]]);
+    to[i] = CellOf(map[from[i]]);
 }
 
 void FillForward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos,
@@ -53,8 +53,8 @@ void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, F
       return;
     }
     const auto blanks = static_cast<std::int32_t>(std::max<FilePos>(-off, 0));
-    char* line = text.Tbuf + text.Tend;
-    std::memset(line, ' ', static_cast<std::size_t>(blanks));
+    Cell* line = text.Tbuf + text.Tend;
+    std::fill_n(line, blanks, CellOf(' '));
     MapBytes(line + blanks, slice.Sbuf + off + blanks, lineLen - blanks, map);
 
     lines.Cline[--lines.Ccur] = {std::max<FilePos>(pos, 0), text.Tend, lineLen, 0, 0};

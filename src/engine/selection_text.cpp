@@ -1,11 +1,13 @@
 #include "engine/selection_text.h"
 
-#include <cstring>
+#include <algorithm>
 #include <new>
 
 #include "engine/hex_format.h"
 
 namespace {
+
+constexpr Cell kLineEnd[] = {CellOf('\r'), CellOf('\n'), Cell{}};
 
 // The longest line must fit with room left over.
 constexpr std::int32_t kBatchText = 2 * kLongestLine;
@@ -18,14 +20,14 @@ std::unique_ptr<T[]> Allocate(std::size_t count) {
 // The copy's own records, for the length of one call.
 struct Batch {
   std::unique_ptr<LineEntry[]> entries = Allocate<LineEntry>(kViewLines);
-  std::unique_ptr<char[]> chars = Allocate<char>(kBatchText);
+  std::unique_ptr<Cell[]> cells = Allocate<Cell>(kBatchText);
   std::int32_t count = 0;
 };
 
 // The lines from `pos` on, as many as one piece of the file and the buffers give.
 CopyFailure FillBatch(Batch& batch, FilePos pos, ByteSource& source, const LineStyle& style) {
   LineCursor cursor{batch.entries.get(), kViewLines};
-  TextBuffer text{batch.chars.get(), kBatchText, 0};
+  TextBuffer text{batch.cells.get(), kBatchText, 0};
   bool cut = false;
   const ViewStatus status = FormatSlice(source, pos, BlockEnd(pos), cursor, text, style, cut);
   batch.count = cursor.Ccur;
@@ -45,8 +47,8 @@ SelectionText FormatSelection(FilePos from, FilePos to, ByteSource& source, cons
   style.lineLen = std::clamp(style.lineLen, 1, kLongestLine);
   style.options = (style.options & ~VO_HEXDIGITS) | HexAddressOptions(end - 1, fileEnd);
   Batch batch;
-  auto output = Allocate<char>(kSelectionTextSize);
-  if (!batch.entries || !batch.chars || !output) {
+  auto output = Allocate<Cell>(kSelectionTextSize);
+  if (!batch.entries || !batch.cells || !output) {
     result.failure = CopyFailure::memory;
     return result;
   }
@@ -63,10 +65,9 @@ SelectionText FormatSelection(FilePos from, FilePos to, ByteSource& source, cons
     const LineEntry& line = batch.entries[static_cast<std::size_t>(i)];
     const std::int32_t room = kSelectionTextSize - used - 3;
     const std::int32_t length = std::clamp(line.Llen, 0, room);
-    std::memcpy(&output[static_cast<std::size_t>(used)], &batch.chars[static_cast<std::size_t>(line.Ltext)],
-                static_cast<std::size_t>(length));
+    std::copy_n(&batch.cells[line.Ltext], length, &output[used]);
     used += length;
-    std::memcpy(&output[static_cast<std::size_t>(used)], "\r\n", 3);
+    std::ranges::copy(kLineEnd, &output[used]);
     used += 2;
     ++i;
     next = batch.entries[static_cast<std::size_t>(i)].Lpos;

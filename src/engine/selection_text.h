@@ -12,7 +12,7 @@ inline constexpr std::int32_t kSelectionTextSize = 32760;
 enum class CopyFailure : std::uint8_t { none, memory, read, format };
 
 struct SelectionText {
-  std::unique_ptr<char[]> text;  // each line with CR LF behind it, and one NUL; null: nothing to copy
+  std::unique_ptr<Cell[]> text;  // each line with CR LF behind it, and one NUL; null: nothing to copy
   std::int32_t length = 0;       // bytes in front of the NUL
   CopyFailure failure = CopyFailure::none;  // after `read` and `format`, text holds what was there before
 };

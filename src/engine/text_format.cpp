@@ -75,7 +75,7 @@ class TextPass {
   }
   void PassLineBreak();
   bool PassFormFeed(LineEntry& line);
-  std::int32_t CopyPlain(std::int32_t room, char* out) const;
+  std::int32_t CopyPlain(std::int32_t room, Cell* out) const;
   template <bool kWrite>
   bool MakeCharacters(std::int32_t stop, bool wraps, LineEntry& line);
   template <bool kWrite>
@@ -99,7 +99,7 @@ class TextPass {
   const std::uint8_t* map_;
   const ByteClass* classes_;
 
-  char* out_ = nullptr;
+  Cell* out_ = nullptr;
   std::int32_t textEnd_ = 0;
   std::int32_t textLimit_ = 0;
   std::int32_t off_ = 0;
@@ -128,11 +128,11 @@ bool TextPass::PassFormFeed(LineEntry& line) {
 }
 
 // Copies plain bytes, at most `room` of them, through the map; the number copied.
-std::int32_t TextPass::CopyPlain(std::int32_t room, char* out) const {
+std::int32_t TextPass::CopyPlain(std::int32_t room, Cell* out) const {
   const std::uint8_t* from = bytes_ + off_;
   std::int32_t n = 0;
   while (n < room && classes_[from[n]] == ByteClass::plain) {
-    out[n] = static_cast<char>(map_[from[n]]);
+    out[n] = CellOf(map_[from[n]]);
     ++n;
   }
   return n;
@@ -155,7 +155,7 @@ bool TextPass::MakeCharacters(std::int32_t stop, bool wraps, LineEntry& line) {
       std::int32_t blanks = std::max(tabStop - line.Llen, 0);
       if constexpr (kWrite) {
         blanks = std::min(blanks, textLimit_ - textEnd_);
-        std::memset(out_ + textEnd_, ' ', static_cast<std::size_t>(blanks));
+        std::fill_n(out_ + textEnd_, blanks, CellOf(' '));
         textEnd_ += blanks;
       }
       line.Llen += blanks;

@@ -11,6 +11,7 @@
 
 #include "engine/byte_source.h"
 #include "engine/text_lines.h"
+#include "platform/cells.h"
 #include "platform/paths.h"
 
 // Sizes of the view. They are fixed whatever the file: every routine stops at its limit.
@@ -86,12 +87,17 @@ struct LineArray {
   std::int16_t Alast = 0;
 };
 
-// The characters of a run, mapped for display (Windows-1252), in the order in which lines were formatted.
+// The cells of a run, mapped for display (Windows-1252), in the order in which lines were formatted.
 struct TextBuffer {
-  char* Tbuf = nullptr;
+  Cell* Tbuf = nullptr;
   std::int32_t Tlen = 0;  // capacity in characters
   std::int32_t Tend = 0;  // characters in use
 };
+
+// The cells of a line.
+[[nodiscard]] inline CellView LineCells(const LineEntry& line, const TextBuffer& text) {
+  return {text.Tbuf + line.Ltext, static_cast<std::size_t>(std::max(line.Llen, 0))};
+}
 
 // A piece of the file in memory: Slen bytes, and Soff is the index in Sbuf of the byte at Fcur (it may be
 // Slen, and above Slen when the file has shrunk below Fcur).

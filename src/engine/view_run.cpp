@@ -19,9 +19,9 @@ std::shared_ptr<ViewRun> MakeRun(const RunSize& size) {
   if (run == nullptr) return nullptr;
   run->entries.reset(new (std::nothrow) LineEntry[static_cast<std::size_t>(size.entries)]);
   // Characters that nothing is written to take no memory.
-  run->characters.reset(new (std::nothrow) char[static_cast<std::size_t>(size.text)]);
-  if (run->entries == nullptr || run->characters == nullptr) return nullptr;
+  run->cells.reset(new (std::nothrow) Cell[static_cast<std::size_t>(size.text)]);
+  if (run->entries == nullptr || run->cells == nullptr) return nullptr;
   run->Lines = {run->entries.get(), size.entries, 0, 0, 0};
-  run->Text = {run->characters.get(), size.text, 0};
+  run->Text = {run->cells.get(), size.text, 0};
   return run;
 }

@@ -11,7 +11,7 @@ struct ViewRun {
   LineArray Lines;
   TextBuffer Text;
   std::unique_ptr<LineEntry[]> entries;
-  std::unique_ptr<char[]> characters;
+  std::unique_ptr<Cell[]> cells;
 };
 
 // How large a run must be.

@@ -7,7 +7,7 @@
 int LockTitles(TitleSet& titles, bool reset) {
   const bool fresh = titles.Lines.Aline == nullptr || titles.Text.Tbuf == nullptr;
   if (titles.Lines.Aline == nullptr) titles.Lines.Aline = new (std::nothrow) LineEntry[kTitleSlots]();
-  if (titles.Text.Tbuf == nullptr) titles.Text.Tbuf = new (std::nothrow) char[kTitleText]();
+  if (titles.Text.Tbuf == nullptr) titles.Text.Tbuf = new (std::nothrow) Cell[kTitleText]();
   if (titles.Lines.Aline == nullptr || titles.Text.Tbuf == nullptr) {
     FreeTitles(titles);
     return 0;
@@ -36,7 +36,8 @@ void FreeTitles(TitleSet& titles) {
   titles = TitleSet{};
 }
 
-bool AppendTitle(TitleSet& titles, FilePos position, const char* text, std::int32_t length) {
+bool AppendTitle(TitleSet& titles, FilePos position, CellView text) {
+  const auto length = static_cast<std::int32_t>(text.size());
   LineArray& lines = titles.Lines;
   if (lines.Alast >= kTitleSlots - 1 || titles.Text.Tlen - titles.Text.Tend <= length) return false;
   LineEntry& entry = lines.Aline[lines.Alast++];
@@ -44,7 +45,7 @@ bool AppendTitle(TitleSet& titles, FilePos position, const char* text, std::int3
   entry.Lpos = position;
   entry.Ltext = titles.Text.Tend;
   entry.Llen = length;
-  std::copy_n(text, length, titles.Text.Tbuf + titles.Text.Tend);
+  std::copy_n(text.data(), length, titles.Text.Tbuf + titles.Text.Tend);
   titles.Text.Tend += length;
   return true;
 }
@@ -62,8 +63,7 @@ void FreezeLines(TitleSet& titles, const LineArray& lines, const TextBuffer& tex
   for (int i = lines.Afirst; i < lines.Alast; ++i) {
     const LineEntry& line = lines.Aline[i];
     if (line.Lpos >= end || lines.Aline[i + 1].Lpos <= start) continue;
-    const std::int32_t length = std::max(line.Llen, 0);
-    if (!AppendTitle(titles, line.Lpos, text.Tbuf + line.Ltext, length)) break;
+    if (!AppendTitle(titles, line.Lpos, LineCells(line, text))) break;
     last = line.Lpos;
   }
   EndTitles(titles, last + 1);

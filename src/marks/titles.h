@@ -28,9 +28,9 @@ void ResetTitles(TitleSet& titles);
 // Gives the storage back; no titles are left.
 void FreeTitles(TitleSet& titles);
 
-// Adds a title behind the others. False, with the set as it was, when 15 stand in it, or when the text has no
-// room for `length` more bytes.
-[[nodiscard]] bool AppendTitle(TitleSet& titles, FilePos position, const char* text, std::int32_t length);
+// Adds a title behind the others. False, with the set as it was, when 15 stand in it, or when there is no
+// room for the text.
+[[nodiscard]] bool AppendTitle(TitleSet& titles, FilePos position, CellView text);
 
 // Writes the entry that ends the titles, and puts the set at rest.
 void EndTitles(TitleSet& titles, FilePos end);

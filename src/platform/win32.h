@@ -415,8 +415,9 @@ HBRUSH CreateSolidBrush(COLORREF color);
 HPEN CreatePen(int style, int width, COLORREF color);
 COLORREF SetBkColor(HDC dc, COLORREF color);    // the former color
 COLORREF SetTextColor(HDC dc, COLORREF color);  // the former color
-// Text of a font made by CreateFontIndirectA, and of ANSI_FIXED_FONT, stands on a grid: each byte advances
-// by tmAveCharWidth, also in a proportional font.
+// UTF-8 text of a font made by CreateFontIndirectA, and of ANSI_FIXED_FONT, stands on a grid: each character
+// advances by tmAveCharWidth, also in a proportional font. A byte that is no UTF-8 is one character. (The
+// view's text is drawn by operations of the layer's own, see cells.h.)
 BOOL ExtTextOutA(HDC dc, int x, int y, UINT options, const RECT* rect, LPCSTR text, UINT count,
                  const INT* advances);
 BOOL TextOutA(HDC dc, int x, int y, LPCSTR text, int count);
@@ -610,12 +611,6 @@ struct OPENFILENAMEA {
 // chosen stands in lpstrFile, and nobody has looked whether there is such a file; 0 when the user cancels.
 BOOL GetOpenFileNameA(OPENFILENAMEA* open);
 
-// Turns bytes of the OEM code page into the Windows-1252 set, one to one; `target` may be `source`. The code
-// page is the one of the locale where that is known, else 437.
-BOOL OemToCharBuffA(LPCSTR source, LPSTR target, DWORD count);
-// The other way round. A character that the code page lacks becomes one that looks like it, else '?'.
-BOOL CharToOemBuffA(LPCSTR source, LPSTR target, DWORD count);
-
 // --- Profile ---------------------------------------------------------------------------------------------
 //
 // A profile file holds sections of keys. Sections and keys are found without regard to ASCII case and to
@@ -721,7 +716,7 @@ struct DEVNAMES {
 using HGLOBAL = HANDLE;
 inline constexpr UINT GMEM_MOVEABLE = 0x0002;
 inline constexpr UINT GMEM_ZEROINIT = 0x0040;
-inline constexpr UINT CF_TEXT = 1;
+inline constexpr UINT CF_UNICODETEXT = 13;
 
 // Blocks of memory that are handed over to the clipboard; nothing else in the program uses them.
 HGLOBAL GlobalAlloc(UINT flags, std::size_t bytes);  // null when there is no memory
@@ -729,8 +724,8 @@ void* GlobalLock(HGLOBAL block);
 BOOL GlobalUnlock(HGLOBAL block);
 HGLOBAL GlobalFree(HGLOBAL block);  // null: freed
 
-// Relied on: CF_TEXT, zero-terminated bytes of the Windows-1252 set, lines ended by CR LF, which other
-// programs get as this system ends lines. The block belongs to the clipboard once SetClipboardData has
+// Relied on: CF_UNICODETEXT, zero-terminated UTF-16, lines ended by CR LF, which other programs get as this
+// system ends lines. The block belongs to the clipboard once SetClipboardData has
 // succeeded.
 BOOL OpenClipboard(HWND owner);
 BOOL EmptyClipboard();

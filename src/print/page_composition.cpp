@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr char kFormFeed = 12;
+constexpr Cell kFormFeed = CellOf(12);
 constexpr std::uint32_t kNoteFlags = 0x0F00;  // a line with any of these flags carries a note
 constexpr std::string_view kTruncatedNote = " [Truncated...]";
 constexpr std::string_view kIncompleteNote = " [Incomplete Line...]";
@@ -68,7 +68,7 @@ class Composer {
   [[nodiscard]] int DrawHeading();
   [[nodiscard]] int DrawTitles(int y);
   void DrawLines(int y);
-  void DrawLine(const LineEntry& line, std::string_view text, int y);
+  void DrawLine(const LineEntry& line, CellView text, int y);
   void DrawNote(const LineEntry& line, std::size_t columns, int y);
 
   const PrintOrder& order_;
@@ -166,7 +166,7 @@ int Composer::DrawHeading() {
 // The y of what stands below the titles.
 int Composer::DrawTitles(int y) {
   if (!Wants(PO_PAGE_TITLES)) return y;
-  for (const std::string& title : order_.titles) {
+  for (const CellText& title : order_.titles) {
     if (Sent() && Fits(y)) {
       device_.DrawRow(RowAt(y), title, Wants(PO_SHADE_TAGS) ? order_.heading : order_.text);
     }
@@ -182,11 +182,11 @@ void Composer::DrawNote(const LineEntry& line, std::size_t columns, int y) {
                                                                      : std::string_view();
   const std::int64_t width = static_cast<std::int64_t>(columns) * cell_.width;
   if (note.empty() || width >= bodyWidth_ - kNoteGap) return;
-  device_.DrawCells(left_ + static_cast<int>(width) + kNoteGap, y, note,
-                    Wants(PO_SHADE_TAGS) ? order_.comment : order_.text);
+  device_.DrawNote(left_ + static_cast<int>(width) + kNoteGap, y, note,
+                   Wants(PO_SHADE_TAGS) ? order_.comment : order_.text);
 }
 
-void Composer::DrawLine(const LineEntry& line, std::string_view text, int y) {
+void Composer::DrawLine(const LineEntry& line, CellView text, int y) {
   const bool tagged = (line.Lflags & LF_TAGMASK) != 0;
   PageShade shade = order_.text;
   if (Wants(PO_SHADE_TAGS) && tagged && !Wants(PO_TAGS_ONLY)) shade = order_.tag;
@@ -203,7 +203,7 @@ void Composer::DrawLines(int y) {
   for (; Fits(y); ++linesOnPage) {
     if (!HaveLine()) return;
     LineEntry& line = batch_->entries[next_];
-    std::string_view text(&batch_->chars[line.Ltext], static_cast<std::size_t>(std::max(line.Llen, 0)));
+    CellView text(&batch_->cells[line.Ltext], static_cast<std::size_t>(std::max(line.Llen, 0)));
     bool breaks = false;
     if (Wants(PO_EJECT_ON_FF)) {
       if (linesOnPage == 0 && text.starts_with(kFormFeed)) {

@@ -33,9 +33,9 @@ struct PrintOrder {
   std::int32_t points = 10;   // of the font
   bool PrintMessages = true;  // notes at lines that are not whole
   PageShade text, tag, heading, comment;
-  std::vector<TagEntry> tags;       // ascending
-  std::vector<std::string> titles;  // text of the view
-  std::string stamp;                // date and time
+  std::vector<TagEntry> tags;  // ascending
+  std::vector<CellText> titles;
+  std::string stamp;  // date and time
 };
 
 enum class PrintFailure : std::uint8_t {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "platform/cells.h"
 #include "platform/win32.h"
 
 // What a page has room for, in pixels, and pixels per inch.
@@ -48,9 +49,9 @@ class PageDevice {
   [[nodiscard]] virtual std::int32_t EndPage() = 0;
 
   // A row of the view's text in a rectangle that it fills, at its upper left corner; cut at its edges.
-  virtual void DrawRow(const RECT& rect, std::string_view text, PageShade shade) = 0;
-  // The view's text on the ground of its own cells.
-  virtual void DrawCells(int x, int y, std::string_view text, PageShade shade) = 0;
+  virtual void DrawRow(const RECT& rect, CellView text, PageShade shade) = 0;
+  // ASCII text on the ground of its own cells.
+  virtual void DrawNote(int x, int y, std::string_view text, PageShade shade) = 0;
   // UTF-8 text, the same; and the columns that it takes.
   virtual void DrawHeading(int x, int y, std::string_view text, PageShade shade) = 0;
   [[nodiscard]] virtual int HeadingColumns(std::string_view text) = 0;

@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "engine/char_map.h"
-#include "platform/ansi_text.h"
+#include "platform/cells.h"
 #include "platform/win32.h"
 
 namespace {
@@ -37,12 +37,20 @@ std::ptrdiff_t CountCharacters(std::string_view text) {
 
 }  // namespace
 
-void KeyToFileCode(char* key, ViewOptions formatFlags) {
+std::string KeyToFileCode(CellView key, ViewOptions formatFlags) {
+  const std::uint8_t* bytes = nullptr;  // of the codes of the cells; null: the same
   if ((formatFlags & VO_ASCII) != 0) {
-    CharToOemBuffA(key, key, static_cast<DWORD>(std::strlen(key)));
+    bytes = OemBytes();
   } else if ((formatFlags & VO_EBCDIC) != 0) {
-    MapBytes(key, key, static_cast<std::int32_t>(std::strlen(key)), GetEbcdicInverse());
+    bytes = GetEbcdicInverse();
   }
+  std::string coded;
+  for (const Cell cell : key) {
+    const std::uint8_t byte = bytes != nullptr ? bytes[CodeOf(cell)] : CodeOf(cell);
+    if (byte == 0) break;
+    coded += static_cast<char>(byte);
+  }
+  return coded;
 }
 
 std::int32_t ParseHexText(std::uint8_t* destination, const char* text, std::int32_t length) {
@@ -67,17 +75,12 @@ std::int32_t ParseHexText(std::uint8_t* destination, const char* text, std::int3
   return low ? count + 1 : count;
 }
 
-void MapBytes(char* destination, const char* source, std::int32_t count, const std::uint8_t* table) {
-  count = std::max(count, 0);
-  std::transform(source, source + count, destination,
-                 [table](char byte) { return static_cast<char>(table[static_cast<std::uint8_t>(byte)]); });
-  destination[count] = '\0';
-}
-
 std::string KeyDisplayText(const void* key, std::int32_t count, ViewOptions formatFlags) {
-  std::string shown(static_cast<std::size_t>(std::max(count, 0)) + 1, '\0');
-  MapBytes(shown.data(), static_cast<const char*>(key), count, GetCharMap(formatFlags));
-  return AnsiToUtf8(shown.c_str());
+  const std::uint8_t* const map = GetCharMap(formatFlags);
+  CellText shown;
+  for (std::int32_t i = 0; i < count; ++i)
+    shown += CellOf(map[static_cast<const std::uint8_t*>(key)[i]]);
+  return CellsToUtf8(shown);
 }
 
 FieldCheck CheckTextKey(std::string_view text, ViewOptions formatFlags) {
@@ -96,10 +99,7 @@ FieldCheck CheckTextKey(std::string_view text, ViewOptions formatFlags) {
 }
 
 std::string TextKeyOf(std::string_view text, ViewOptions formatFlags) {
-  std::string key = Utf8ToAnsi(text).value_or("");
-  KeyToFileCode(key.data(), formatFlags);
-  key.resize(std::strlen(key.c_str()));  // the conversion may have ended it earlier
-  return key;
+  return KeyToFileCode(Utf8ToCells(text).value_or(CellText()), formatFlags);
 }
 
 HexKey ReadHexKey(std::string_view text, std::int32_t least) {

@@ -15,18 +15,14 @@
 
 inline constexpr std::int32_t kHexDigits = kRecentHexBytes - 1;  // of hex text, blanks included
 
-// Converts a key of Windows-1252 characters, zero-terminated, in place to the code that the option word
-// names. A character without an EBCDIC code ends the key there; CheckTextKey refuses it.
-void KeyToFileCode(char* key, ViewOptions formatFlags);
+// The bytes of a key in the code that the option word names. A character without an EBCDIC code ends the key
+// there; CheckTextKey refuses it.
+[[nodiscard]] std::string KeyToFileCode(CellView key, ViewOptions formatFlags);
 
 // Reads hex text: two digits make a byte; one that stands alone is the high half, with 0 below it. Blanks
 // (0x20) part bytes. The number of bytes written to `destination`, at most half of `length` rounded up; at
 // the first character that is neither digit nor blank, at index i, -1 - i.
 [[nodiscard]] std::int32_t ParseHexText(std::uint8_t* destination, const char* text, std::int32_t length);
-
-// Maps each byte through `table`, of 256 bytes, and writes a terminator. `destination` may be `source`. A
-// count below 1 gives an empty string.
-void MapBytes(char* destination, const char* source, std::int32_t count, const std::uint8_t* table);
 
 // What the bytes of a key look like in the view's character code, as UTF-8.
 [[nodiscard]] std::string KeyDisplayText(const void* key, std::int32_t count, ViewOptions formatFlags);

@@ -8,7 +8,8 @@
 
 namespace {
 
-constexpr std::size_t kLongestTitle = 512;
+constexpr std::size_t kLongestTitle = 512;    // characters
+constexpr std::size_t kLongestCharacter = 3;  // bytes of UTF-8
 
 // A number in the file, of which a hand may have made anything, decides how many keys are deleted.
 constexpr std::int32_t kMostFormerTitles = 1000;
@@ -19,11 +20,20 @@ std::string TitleKey(int number) {
 
 std::string TitleText(const TitleSet& titles, int index) {
   const LineEntry& line = titles.Lines.Aline[index];
-  std::string text(titles.Text.Tbuf + line.Ltext,
-                   std::min(static_cast<std::size_t>(line.Llen), kLongestTitle));
+  CellText cells(LineCells(line, titles.Text).substr(0, kLongestTitle));
   std::ranges::replace_if(
-      text, [](char byte) { return byte == '\n' || byte == '\r' || byte == '\0'; }, ' ');
-  return text;
+      cells, [](Cell cell) { return cell == CellOf('\n') || cell == CellOf('\r') || cell == Cell{}; },
+      CellOf(' '));
+  return CellsToUtf8(cells);
+}
+
+// What is no UTF-8 was written when titles stood in the profile as the bytes of their cells.
+CellText TitleCells(const std::string& text) {
+  if (auto cells = Utf8ToCells(text)) return std::move(*cells);
+  CellText cells;
+  for (const char byte : text)
+    cells += CellOf(static_cast<std::uint8_t>(byte));
+  return cells;
 }
 
 void WriteTitles(const char* profile, const char* section, const TitleSet* titles) {
@@ -45,8 +55,9 @@ int LoadTitles(const char* profile, const char* section, TitleSet& titles) {
   ResetTitles(titles);
   const std::int32_t count = ReadProfileInt(profile, section, "Titles", 0);
   for (int i = 0; i < count; ++i) {
-    const std::string text = ReadProfileText(profile, section, TitleKey(i + 1).c_str(), "", kLongestTitle);
-    if (!AppendTitle(titles, i, text.data(), static_cast<std::int32_t>(text.size()))) break;
+    const std::string text =
+        ReadProfileText(profile, section, TitleKey(i + 1).c_str(), "", kLongestTitle * kLongestCharacter);
+    if (!AppendTitle(titles, i, TitleCells(text).substr(0, kLongestTitle))) break;
   }
   EndTitles(titles, titles.Lines.Alast);
   return 1;

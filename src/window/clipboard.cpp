@@ -21,17 +21,18 @@ void TellFailure(HWND owner, CopyFailure failure) {
 
 // Hands the text over to the clipboard. False when there is no memory for it.
 bool SetClipboardText(HWND owner, const SelectionText& text) {
-  const std::size_t size = static_cast<std::size_t>(text.length) + 1;
+  const std::u16string utf16 = CellsToUtf16({text.text.get(), static_cast<std::size_t>(text.length)});
+  const std::size_t size = (utf16.size() + 1) * sizeof utf16[0];
   const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, size);
   if (block == nullptr) return false;
-  std::memcpy(GlobalLock(block), text.text.get(), size);
+  std::memcpy(GlobalLock(block), utf16.c_str(), size);
   GlobalUnlock(block);
   if (!OpenClipboard(owner)) {
     GlobalFree(block);
     return true;
   }
   EmptyClipboard();
-  SetClipboardData(CF_TEXT, block);
+  SetClipboardData(CF_UNICODETEXT, block);
   CloseClipboard();
   return true;
 }

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "dialogs/freeze_columns.h"
-#include "platform/ansi_text.h"
 #include "window/fonts.h"
 #include "window/main_window_state.h"
 
@@ -18,12 +17,10 @@ constexpr int kSamplePoints = 8;
 std::string SampleLine() {
   const LineArray& lines = MainState.Lines;
   if (lines.Acur >= lines.Alast) return {};
-  const LineEntry& line = lines.Aline[lines.Acur];
-  const std::size_t length = std::min(static_cast<std::size_t>(std::max(line.Llen, 0)), kLongestSample);
-  std::string sample(MainState.Text.Tbuf + line.Ltext, length);
+  CellText sample(LineCells(lines.Aline[lines.Acur], MainState.Text).substr(0, kLongestSample));
   std::ranges::replace_if(
-      sample, [](char byte) { return static_cast<unsigned char>(byte) < ' ' || byte == '\x7F'; }, ' ');
-  return AnsiToUtf8(sample);
+      sample, [](Cell cell) { return CodeOf(cell) < ' ' || CodeOf(cell) == 0x7F; }, CellOf(' '));
+  return CellsToUtf8(sample);
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "window/notice.h"
 
-#include "platform/ansi_text.h"
 #include "settings/colors.h"
 #include "window/main_window_state.h"
 
@@ -22,7 +21,7 @@ void ShowNotice(const std::string& text) {
 
 void DrawNotice(HDC dc) {
   if (MainState.Notice.empty()) return;
-  const std::string text = " " + Utf8ToAnsi(MainState.Notice).value_or(MainState.Notice) + " ";
+  const std::string text = " " + MainState.Notice + " ";
   const RECT rect = NoticeRect();
   const COLORREF formerText = SetTextColor(dc, ColorTable[CommentText]);
   const COLORREF formerBackground = SetBkColor(dc, ColorTable[CommentBgnd]);

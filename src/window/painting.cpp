@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr UINT kOpaqueClipped = ETO_OPAQUE | ETO_CLIPPED;
 constexpr std::uint32_t kNoteFlags = 0x0F00;  // a line with any of these flags carries a note
 constexpr std::string_view kTruncatedNote = " [Truncated...] ";
 constexpr std::string_view kIncompleteNote = " [Incomplete Line...] ";
@@ -61,13 +60,13 @@ class Painter {
  private:
   // The parts of a line on the screen.
   struct RowText {
-    std::string_view frozen, scrolling;
+    CellView frozen, scrolling;
   };
-  [[nodiscard]] RowText SplitLine(const LineEntry& line, const char* text) const;
-  void DrawFrozen(int y, std::string_view text);
-  void DrawScrolling(int x, RECT rect, std::string_view text);
+  [[nodiscard]] RowText SplitLine(const LineEntry& line, const TextBuffer& text) const;
+  void DrawFrozen(int y, CellView text);
+  void DrawScrolling(int x, RECT rect, CellView text);
   void DrawLine(int index, int y);
-  int TextEnd(const LineEntry& line, std::string_view scrolling);
+  int TextEnd(const LineEntry& line, CellView scrolling);
   void DrawBehindText(int y, int endX);
   void DrawNote(const LineEntry& line, int y, int endX);
   void DrawBelow();
@@ -80,20 +79,20 @@ class Painter {
   int titleBottom_ = 0;  // of the titles that this paint has drawn
 };
 
-Painter::RowText Painter::SplitLine(const LineEntry& line, const char* text) const {
-  const std::string_view whole(text + line.Ltext, static_cast<std::size_t>(std::max(line.Llen, 0)));
+Painter::RowText Painter::SplitLine(const LineEntry& line, const TextBuffer& text) const {
+  const CellView whole = LineCells(line, text);
   const auto skip =
       static_cast<std::size_t>(std::max<std::int64_t>(std::int64_t{frozen_} + MainState.HorzOffset, 0));
   return {whole.substr(0, static_cast<std::size_t>(frozen_)), whole.substr(std::min(skip, whole.size()))};
 }
 
-void Painter::DrawFrozen(int y, std::string_view text) {
+void Painter::DrawFrozen(int y, CellView text) {
   const RECT rect{0, y, frozenWidth_ - 1, y + MainState.CharHeight};
-  ExtTextOutA(dc_, 0, y, kOpaqueClipped, &rect, text.data(), static_cast<UINT>(text.size()), nullptr);
+  DrawCells(dc_, 0, y, &rect, text);
 }
 
-void Painter::DrawScrolling(int x, RECT rect, std::string_view text) {
-  ExtTextOutA(dc_, x, rect.top, kOpaqueClipped, &rect, text.data(), static_cast<UINT>(text.size()), nullptr);
+void Painter::DrawScrolling(int x, RECT rect, CellView text) {
+  DrawCells(dc_, x, rect.top, &rect, text);
 }
 
 void Painter::DrawTitles() {
@@ -103,7 +102,7 @@ void Painter::DrawTitles() {
   SetColors(dc_, Colors(HeadingText, HeadingBgnd));
   int y = 0;
   for (int i = titles.Acur; i < titles.Alast && y < state.ClientHeight; ++i) {
-    const RowText row = SplitLine(titles.Aline[i], state.Titles.Text.Tbuf);
+    const RowText row = SplitLine(titles.Aline[i], state.Titles.Text);
     if (frozen_ != 0) DrawFrozen(y, row.frozen);
     DrawScrolling(frozenWidth_, {frozenWidth_, y, state.ClientWidth + 1, y + state.CharHeight},
                   row.scrolling);
@@ -114,13 +113,11 @@ void Painter::DrawTitles() {
 }
 
 // Where the text of a line, or the least painted width, ends.
-int Painter::TextEnd(const LineEntry& line, std::string_view scrolling) {
+int Painter::TextEnd(const LineEntry& line, CellView scrolling) {
   const MainWindowState& state = MainState;
-  SIZE size{};
-  GetTextExtentPointA(dc_, scrolling.data(), static_cast<int>(scrolling.size()), &size);
   const std::int64_t padded =
       (std::int64_t{state.PadLineLength} - frozen_ - state.HorzOffset) * state.CharWidth;
-  std::int64_t width = std::max<std::int64_t>(padded, size.cx);
+  std::int64_t width = std::max<std::int64_t>(padded, CellsWidth(dc_, scrolling.size()));
   if ((line.Lflags & LF_PAGEGAP) != 0) width = 0;
   const int end = Pixels(width + frozenWidth_);
   return end > 0 ? end + 2 : end;
@@ -153,7 +150,7 @@ void Painter::DrawLine(int index, int y) {
   if ((line.Lflags & LF_MESSAGE) != 0) colors = Colors(MessageText, MessageBgnd);
   SetColors(dc_, colors);
 
-  const RowText row = SplitLine(line, state.Text.Tbuf);
+  const RowText row = SplitLine(line, state.Text);
   const int bottom = y + state.CharHeight;
   const int endX = TextEnd(line, row.scrolling);
   const bool background = (state.FormatFlags & VO_BACKGROUND) != 0;

@@ -17,7 +17,7 @@ struct Runs {
   void Size(const RunSize& size) {
     for (const std::shared_ptr<ViewRun>& run : {shown, spare}) {
       run->Lines = {run->entries.get(), size.entries, 0, 0, 0};
-      run->Text = {run->characters.get(), size.text, 0};
+      run->Text = {run->cells.get(), size.text, 0};
     }
     shown->Lines.Aline[0] = LineEntry{};
   }

@@ -68,8 +68,8 @@ TEST(Titles, StopWhereTheTextIsFull) {
   FreezeLines(titles, run.lines, run.buffer, 0, 1000);
   EXPECT_EQ(titles.Lines.Alast, 3);
   const std::string rest(static_cast<std::size_t>(kTitleText) - 27001, 'r');
-  EXPECT_FALSE(AppendTitle(titles, 0, rest.data(), static_cast<std::int32_t>(rest.size())));
-  EXPECT_TRUE(AppendTitle(titles, 0, rest.data(), static_cast<std::int32_t>(rest.size()) - 1));
+  EXPECT_FALSE(AppendTitle(titles, 0, rest));
+  EXPECT_TRUE(AppendTitle(titles, 0, CellView(rest).substr(1)));
   EndTitles(titles, 1);
   UnlockTitles(titles);
   FreeTitles(titles);

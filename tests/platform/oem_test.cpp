@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <string>
 
-#include "platform/win32.h"
+#include "platform/cells.h"
 
 namespace {
 
@@ -56,15 +56,11 @@ TEST(Oem, EveryByteOfEveryPageHasOneByteEachWay) {
     // Hebrew and Arabic letters have nothing that looks like them; a page has up to three open places.
     EXPECT_LE(lost, page == "CP862" || page == "CP864" ? 140 : 3) << page;
   }
-  // In place, with what looks alike where a character is missing.
-  char text[] = "abc\x84|";
-  EXPECT_TRUE(OemToCharBuffA(text, text, 5));
-  EXPECT_STREQ(text, "abc\xE4|");
-  char back[] = "\xE4\xDF\xC0\xA9\x8D";
-  EXPECT_TRUE(CharToOemBuffA(back, back, 5));
-  EXPECT_STREQ(back,
-               "\x84\xE1"
-               "Ac?");
+  // With what looks alike where a character is missing.
+  EXPECT_EQ(OemCellCodes()[0x84], 0xE4);
+  const std::pair<int, int> back[] = {{0xE4, 0x84}, {0xDF, 0xE1}, {0xC0, 'A'}, {0xA9, 'c'}, {0x8D, '?'}};
+  for (const auto& [cell, byte] : back)
+    EXPECT_EQ(OemBytes()[cell], byte) << cell;
 }
 
 }  // namespace

@@ -38,7 +38,7 @@ class RecordingDevice : public PageDevice {
     EXPECT_LE(rect.bottom, extent.height);
     EXPECT_LE(rect.right, extent.width);
   }
-  void DrawCells(int x, int y, std::string_view text, PageShade shade) override {
+  void DrawNote(int x, int y, std::string_view text, PageShade shade) override {
     pages.back().push_back({Drawn::Kind::note, x, y, std::string(text), shade});
   }
   void DrawHeading(int x, int y, std::string_view text, PageShade shade) override {

@@ -14,7 +14,7 @@ class TitleGroup : public testing::Test {
   void Set(const std::vector<std::string>& texts) {
     ResetTitles(titles);
     for (const std::string& text : texts)
-      ASSERT_TRUE(AppendTitle(titles, 7, text.data(), static_cast<std::int32_t>(text.size())));
+      ASSERT_TRUE(AppendTitle(titles, 7, text));
     EndTitles(titles, 8);
   }
   [[nodiscard]] std::vector<std::string> Texts() const {

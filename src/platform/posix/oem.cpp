@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <cstring>
 
+#include "platform/cells.h"
 #include "platform/posix/user_locale.h"
 #include "platform/posix/windows_1252.h"
-#include "platform/win32.h"
 
 namespace {
 
@@ -113,12 +113,6 @@ const std::uint8_t* LocaleTable() {
   return table;
 }
 
-void Translate(const std::uint8_t* table, LPCSTR source, LPSTR target, DWORD count) {
-  for (DWORD i = 0; i < count; ++i) {
-    target[i] = static_cast<char>(table[static_cast<std::uint8_t>(source[i])]);
-  }
-}
-
 }  // namespace
 
 const char* OemCodePageOf(std::string_view locale) {
@@ -178,12 +172,10 @@ void FillAnsiTable(const char* codePage, std::uint8_t (&table)[256]) {
   iconv_close(converter);
 }
 
-BOOL OemToCharBuffA(LPCSTR source, LPSTR target, DWORD count) {
-  Translate(LocaleTable<FillOemTable>(), source, target, count);
-  return TRUE;
+const std::uint8_t* OemCellCodes() {
+  return LocaleTable<FillOemTable>();
 }
 
-BOOL CharToOemBuffA(LPCSTR source, LPSTR target, DWORD count) {
-  Translate(LocaleTable<FillAnsiTable>(), source, target, count);
-  return TRUE;
+const std::uint8_t* OemBytes() {
+  return LocaleTable<FillAnsiTable>();
 }

@@ -2,21 +2,8 @@
 #include <QClipboard>
 #include <cstdlib>
 
-#include "platform/posix/windows_1252.h"
 #include "platform/qt/base/unknown.h"
 #include "platform/win32.h"
-
-namespace {
-
-QString FromWindows1252(const char* bytes) {
-  QString text;
-  for (; *bytes != '\0'; ++bytes) {
-    text += QChar(UnicodeOfWindows1252(static_cast<std::uint8_t>(*bytes)));
-  }
-  return text;
-}
-
-}  // namespace
 
 HGLOBAL GlobalAlloc(UINT flags, std::size_t bytes) {
   platform_qt::ReportUnknownBits("GlobalAlloc", flags, GMEM_MOVEABLE | GMEM_ZEROINIT);
@@ -46,12 +33,13 @@ BOOL EmptyClipboard() {
 }
 
 HANDLE SetClipboardData(UINT format, HANDLE block) {
-  if (format != CF_TEXT) {
+  if (format != CF_UNICODETEXT) {
     platform_qt::ReportUnknown("SetClipboardData", format);
     return nullptr;
   }
   // Programs of this system expect a line feed at the end of a line.
-  QApplication::clipboard()->setText(FromWindows1252(static_cast<const char*>(block)).replace("\r\n", "\n"));
+  QApplication::clipboard()->setText(
+      QString::fromUtf16(static_cast<const char16_t*>(block)).replace("\r\n", "\n"));
   std::free(block);
   return QApplication::clipboard();  // tells success; nobody may use the block any more
 }

@@ -20,7 +20,7 @@
 #include <atomic>
 #include <thread>
 
-#include "platform/ansi_text.h"
+#include "platform/cells.h"
 
 namespace platform_qt {
 
@@ -168,7 +168,7 @@ void OpenDialog::ShowStrange() {
   }
   strangeList_->clear();
   for (const std::string& name : strange_->names) {
-    strangeList_->addItem(QString::fromStdString(AnsiToUtf8(name)));
+    strangeList_->addItem(QString::fromStdString(CellsToUtf8(name)));
   }
   strangeLabel_->show();
   strangeList_->show();

@@ -1,6 +1,7 @@
 #include "platform/qt/drawing/glyphs.h"
 
 #include <QGlyphRun>
+#include <QTextLayout>
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -55,11 +56,11 @@ void DrawGlyphsOf(QPainter& painter, HFONT__& font, const GridText& text, int fa
   indexes.clear();
   places.clear();
   for (int i = 0; i < text.count; ++i) {
-    const ByteGlyph& glyph = GlyphOf(font, static_cast<std::uint8_t>(text.bytes[i]));
+    const ByteGlyph& glyph = GlyphOf(font, CodeOf(text.cells[i]));
     const bool mine = fallback < 0
                           ? glyph.source == ByteGlyph::Source::font
                           : glyph.source == ByteGlyph::Source::fallback && glyph.fallback == fallback;
-    if (mine && text.bytes[i] != ' ') {
+    if (mine && text.cells[i] != CellOf(' ')) {
       indexes.push_back(glyph.glyph);
       places.emplace_back(text.x + i * font.advance, text.y + font.ascent);
     }
@@ -89,7 +90,7 @@ void DrawFontLines(QPainter& painter, const HFONT__& font, const GridText& text)
 
 void PaintGlyphs(QPainter& painter, HFONT__& font, const GridText& text) {
   for (int i = 0; i < text.count; ++i) {
-    if (GlyphOf(font, static_cast<std::uint8_t>(text.bytes[i])).source == ByteGlyph::Source::box) {
+    if (GlyphOf(font, CodeOf(text.cells[i])).source == ByteGlyph::Source::box) {
       DrawBox(painter, font, text.x + i * font.advance, text.y);
     }
   }
@@ -98,6 +99,30 @@ void PaintGlyphs(QPainter& painter, HFONT__& font, const GridText& text) {
     DrawGlyphsOf(painter, font, text, static_cast<int>(fallback));
   }
   DrawFontLines(painter, font, text);
+}
+
+void PaintCharacter(QPainter& painter, const HFONT__& font, int x, int y, char32_t character) {
+  QTextLayout layout(QString::fromUcs4(&character, 1), font.description);
+  layout.beginLayout();
+  layout.createLine();
+  layout.endLayout();
+  bool drawn = false;
+  for (const QGlyphRun& run : layout.glyphRuns()) {
+    const QList<quint32> indexes = run.glyphIndexes();
+    if (std::find(indexes.begin(), indexes.end(), quint32{0}) != indexes.end()) {
+      continue;
+    }
+    QGlyphRun placed;
+    const QPointF origin(x, y + font.ascent);
+    const QList<QPointF> places(indexes.size(), origin);
+    placed.setRawFont(run.rawFont());
+    placed.setRawData(indexes.data(), places.data(), static_cast<int>(indexes.size()));
+    painter.drawGlyphRun(QPointF(0, 0), placed);
+    drawn = true;
+  }
+  if (!drawn) {
+    DrawBox(painter, font, x, y);
+  }
 }
 
 namespace {
@@ -110,8 +135,8 @@ bool DrawTile(HFONT__& font, std::uint8_t byte, TileCache::Set& set) {
   {
     QPainter painter(&image);
     painter.setPen(QColor::fromRgb(set.text));
-    const char character = static_cast<char>(byte);
-    PaintGlyphs(painter, font, {kMargin, 0, &character, 1});
+    const Cell cell = CellOf(byte);
+    PaintGlyphs(painter, font, {kMargin, 0, &cell, 1});
   }
   const auto tileWidth = static_cast<std::size_t>(font.advance);
   Pixel* const tile = set.pixels.data() + byte * tileWidth * static_cast<std::size_t>(height);

@@ -1,7 +1,9 @@
 #include <algorithm>
 #include <cassert>
 #include <cstring>
+#include <string_view>
 
+#include "platform/cells.h"
 #include "platform/qt/base/hooks.h"
 #include "platform/qt/base/unknown.h"
 #include "platform/qt/drawing/device_context.h"
@@ -11,10 +13,18 @@ namespace platform_qt {
 
 namespace {
 
-void Tell(Drawn::Kind kind, HDC dc, const GridText& text, const RECT& rect) {
+// More columns than any picture has.
+constexpr std::size_t kMostColumns = std::size_t{1} << 20;
+
+std::optional<Cell> CellOfCharacter(char32_t character) {
+  const QByteArray utf8 = QString::fromUcs4(&character, 1).toUtf8();
+  const auto cells = Utf8ToCells({utf8.data(), static_cast<std::size_t>(utf8.size())});
+  return cells ? std::optional<Cell>(cells->front()) : std::nullopt;
+}
+
+void Tell(Drawn::Kind kind, HDC dc, int x, int y, const RECT& rect, std::string_view text) {
   if (hooks.drawn != nullptr) [[unlikely]] {
-    hooks.drawn({kind, text.x, text.y, rect, text.bytes, static_cast<std::size_t>(text.count), dc->textColor,
-                 dc->background});
+    hooks.drawn({kind, x, y, rect, text.data(), text.size(), dc->textColor, dc->background});
   }
 }
 
@@ -26,7 +36,7 @@ GridText CutTo(GridText text, const QRect& visible, int advance) {
   const auto column = [&](std::int64_t pixel) { return (pixel - text.x) / advance; };
   const auto first = std::clamp<std::int64_t>(column(visible.left()) - kOverhang, 0, text.count);
   const auto end = std::clamp<std::int64_t>(column(visible.right()) + 1 + kOverhang, first, text.count);
-  return {static_cast<int>(text.x + first * advance), text.y, text.bytes + first,
+  return {static_cast<int>(text.x + first * advance), text.y, text.cells + first,
           static_cast<int>(end - first)};
 }
 
@@ -68,8 +78,7 @@ bool DrawWithTiles(HDC dc, const GridText& text, const QRegion& clip) {
   static std::vector<const Pixel*> tiles;
   tiles.clear();
   for (int i = 0; i < text.count; ++i) {
-    tiles.push_back(TileOf(font, static_cast<std::uint8_t>(text.bytes[i]), PixelOf(dc->textColor),
-                           PixelOf(dc->background)));
+    tiles.push_back(TileOf(font, CodeOf(text.cells[i]), PixelOf(dc->textColor), PixelOf(dc->background)));
     if (tiles.back() == nullptr) {
       return false;
     }
@@ -97,7 +106,7 @@ bool DrawWithTiles(HDC dc, const GridText& text, const QRegion& clip) {
 }
 
 // The cells of the text, in the background color unless the ground is laid already, and the glyphs on them.
-void DrawCells(HDC dc, const GridText& whole, const QRegion& clip, bool groundLaid) {
+void DrawRow(HDC dc, const GridText& whole, const QRegion& clip, bool groundLaid) {
   const int height = dc->font->ascent + dc->font->descent;
   const QRect bounds = clip.boundingRect();
   const GridText text = CutTo(whole, bounds, dc->font->advance);
@@ -118,43 +127,84 @@ void DrawCells(HDC dc, const GridText& whole, const QRegion& clip, bool groundLa
   DrawWithPainter(dc, text, reach);
 }
 
-}  // namespace
-
-}  // namespace platform_qt
-
-using namespace platform_qt;
-
-BOOL ExtTextOutA(HDC dc, int x, int y, UINT options, const RECT* rect, LPCSTR text, UINT count,
-                 const INT* advances) {
-  ReportUnknownBits("ExtTextOutA", options, ETO_OPAQUE | ETO_CLIPPED);
-  assert(advances == nullptr && "text stands on the grid of its font");
-  static_cast<void>(advances);
-  Tell(Drawn::Kind::fillText, dc, {x, y, text, static_cast<int>(count)}, rect != nullptr ? *rect : RECT{});
+// Fills the rectangle, if that is asked for, and draws the cells. The part of the device context in which
+// glyphs may be drawn.
+QRegion DrawInto(HDC dc, const GridText& text, const RECT* rect, bool opaque, bool clipped) {
   QRegion clip = dc->clip;
-  const bool opaque = rect != nullptr && (options & ETO_OPAQUE) != 0;
-  const bool clipped = rect != nullptr && (options & ETO_CLIPPED) != 0;
   if (opaque) {
     FillThrough(dc, RectOf(*rect), PixelOf(dc->background));
   }
   if (clipped) {
     clip &= RectOf(*rect);
   }
-  if (count != 0 && !clip.isEmpty()) {
-    DrawCells(dc, {x, y, text, static_cast<int>(count)}, clip, opaque && clipped);
+  if (text.count != 0 && !clip.isEmpty()) {
+    DrawRow(dc, text, clip, opaque && clipped);
   }
+  return clip;
+}
+
+// Characters that have a cell are drawn as those; the others onto blank ones.
+void DrawUtf8(HDC dc, int x, int y, std::string_view text, const RECT* rect, bool opaque, bool clipped) {
+  const auto characters = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).toUcs4();
+  CellText cells;
+  for (const char32_t character : characters) {
+    cells += CellOfCharacter(character).value_or(CellOf(' '));
+  }
+  const QRegion clip =
+      DrawInto(dc, {x, y, cells.data(), static_cast<int>(cells.size())}, rect, opaque, clipped);
+  for (qsizetype i = 0; i < characters.size() && !clip.isEmpty(); ++i) {
+    if (CellOfCharacter(characters[i])) {
+      continue;
+    }
+    const int left = x + static_cast<int>(i) * dc->font->advance;
+    const QRegion visible = clip & QRect(left, y, dc->font->advance, dc->font->ascent + dc->font->descent);
+    if (!visible.isEmpty()) {
+      QPainter& painter = dc->target->Painter();
+      painter.setClipRegion(visible);
+      painter.setPen(QColor::fromRgb(PixelOf(dc->textColor)));
+      PaintCharacter(painter, *dc->font, left, y, characters[i]);
+    }
+  }
+}
+
+}  // namespace
+
+}  // namespace platform_qt
+
+using namespace platform_qt;
+
+void DrawCells(HDC dc, int x, int y, const RECT* rect, CellView cells) {
+  const GridText text{x, y, cells.data(), static_cast<int>(cells.size())};
+  Tell(rect != nullptr ? Drawn::Kind::fillText : Drawn::Kind::text, dc, x, y,
+       rect != nullptr ? *rect : RECT{}, cells);
+  DrawInto(dc, text, rect, rect != nullptr, rect != nullptr);
+}
+
+int CellsWidth(HDC dc, std::size_t count) {
+  return static_cast<int>(std::min<std::size_t>(count, kMostColumns)) * dc->font->advance;
+}
+
+BOOL ExtTextOutA(HDC dc, int x, int y, UINT options, const RECT* rect, LPCSTR text, UINT count,
+                 const INT* advances) {
+  ReportUnknownBits("ExtTextOutA", options, ETO_OPAQUE | ETO_CLIPPED);
+  assert(advances == nullptr && "text stands on the grid of its font");
+  static_cast<void>(advances);
+  Tell(Drawn::Kind::fillText, dc, x, y, rect != nullptr ? *rect : RECT{}, {text, count});
+  DrawUtf8(dc, x, y, {text, count}, rect, rect != nullptr && (options & ETO_OPAQUE) != 0,
+           rect != nullptr && (options & ETO_CLIPPED) != 0);
   return TRUE;
 }
 
 BOOL TextOutA(HDC dc, int x, int y, LPCSTR text, int count) {
-  Tell(Drawn::Kind::text, dc, {x, y, text, count}, {});
-  if (count > 0 && !dc->clip.isEmpty()) {
-    DrawCells(dc, {x, y, text, count}, dc->clip, false);
-  }
+  const std::string_view whole(text, static_cast<std::size_t>(std::max(count, 0)));
+  Tell(Drawn::Kind::text, dc, x, y, {}, whole);
+  DrawUtf8(dc, x, y, whole, nullptr, false, false);
   return TRUE;
 }
 
-BOOL GetTextExtentPointA(HDC dc, LPCSTR, int count, SIZE* size) {
-  *size = {count * dc->font->advance, dc->font->ascent + dc->font->descent};
+BOOL GetTextExtentPointA(HDC dc, LPCSTR text, int count, SIZE* size) {
+  const auto columns = QString::fromUtf8(text, std::max(count, 0)).toUcs4().size();
+  *size = {CellsWidth(dc, static_cast<std::size_t>(columns)), dc->font->ascent + dc->font->descent};
   return TRUE;
 }
 

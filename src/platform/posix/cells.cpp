@@ -1,4 +1,4 @@
-#include "platform/ansi_text.h"
+#include "platform/cells.h"
 
 #include <algorithm>
 #include <iterator>
@@ -27,19 +27,20 @@ std::optional<char16_t> TakeCharacter(std::string_view& text) {
   return static_cast<char16_t>(character);
 }
 
-std::optional<char> ByteOf(char16_t character) {
-  if (character < 0x80 || (character > 0x9F && character <= 0xFF)) return static_cast<char>(character);
+std::optional<Cell> CellOfUnicode(char16_t character) {
+  if (character < 0x80 || (character > 0x9F && character <= 0xFF))
+    return CellOf(static_cast<std::uint8_t>(character));
   const auto* const at = std::ranges::find(kWindows1252Block, character);
   if (at == std::end(kWindows1252Block)) return std::nullopt;
-  return static_cast<char>(0x80 + (at - std::begin(kWindows1252Block)));
+  return CellOf(static_cast<std::uint8_t>(0x80 + (at - std::begin(kWindows1252Block))));
 }
 
 }  // namespace
 
-std::string AnsiToUtf8(std::string_view bytes) {
+std::string CellsToUtf8(CellView cells) {
   std::string text;
-  for (const char byte : bytes) {
-    const unsigned character = UnicodeOfWindows1252(static_cast<std::uint8_t>(byte));
+  for (const Cell cell : cells) {
+    const unsigned character = UnicodeOfWindows1252(CodeOf(cell));
     if (character < 0x80) {
       text += static_cast<char>(character);
     } else if (character < 0x800) {
@@ -54,13 +55,20 @@ std::string AnsiToUtf8(std::string_view bytes) {
   return text;
 }
 
-std::optional<std::string> Utf8ToAnsi(std::string_view text) {
-  std::string bytes;
+std::u16string CellsToUtf16(CellView cells) {
+  std::u16string text;
+  for (const Cell cell : cells)
+    text += UnicodeOfWindows1252(CodeOf(cell));
+  return text;
+}
+
+std::optional<CellText> Utf8ToCells(std::string_view text) {
+  CellText cells;
   while (!text.empty()) {
     const std::optional<char16_t> character = TakeCharacter(text);
-    const std::optional<char> byte = character ? ByteOf(*character) : std::nullopt;
-    if (!byte) return std::nullopt;
-    bytes += *byte;
+    const std::optional<Cell> cell = character ? CellOfUnicode(*character) : std::nullopt;
+    if (!cell) return std::nullopt;
+    cells += *cell;
   }
-  return bytes;
+  return cells;
 }
