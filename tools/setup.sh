@@ -11,7 +11,7 @@ set -euo pipefail
 run_packages=(g++ cmake ninja-build qt6-base-dev libgtest-dev libbenchmark-dev libhwy-dev fontconfig
     fonts-liberation2 pkg-config libcairo2-dev libcups2-dev)
 test_packages=(xvfb xdotool xclip openbox python3 clang clang-format clang-tidy libfuse3-dev fuse3
-    libfiu-dev fiu-utils poppler-utils cups-daemon cups-client cups-ipp-utils dbus-daemon)
+    libfiu-dev fiu-utils poppler-utils xsettingsd cups-daemon cups-client cups-ipp-utils dbus-daemon)
 ci_packages=(g++-mingw-w64-x86-64-posix)
 measure_packages=(xvfb xdotool openbox python3 ripgrep strace)
 

@@ -194,7 +194,8 @@ inline constexpr UINT WM_HSCROLL = 0x0114;
 inline constexpr UINT WM_VSCROLL = 0x0115;
 inline constexpr UINT WM_INITMENUPOPUP = 0x0117;
 inline constexpr UINT WM_EXITMENULOOP =
-    0x0212;  // a pull-down has closed, or the menu has given the keys back
+    0x0212;                                    // a pull-down has closed, or the menu has given the keys back
+inline constexpr UINT WM_DPICHANGED = 0x02E0;  // LOWORD(wParam): LOGPIXELSY of the window from now on
 inline constexpr UINT WM_MOUSEMOVE =
     0x0200;  // while a button is down; moves that follow each other become one
 inline constexpr UINT WM_LBUTTONDOWN = 0x0201;

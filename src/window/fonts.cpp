@@ -1,6 +1,7 @@
 #include "window/fonts.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 
@@ -58,6 +59,16 @@ int ChooseViewFont(HWND owner) {
   std::copy(std::begin(state.ViewLogFont.lfFaceName), std::end(state.ViewLogFont.lfFaceName), state.FontFace);
   state.FontPoints = choose.iPointSize / 10;
   return 1;
+}
+
+void FollowScale(int pixelsPerInch) {
+  MainWindowState& state = MainState;
+  if (pixelsPerInch == state.PixelsPerInch || state.ViewFont == nullptr) return;
+  LONG& height = state.ViewLogFont.lfHeight;
+  height = static_cast<LONG>(std::lround(static_cast<double>(height) * pixelsPerInch / state.PixelsPerInch));
+  state.FormatWidth = -1;
+  SendMessageA(state.MainWindow, WM_VIEW_FONT, 0, 0);
+  PostMessageA(state.MainWindow, WM_VIEW_LAYOUT, 0, 0);
 }
 
 LRESULT FontCommand(UINT /*id*/) {

@@ -15,6 +15,9 @@
 // Builds ViewFont and measures it. The sender repaints and lays out anew.
 void BuildViewFont();
 
+// The screen has another resolution now: the font keeps its size in points, and the view is laid out anew.
+void FollowScale(int pixelsPerInch);
+
 // Shows the font dialog. Result 1 if the user chose a font, which is then in ViewLogFont, FontFace and
 // FontPoints; else 0.
 int ChooseViewFont(HWND owner);

@@ -130,6 +130,9 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
       FollowDesktopColors(ColorTable, MainState.DesktopColors);
       RepaintWindow();
       return 0;
+    case WM_DPICHANGED:
+      FollowScale(LOWORD(wParam));
+      return 0;
     case WM_KEYDOWN:
       if (KeyDown(wParam)) return 0;
       break;

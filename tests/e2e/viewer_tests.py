@@ -3,6 +3,7 @@ file holds at that place, or with the screen of another moment. Nothing is timed
 shows what it should, and fails when patience ends."""
 import os
 import shutil
+import signal
 import subprocess
 import time
 import urllib.parse
@@ -408,6 +409,28 @@ def font_dialog(bench):
     expect_picture(viewer, first, "the view as it was")
 
 
+def scale(bench):
+    """The desktop is scaled while the viewer runs: the window and its font follow."""
+    settings = os.path.join(bench.folder, "xsettings")
+
+    def scale_to(dots):
+        with open(settings, "w", encoding="ascii") as file:
+            file.write(f"Xft/DPI {dots * 1024}\n")
+
+    scale_to(96)
+    manager = subprocess.Popen(["xsettingsd", "-c", settings], env=bench.desktop.env, stderr=subprocess.DEVNULL)
+    try:
+        viewer = bench.show(bench.write("lines.txt", b"=" * 20 + b"\n"))
+        width = viewer.size()[0]
+        bench.expect_rows(viewer, ["=" * 20], "the line")
+        scale_to(144)
+        manager.send_signal(signal.SIGHUP)
+        wait_until(lambda: viewer.size()[0] > width * 1.4, "a window of the new scale", viewer.process)
+    finally:
+        manager.terminate()
+        manager.wait()
+
+
 def clipboard(viewer):
     """What another program gets when it pastes."""
     done = subprocess.run(["xclip", "-o", "-selection", "clipboard"], env=viewer.desktop.env, capture_output=True,
@@ -738,4 +761,4 @@ def no_display(bench):
 
 ALL_TESTS = [(test.__name__, test) for test in (
     lines_and_pages, sideways, formats, zoom, wheel, huge_thumb, unusual_names, menu, ways_to_end, not_found, open_dialog, font_dialog, select_and_copy, tags,
-    recent_files, drop, colors, find_text, find_hex, go_to, titles_and_columns, search_ended, no_display)]
+    recent_files, drop, colors, find_text, find_hex, go_to, titles_and_columns, search_ended, scale, no_display)]

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QScreen>
 #include <QSocketNotifier>
 #include <QStyleFactory>
 #include <csignal>
@@ -12,6 +13,7 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "platform/posix/command_words.h"
 #include "platform/posix/system_colors.h"
@@ -75,8 +77,34 @@ void TakeDesktopColors() {
   take(COLOR_HIGHLIGHTTEXT, QPalette::HighlightedText);
 }
 
-// The desktop has changed its colors, as from day to night.
-class PaletteWatch : public QObject {
+// Tells windows whose resolution is another one than before: the desktop has changed its scale, or they
+// have come to another screen.
+void TellScale() {
+  for (MainWindow* window : MainWindows()) {
+    const int dots = window->target.DotsPerInch();
+    if (std::exchange(window->toldDotsPerInch, dots) == dots) {
+      continue;
+    }
+    // The toolkit counts in other pixels now, but leaves the window as it is until its size changes.
+    if (!window->frame->isMaximized()) window->frame->resize(window->frame->size() + QSize(1, 1));
+    window->SyncSize();
+    PostMessageA(window, WM_DPICHANGED, MAKEWPARAM(static_cast<WORD>(dots), static_cast<WORD>(dots)), 0);
+  }
+}
+
+void WatchScreen(QScreen* screen) {
+  QObject::connect(screen, &QScreen::logicalDotsPerInchChanged, screen, &TellScale, Qt::QueuedConnection);
+}
+
+void WatchScreens(QObject* parent) {
+  for (QScreen* const screen : QGuiApplication::screens()) {
+    WatchScreen(screen);
+  }
+  QObject::connect(qApp, &QGuiApplication::screenAdded, parent, &WatchScreen);
+}
+
+// The desktop has changed its colors, as from day to night; or a window has come to another screen.
+class DesktopWatch : public QObject {
  public:
   using QObject::QObject;
   bool eventFilter(QObject* object, QEvent* event) override {
@@ -85,6 +113,9 @@ class PaletteWatch : public QObject {
       for (MainWindow* window : MainWindows()) {
         PostMessageA(window, WM_SYSCOLORCHANGE, 0, 0);
       }
+    }
+    if (event->type() == QEvent::ScreenChangeInternal) {
+      QMetaObject::invokeMethod(this, &TellScale, Qt::QueuedConnection);
     }
     return false;
   }
@@ -145,7 +176,8 @@ void StartToolkit(const char* programName) {
   QGuiApplication::setDesktopFileName(QStringLiteral("quorl"));
   QApplication::setQuitOnLastWindowClosed(false);
   TakeDesktopColors();
-  toolkit->application->installEventFilter(new PaletteWatch(toolkit->application.get()));
+  WatchScreens(toolkit->application.get());
+  toolkit->application->installEventFilter(new DesktopWatch(toolkit->application.get()));
 }
 
 void StopToolkit() {

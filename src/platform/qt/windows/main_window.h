@@ -62,6 +62,7 @@ struct MainWindow : HWND__ {
   HMENU menu;
   HCURSOR classCursor;
   std::string caption;
+  int toldDotsPerInch = 0;  // what the program knows; 0: it has not been told of another than the first
 
  private:
   // What the last WM_SIZE said.
