@@ -74,10 +74,10 @@ std::int64_t OnePass(FormatProc format, View& view, std::string& bytes, std::int
   const FileSlice slice = {reinterpret_cast<std::uint8_t*>(bytes.data()), size, forward ? 0 : size};
   LineCursor cursor{view.lines.Aline, view.lines.Acnt, forward ? 0 : view.lines.Acnt - 1};
   view.text.Tend = 0;
-  const FilePos pos = slice.Soff;
+  const FilePos pos = FilePos::At(slice.Soff);
   benchmark::DoNotOptimize(format(slice, cursor, view.text, pos, direction, options, kLineLen));
   benchmark::ClobberMemory();
-  return forward ? cursor.Cend : pos - view.lines.Aline[cursor.Ccur].Lpos;
+  return forward ? cursor.Cend - FilePos() : pos - view.lines.Aline[cursor.Ccur].Lpos;
 }
 
 void BM_Format(benchmark::State& state, FormatProc format, std::int32_t direction, ViewOptions options) {
@@ -123,9 +123,9 @@ QUORL_BENCH_FORMAT(raw_backward, FormatRaw, FILL_BACKWARD, 0);
 // A file of 8 GB, all hole but for a megabyte of text at each of 64 places. It takes 64 MB of disk.
 class LargeFile {
  public:
-  static constexpr FilePos kLength = FilePos{8} << 30;
-  static constexpr FilePos kStretches = 64;
-  static constexpr FilePos kStretchBytes = 1 << 20;
+  static constexpr ByteCount kLength = ByteCount{8} << 30;
+  static constexpr ByteCount kStretches = 64;
+  static constexpr ByteCount kStretchBytes = 1 << 20;
 
   LargeFile() {
     std::string name = (fs::temp_directory_path() / "quorl-bench-XXXXXX").string();
@@ -134,7 +134,7 @@ class LargeFile {
     path_ = folder_ / "large.log";
     const std::string text = LogText(kStretchBytes);
     std::ofstream out(path_, std::ios::binary);
-    for (FilePos i = 0; i < kStretches; ++i) {
+    for (ByteCount i = 0; i < kStretches; ++i) {
       out.seekp(StretchStart(i));
       out.write(text.data(), kStretchBytes);
     }
@@ -150,7 +150,7 @@ class LargeFile {
   LargeFile(const LargeFile&) = delete;
   LargeFile& operator=(const LargeFile&) = delete;
 
-  static FilePos StretchStart(FilePos i) { return kLength / kStretches * i; }
+  static ByteCount StretchStart(ByteCount i) { return kLength / kStretches * i; }
   [[nodiscard]] bool Ready() const { return ready_; }
   [[nodiscard]] std::string Path() const { return path_.string(); }
 
@@ -174,10 +174,10 @@ void BM_LoadView(benchmark::State& state, FormatProc format, ViewOptions options
   View view;
   std::mt19937_64 random(3);
   for (auto _ : state) {
-    const auto stretch = static_cast<FilePos>(random() % LargeFile::kStretches);
-    const auto within = static_cast<FilePos>(random() % LargeFile::kStretchBytes);
-    const FilePos pos =
-        LargeFile::StretchStart(stretch) + within + (place == Place::hole ? LargeFile::kLength / 128 : 0);
+    const auto stretch = static_cast<ByteCount>(random() % LargeFile::kStretches);
+    const auto within = static_cast<ByteCount>(random() % LargeFile::kStretchBytes);
+    const FilePos pos = FilePos::At(LargeFile::StretchStart(stretch) + within +
+                                    (place == Place::hole ? LargeFile::kLength / 128 : 0));
     FileError error = source.Open(path.c_str());
     const ViewStatus status =
         LoadView({pos, -1, 50, 2, {format, options, kLineLen}}, source, *file, view.lines, view.text);
@@ -224,7 +224,7 @@ void BM_LoadLongLines(benchmark::State& state) {
   const std::shared_ptr<ViewRun> run = MakeRun(RunSizeFor(50, 360));
   std::mt19937_64 random(3);
   for (auto _ : state) {
-    const auto pos = static_cast<FilePos>(random() % 18000000);
+    const auto pos = FilePos::At(random() % 18000000);
     if (source.Open(lines.Path()) != 0) state.SkipWithError("cannot open the file");
     const LoadRequest request{pos, -1, 50, 2, {FormatText, kText, 360}};
     benchmark::DoNotOptimize(LoadView(request, source, *file, run->Lines, run->Text));

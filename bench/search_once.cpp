@@ -39,7 +39,7 @@ int main(int argc, char** argv) {
   if (what == "read" && argc == 3) {
     std::printf("%lld\n", static_cast<long long>(BareRead(argv[2])));
   } else if ((what == "exact" || what == "folded") && argc == 4) {
-    std::printf("%lld\n", static_cast<long long>(Search(argv[3], argv[2], what == "exact")));
+    std::printf("%lld\n", static_cast<long long>(Search(argv[3], argv[2], what == "exact").Offset()));
   } else {
     std::fputs("usage: search_once exact|folded KEY FILE | search_once read FILE\n", stderr);
     return 2;

@@ -30,12 +30,12 @@ void FullRepaint(benchmark::State& state) {
 BENCHMARK(FullRepaint)->Unit(benchmark::kMicrosecond);
 
 void OneLineScroll(benchmark::State& state) {
-  SendMessageA(MainState.MainWindow, WM_VIEW_LOAD, 0, MainState.File.Flen / 2);
+  SendMessageA(MainState.MainWindow, WM_VIEW_LOAD, 0, MainState.File.Flen.Offset() / 2);
   Pump();
   const std::int64_t opened = platform_testing::FilesOpened();
   std::intptr_t step = 1;
   for (auto _ : state) {
-    SendMessageA(MainState.MainWindow, WM_VIEW_MOVE, static_cast<WPARAM>(step), kNoPosition);
+    SendMessageA(MainState.MainWindow, WM_VIEW_MOVE, static_cast<WPARAM>(step), kNoPosition.Offset());
     step = -step;
   }
   state.counters["files opened"] = static_cast<double>(platform_testing::FilesOpened() - opened);

@@ -21,13 +21,14 @@ class MemoryOrigin : public ByteOrigin {
   explicit MemoryOrigin(MemoryFile& file) : file_(file) {}
   FileError Open(const char* /*name*/, ByteIdentity& identity) override {
     ++file_.opens;
-    identity = {1, file_.number, file_.changed, static_cast<FilePos>(file_.bytes.size())};
+    identity = {1, file_.number, file_.changed, FilePos::At(file_.bytes.size())};
     return file_.failure;
   }
   FileError ReadAt(FilePos pos, std::uint8_t* to, std::size_t count, std::size_t& got) override {
-    const auto size = file_.failure != 0 ? 0 : static_cast<FilePos>(file_.bytes.size());
-    got = static_cast<std::size_t>(std::clamp<FilePos>(size - pos, 0, static_cast<FilePos>(count)));
-    if (got > 0) std::memcpy(to, file_.bytes.data() + pos, got);
+    const ByteCount size = file_.failure != 0 ? 0 : std::ssize(file_.bytes);
+    got = static_cast<std::size_t>(
+        std::clamp<ByteCount>(size - pos.Offset(), 0, static_cast<ByteCount>(count)));
+    if (got > 0) std::memcpy(to, file_.bytes.data() + pos.Offset(), got);
     ++file_.reads;
     file_.bytesRead += static_cast<std::int64_t>(got);
     return file_.failure;

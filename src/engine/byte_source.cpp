@@ -21,11 +21,11 @@ class FileOrigin : public ByteOrigin {
     FileFacts facts;
     error = FileAsk(file_, facts);
     if (error != 0) Close();
-    identity = {facts.volume, facts.number, facts.changed, facts.length};
+    identity = {facts.volume, facts.number, facts.changed, FilePos::At(facts.length)};
     return error;
   }
   FileError ReadAt(FilePos pos, std::uint8_t* to, std::size_t count, std::size_t& got) override {
-    return FileReadAt(file_, pos, to, count, got);
+    return FileReadAt(file_, pos.Offset(), to, count, got);
   }
   void Close() override {
     FileClose(file_);
@@ -36,11 +36,11 @@ class FileOrigin : public ByteOrigin {
   FileHandle file_ = kNoFile;
 };
 
-constexpr FilePos BlockOf(FilePos pos) {
-  return pos / kBlockBytes;
+constexpr std::intptr_t BlockOf(FilePos pos) {
+  return pos.Offset() / kBlockBytes;
 }
-constexpr FilePos StartOf(FilePos block) {
-  return block * kBlockBytes;
+constexpr FilePos StartOf(std::intptr_t block) {
+  return FilePos::At(block * kBlockBytes);
 }
 
 }  // namespace
@@ -70,24 +70,24 @@ void ByteSource::Close() {
   first_ = end_ = base_ = 0;
 }
 
-std::uint8_t* ByteSource::Slot(FilePos block) {
+std::uint8_t* ByteSource::Slot(BlockNumber block) {
   return window_.get() + (block - base_) * kBlockBytes;
 }
 
 // Moves the window so that the blocks `firstBlock` to `endBlock` - 1 have places in it. Of the blocks kept,
 // those that still have a place, and that leave no hole, stay.
-void ByteSource::MakeRoom(FilePos firstBlock, FilePos endBlock) {
+void ByteSource::MakeRoom(BlockNumber firstBlock, BlockNumber endBlock) {
   const bool apart = first_ == end_ || endBlock < first_ || firstBlock > end_;
   if (apart) {
     // The places below and above are for those who go on from here, in either direction.
-    base_ = std::max<FilePos>(firstBlock - (kBlocksKept - (endBlock - firstBlock)) / 2, 0);
+    base_ = std::max<BlockNumber>(firstBlock - (kBlocksKept - (endBlock - firstBlock)) / 2, 0);
     first_ = end_ = firstBlock;
     return;
   }
   if (firstBlock >= base_ && endBlock <= base_ + kBlocksKept) return;
-  const FilePos base = firstBlock < base_ ? firstBlock : endBlock - kBlocksKept;
-  const FilePos first = std::max(first_, base);
-  const FilePos end = std::min(end_, base + kBlocksKept);
+  const BlockNumber base = firstBlock < base_ ? firstBlock : endBlock - kBlocksKept;
+  const BlockNumber first = std::max(first_, base);
+  const BlockNumber end = std::min(end_, base + kBlocksKept);
   if (first < end) {
     std::memmove(window_.get() + (first - base) * kBlockBytes, Slot(first),
                  static_cast<std::size_t>((end - first) * kBlockBytes));
@@ -98,16 +98,16 @@ void ByteSource::MakeRoom(FilePos firstBlock, FilePos endBlock) {
 }
 
 // Reads one block, next to those kept. What the file lacks of it is found out here.
-void ByteSource::ReadBlock(FilePos block) {
+void ByteSource::ReadBlock(BlockNumber block) {
   const FilePos start = StartOf(block);
-  const auto wanted = static_cast<std::size_t>(std::min<FilePos>(kBlockBytes, Length() - start));
+  const auto wanted = static_cast<std::size_t>(std::min<ByteCount>(kBlockBytes, Length() - start));
   std::size_t got = 0;
   failure_ = origin_->ReadAt(start, Slot(block), wanted, got);
-  if (failure_ == 0 && got < wanted) identity_.length = start + static_cast<FilePos>(got);
+  if (failure_ == 0 && got < wanted) identity_.length = start + got;
 }
 
 // Sees to it that the blocks are in the window, as far as the file has them. False after a failure.
-bool ByteSource::Fetch(FilePos firstBlock, FilePos endBlock) {
+bool ByteSource::Fetch(BlockNumber firstBlock, BlockNumber endBlock) {
   assert(endBlock - firstBlock <= kBlocksKept);
   if (window_ == nullptr) {
     window_.reset(new (std::nothrow) std::uint8_t[static_cast<std::size_t>(kBlocksKept) * kBlockBytes]);
@@ -127,7 +127,7 @@ bool ByteSource::Fetch(FilePos firstBlock, FilePos endBlock) {
 }
 
 ByteView ByteSource::Piece(FilePos from, FilePos to) {
-  return {Slot(BlockOf(from)) + from % kBlockBytes, static_cast<std::int32_t>(to - from), from};
+  return {Slot(BlockOf(from)) + (from - StartOf(BlockOf(from))), static_cast<std::int32_t>(to - from), from};
 }
 
 ByteView ByteSource::View(FilePos from, FilePos to) {
@@ -146,9 +146,9 @@ ByteView ByteSource::ViewAround(FilePos from, FilePos to) {
 
 std::int32_t ByteSource::ReadInto(FilePos from, std::uint8_t* to, std::int32_t count) {
   if (failure_ != 0 || !open_ || from >= Length()) return 0;
-  const auto wanted = static_cast<std::size_t>(std::min<FilePos>(count, Length() - from));
+  const auto wanted = static_cast<std::size_t>(std::min<ByteCount>(count, Length() - from));
   std::size_t got = 0;
   failure_ = origin_->ReadAt(from, to, wanted, got);
-  if (failure_ == 0 && got < wanted) identity_.length = from + static_cast<FilePos>(got);
+  if (failure_ == 0 && got < wanted) identity_.length = from + got;
   return static_cast<std::int32_t>(got);
 }

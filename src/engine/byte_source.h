@@ -92,10 +92,12 @@ class ByteSource {
   [[nodiscard]] std::int32_t ReadInto(FilePos from, std::uint8_t* to, std::int32_t count);
 
  private:
-  [[nodiscard]] bool Fetch(FilePos firstBlock, FilePos endBlock);
-  void MakeRoom(FilePos firstBlock, FilePos endBlock);
-  void ReadBlock(FilePos block);
-  [[nodiscard]] std::uint8_t* Slot(FilePos block);
+  using BlockNumber = std::intptr_t;  // block n begins at n times kBlockBytes
+
+  [[nodiscard]] bool Fetch(BlockNumber firstBlock, BlockNumber endBlock);
+  void MakeRoom(BlockNumber firstBlock, BlockNumber endBlock);
+  void ReadBlock(BlockNumber block);
+  [[nodiscard]] std::uint8_t* Slot(BlockNumber block);
   [[nodiscard]] ByteView Piece(FilePos from, FilePos to);
 
   std::unique_ptr<ByteOrigin> origin_;
@@ -104,7 +106,7 @@ class ByteSource {
   FileError failure_ = 0;
   bool open_ = false;
   // Blocks first_ to end_ - 1 are kept; block base_ has the window's first place.
-  FilePos base_ = 0;
-  FilePos first_ = 0;
-  FilePos end_ = 0;
+  BlockNumber base_ = 0;
+  BlockNumber first_ = 0;
+  BlockNumber end_ = 0;
 };

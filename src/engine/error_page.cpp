@@ -74,7 +74,7 @@ ViewStatus ShowErrorPage(ViewStatus status, const ViewFile& file, LineArray& lin
   AddErrorLine(lines, text, "* Status=%X", unsigned{status});
   AddErrorLine(lines, text, "* Acnt=%d, Afirst=%d, Alast=%d, Acur=%d", oldLines.Acnt, oldLines.Afirst,
                oldLines.Alast, oldLines.Acur);
-  AddErrorLine(lines, text, "* Fcur=%" PRIdPTR ", Flen=%" PRIdPTR, file.Fcur, file.Flen);
+  AddErrorLine(lines, text, "* Fcur=%" PRIdPTR ", Flen=%" PRIdPTR, file.Fcur.Offset(), file.Flen.Offset());
   AddErrorLine(lines, text, "* Tlen=%" PRId32 ", Tend=%" PRId32, oldText.Tlen, oldText.Tend);
   AddErrorLine(lines, text, "* Press [Home] to get back to Quorl");
   AddErrorLine(lines, text, "%s", kRule);

@@ -65,16 +65,16 @@ constexpr RowShape WidestRow(std::int32_t lineLen, ViewOptions options) {
 }
 static_assert(WidestRow(21, 0).groups == 0 && WidestRow(22, 0).groups == 1 && WidestRow(217, 0).groups == 16);
 
-constexpr ViewOptions DigitsAboveFewest(FilePos address) {
+constexpr ViewOptions DigitsAboveFewest(FilePos last) {
   ViewOptions digits = 0;
-  for (address >>= 4 * kFewestDigits; address > 0; address >>= 4)
+  for (ByteCount address = last.Offset() >> 4 * kFewestDigits; address > 0; address >>= 4)
     ++digits;
   return digits;
 }
 
 // The last digits of the address; those of a row that begins in front of the file count down from 0.
 void WriteAddress(Cell* row, std::int32_t digits, FilePos pos) {
-  auto value = static_cast<std::uint64_t>(pos);
+  auto value = static_cast<std::uint64_t>(pos.Offset());
   for (std::int32_t i = digits - 1; i >= 0; --i) {
     row[i] = CellOf(kDigits[value & 15]);
     value >>= 4;
@@ -119,7 +119,7 @@ void FillForward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, Fi
 
 void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos,
                   const std::uint8_t* map, const RowShape& shape) {
-  FilePos off = slice.Soff;
+  ByteCount off = slice.Soff;
   if (off > slice.Slen) {  // the file ends before pos: start from where it ends
     pos -= off - slice.Slen;
     off = slice.Slen;
@@ -127,13 +127,13 @@ void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, F
   while (lines.Ccur > 0 && off > 0 && HasRoom(text, shape)) {
     off -= shape.bytes;
     pos -= shape.bytes;
-    if (off < 0 && pos > off) return;  // the row begins above the slice, but not above the file
+    if (off < 0 && pos - off > 0) return;  // the row begins above the slice, but not above the file
 
     Cell* row = text.Tbuf + text.Tend;
     std::fill_n(row, shape.full, CellOf(' '));
     WriteAddress(row, shape.digits, pos);
-    const auto first = static_cast<std::int32_t>(std::max<FilePos>(-off, 0));
-    WriteBytes(row, shape, first, shape.bytes, slice.Sbuf + std::max<FilePos>(off, 0), map);
+    const auto first = static_cast<std::int32_t>(std::max<ByteCount>(-off, 0));
+    WriteBytes(row, shape, first, shape.bytes, slice.Sbuf + std::max<ByteCount>(off, 0), map);
 
     lines.Cline[--lines.Ccur] = {std::max<FilePos>(pos, 0), text.Tend, shape.full, 0, 0};
     text.Tend += shape.full;

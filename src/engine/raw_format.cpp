@@ -36,7 +36,7 @@ void FillForward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, Fi
 void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos,
                   const std::uint8_t* map, std::int32_t lineLen) {
   if (text.Tend >= text.Tlen) return;
-  FilePos off = slice.Soff;
+  ByteCount off = slice.Soff;
   if (off > slice.Slen) {  // the file ends before pos: start from where it ends
     pos -= off - slice.Slen;
     off = slice.Slen;
@@ -44,7 +44,7 @@ void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, F
   while (lines.Ccur > 0 && off > 0) {
     off -= lineLen;
     pos -= lineLen;
-    if (off < 0 && pos > off) return;  // the line begins above the slice, but not above the file
+    if (off < 0 && pos - off > 0) return;  // the line begins above the slice, but not above the file
 
     // A line that fills the text may lack its last bytes and is given up. Its entry is left alone: it may
     // hold the same line already, made by a pass in the other direction.
@@ -52,7 +52,7 @@ void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, F
       text.Tend = text.Tlen;
       return;
     }
-    const auto blanks = static_cast<std::int32_t>(std::max<FilePos>(-off, 0));
+    const auto blanks = static_cast<std::int32_t>(std::max<ByteCount>(-off, 0));
     Cell* line = text.Tbuf + text.Tend;
     std::fill_n(line, blanks, CellOf(' '));
     MapBytes(line + blanks, slice.Sbuf + off + blanks, lineLen - blanks, map);

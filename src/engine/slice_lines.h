@@ -21,7 +21,7 @@ struct LineStyle {
 
 // The end of the block of the file that holds `pos`: a reach that costs one read.
 [[nodiscard]] constexpr FilePos BlockEnd(FilePos pos) {
-  return (pos / kBlockBytes + 1) * kBlockBytes;
+  return pos + (kBlockBytes - pos.Offset() % kBlockBytes);
 }
 
 // Rows above and below those of the screen for which a text buffer must have room.

@@ -27,9 +27,9 @@ constexpr std::array<ByteClass, 256> MakeClasses(bool expandTabs) {
 constexpr std::array<ByteClass, 256> kClasses = MakeClasses(false);
 constexpr std::array<ByteClass, 256> kClassesWithTabs = MakeClasses(true);
 
-// The largest multiple of `step` that is at most `value`, which is 0 or more.
-constexpr FilePos RoundDown(FilePos value, FilePos step) {
-  return value - value % step;
+// The last place at or in front of `pos`, which is in the file, that is a multiple of `step`.
+constexpr FilePos RoundDown(FilePos pos, std::int32_t step) {
+  return pos - pos.Offset() % step;
 }
 
 // One call of FormatText. The file offset of the byte at index i of the slice is `base` + i all through the
@@ -70,8 +70,8 @@ class TextPass {
   [[nodiscard]] FilePos PosAt(std::int32_t index) const { return base_ + index; }
   // The index behind `index` where a row of a long line must end, at most the data's end.
   [[nodiscard]] std::int32_t NextCut(std::int32_t index) const {
-    const FilePos cut = RoundDown(PosAt(index), step_) + step_ - base_;
-    return static_cast<std::int32_t>(std::min<FilePos>(cut, size_));
+    const ByteCount cut = RoundDown(PosAt(index), step_) + step_ - base_;
+    return static_cast<std::int32_t>(std::min<ByteCount>(cut, size_));
   }
   void PassLineBreak();
   bool PassFormFeed(LineEntry& line);
@@ -308,9 +308,9 @@ bool TextPass::LongRowsBackward(LineCursor& lines, std::int32_t lineStart, std::
   if (!IsLineBreak(bytes_[stretchEnd])) stretchEnd = start;
   if (stretchEnd == lineStart && cutBySlice) return false;
   for (std::int32_t end = start; stretchEnd > lineStart; stretchEnd = end) {
-    const FilePos from = RoundDown(PosAt(stretchEnd) - 1, step_) - base_;
+    const ByteCount from = RoundDown(PosAt(stretchEnd) - 1, step_) - base_;
     if (from < lineStart && cutBySlice) return false;
-    const auto stretch = static_cast<std::int32_t>(std::max<FilePos>(from, lineStart));
+    const auto stretch = static_cast<std::int32_t>(std::max<ByteCount>(from, lineStart));
     const std::size_t count = MeasureRows(stretch, end, stretchEnd, true);
     if (!PutRows(lines, count, stretchEnd, true)) return false;
     end = stretch;
@@ -344,7 +344,7 @@ bool TextPass::PutRows(LineCursor& lines, std::size_t count, std::int32_t stop, 
     LineEntry& line = lines.Cline[--lines.Ccur];
     off_ = row.start;
     const bool done = MakeRow<true>(stop, wraps_ || isLong, line);
-    const bool atCut = isLong && PosAt(off_) % step_ == 0;
+    const bool atCut = isLong && PosAt(off_).Offset() % step_ == 0;
     if (!done && off_ >= size_ && !atCut) line.Lflags |= LF_INCOMPLETE;
   }
   return kept == count;
@@ -357,7 +357,7 @@ FilePos TextPass::RowStart(FilePos lineStart, FilePos pos, bool isLong) {
     const FilePos character = IsLineBreak(bytes_[breakStart]) ? PosAt(breakStart) - 1 : pos;
     from = std::max(from, RoundDown(character, step_));
   }
-  const FilePos offset = from - base_;
+  const ByteCount offset = from - base_;
   assert(offset >= 0 && offset <= size_ && pos >= from);
   off_ = static_cast<std::int32_t>(offset);
   FilePos rowStart = from;

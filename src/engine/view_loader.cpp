@@ -7,9 +7,9 @@
 namespace {
 
 // Bytes that one pass of a format of fixed rows is given at most.
-constexpr FilePos kLargestPiece = kLargestView - kBlockBytes;
+constexpr ByteCount kLargestPiece = kLargestView - kBlockBytes;
 // A row of the hex dump has at most this many bytes.
-constexpr FilePos kWidestHexRow = 64;
+constexpr ByteCount kWidestHexRow = 64;
 
 // One run of LoadView: its arguments, and the text as far as it may be used by now.
 class Loader {
@@ -101,7 +101,7 @@ ViewStatus Loader::BackwardPiece(FilePos pos, std::int32_t wanted, LineCursor& c
     from = line.start;
     if (line.isLong) from = std::max<FilePos>(from, pos - LongLineStep(style_.lineLen) - 4);
   } else {
-    from = pos - std::min<FilePos>(std::int64_t{std::max(wanted, 1)} * style_.lineLen, kLargestPiece);
+    from = pos - std::min<ByteCount>(std::int64_t{std::max(wanted, 1)} * style_.lineLen, kLargestPiece);
   }
   const ByteView around = source_.ViewAround(std::max<FilePos>(from, 0), pos);
   if (source_.Failure() != 0) return VS_FAILED;

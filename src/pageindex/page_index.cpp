@@ -15,11 +15,11 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::array<std::uint8_t, 4> kMagic = {'Q', 'L', 'M', 0x1A};
-constexpr FilePos kRecordBytes = 8;  // of a page, and of the header in front of them
-constexpr FilePos kScanBlock = 128 * 1024;
+constexpr std::int64_t kRecordBytes = 8;  // of a page, and of the header in front of them
+constexpr std::int32_t kScanBlock = 128 * 1024;
 // The header has 32 bits for the count, and a lookup takes it as signed. A file that needs more has 4 GB of
 // line breaks and form feeds and nothing else; its further pages are left out.
-constexpr FilePos kMostPages = std::numeric_limits<std::int32_t>::max();
+constexpr PageNumber kMostPages = std::numeric_limits<std::int32_t>::max();
 // A file that turns out to be another one more often than that does not keep still.
 constexpr std::int32_t kMostRestarts = 3;
 
@@ -53,10 +53,10 @@ static_assert(std::size(kBoxes) == static_cast<std::size_t>(PageIndexFault::badH
 using Record = std::array<std::uint8_t, kRecordBytes>;
 
 // Low word first, and within it the low byte first: the second word is the high half of the position.
-Record MakeRecord(FilePos position) {
+Record MakeRecord(std::uint64_t number) {
   Record record;
   for (std::size_t i = 0; i < record.size(); ++i) {
-    record[i] = static_cast<std::uint8_t>(static_cast<std::uint64_t>(position) >> (8 * i));
+    record[i] = static_cast<std::uint8_t>(number >> (8 * i));
   }
   return record;
 }
@@ -68,8 +68,8 @@ std::uint64_t ReadNumber(const std::uint8_t* bytes, std::size_t count) {
   return number;
 }
 
-bool WriteHeader(FileHandle index, FilePos pageCount) {
-  Record header = MakeRecord(pageCount << 32);
+bool WriteHeader(FileHandle index, PageNumber pageCount) {
+  Record header = MakeRecord(static_cast<std::uint64_t>(pageCount) << 32);
   std::copy(kMagic.begin(), kMagic.end(), header.begin());
   return TempFileWriteAt(index, 0, header.data(), header.size());
 }
@@ -193,12 +193,12 @@ class PageRecords {
     if (build_.pageCount >= kMostPages) return true;
     if (count_ == records_.size() && !Flush()) return false;
     ++build_.pageCount;
-    records_[count_++] = MakeRecord(position);
+    records_[count_++] = MakeRecord(static_cast<std::uint64_t>(position.Offset()));
     return true;
   }
 
   [[nodiscard]] bool Flush() {
-    const FilePos first = build_.pageCount - static_cast<FilePos>(count_) + 1;
+    const PageNumber first = build_.pageCount - static_cast<PageNumber>(count_) + 1;
     const std::size_t bytes = count_ * sizeof(Record);
     count_ = 0;
     return bytes == 0 || TempFileWriteAt(build_.index, first * kRecordBytes, records_.data(), bytes);
@@ -264,13 +264,13 @@ bool IsSet(const std::atomic<bool>* flag) {
 
 // How far to scan.
 struct ScanGoal {
-  FilePos bytes = std::numeric_limits<FilePos>::max();  // so many, whatever the clock says,
-  Clock::time_point until;                              // and then on up to here,
-  FilePos pages = kMostPages + 1;                       // but no more once there are so many pages,
-  const std::atomic<bool>* stop = nullptr;              // or this is set
+  ByteCount bytes = std::numeric_limits<ByteCount>::max();  // so many, whatever the clock says,
+  Clock::time_point until;                                  // and then on up to here,
+  PageNumber pages = kMostPages + 1;                        // but no more once there are so many pages,
+  const std::atomic<bool>* stop = nullptr;                  // or this is set
 };
 
-bool HasReached(const ScanGoal& goal, const PageIndexBuild& build, FilePos done) {
+bool HasReached(const ScanGoal& goal, const PageIndexBuild& build, ByteCount done) {
   return build.pageCount >= goal.pages || IsSet(goal.stop) ||
          (done >= goal.bytes && Clock::now() >= goal.until);
 }
@@ -280,11 +280,12 @@ bool Scan(ByteSource& source, PageIndex& index, const ScanGoal& goal) {
   PageIndexBuild& build = index.build;
   const FilePos begin = build.scanned;
   while (build.scanned < source.Length()) {
-    const FilePos done = build.scanned - begin;
+    const ByteCount done = build.scanned - begin;
     if (HasReached(goal, build, done)) return true;
     if (build.block == nullptr) build.block.reset(new (std::nothrow) std::uint8_t[kScanBlock]);
     if (build.block == nullptr) return End(index, PageIndexFault::noMemory);
-    const FilePos wanted = done < goal.bytes ? std::min(goal.bytes - done, kScanBlock) : kScanBlock;
+    const ByteCount wanted =
+        done < goal.bytes ? std::min<ByteCount>(goal.bytes - done, kScanBlock) : kScanBlock;
     const std::int32_t count =
         source.ReadInto(build.scanned, build.block.get(), static_cast<std::int32_t>(wanted));
     if (count > 0 && !TakeBlock(index, count)) return false;
@@ -299,7 +300,7 @@ bool Scan(ByteSource& source, PageIndex& index, const ScanGoal& goal) {
 }
 
 // Where the index says that the page stands, if a page does start there in the open file; else kPageNone.
-FilePos LookUpNow(ByteSource& source, PageIndex& index, FilePos page) {
+FilePos LookUpNow(ByteSource& source, PageIndex& index, PageNumber page) {
   PageIndexFault fault = PageIndexFault::none;
   const FilePos position = PageIndexLookup(index.build.index, page, index.build.pageCount, fault);
   if (position < 0 || page == 1) return position;
@@ -314,7 +315,7 @@ FilePos LookUpNow(ByteSource& source, PageIndex& index, FilePos page) {
 
 // Each turn looks at the file as it is by then. A place is given in a turn that scanned nothing, so that it
 // was noted for the file that is open.
-FilePos FindPage(ByteSource& source, PageIndex& index, FilePos page, const std::atomic<bool>& stop) {
+FilePos FindPage(ByteSource& source, PageIndex& index, PageNumber page, const std::atomic<bool>& stop) {
   PageIndexBuild& build = index.build;
   ScanGoal goal;
   goal.pages = page;
@@ -358,7 +359,7 @@ void PageIndexStep(ByteSource& source, PageIndex& index, const PageStepLimits& l
   source.Close();
 }
 
-FilePos PageIndexFind(ByteSource& source, PageIndex& index, FilePos page, const std::atomic<bool>& stop) {
+FilePos PageIndexFind(ByteSource& source, PageIndex& index, PageNumber page, const std::atomic<bool>& stop) {
   if (index.phase == PageIndexPhase::PG_IDLE) return kPageNoIndex;
   if (page < 1 || page > kMostPages) return kPageNone;
   const FilePos found = FindPage(source, index, page, stop);
@@ -370,15 +371,15 @@ PageIndexPages PageIndexPagesOf(const PageIndex& index) {
   // The count is the last one only if the index was finished both before and behind the look at it.
   const PageIndexPhase phase = index.phase;
   if (phase == PageIndexPhase::PG_IDLE) return {};
-  const FilePos count = index.pageCount;
+  const PageNumber count = index.pageCount;
   return {count, phase != PageIndexPhase::PG_DONE || index.phase != PageIndexPhase::PG_DONE};
 }
 
-FilePos PageIndexLookup(FileHandle index, FilePos page, FilePos count, PageIndexFault& fault) {
+FilePos PageIndexLookup(FileHandle index, PageNumber page, PageNumber count, PageIndexFault& fault) {
   if (index == kNoFile) return kPageNoIndex;
   if (page < 1) return kPageNone;
   Record record;
-  const auto readRecord = [&](FilePos number) {
+  const auto readRecord = [&](PageNumber number) {
     std::size_t got = 0;
     return FileReadAt(index, number * kRecordBytes, record.data(), record.size(), got) == 0 &&
            got == record.size();
@@ -389,11 +390,11 @@ FilePos PageIndexLookup(FileHandle index, FilePos page, FilePos count, PageIndex
       fault = PageIndexFault::badHeader;
       return kPageReadFailed;
     }
-    count = static_cast<FilePos>(ReadNumber(record.data() + kMagic.size(), 4));
+    count = static_cast<PageNumber>(ReadNumber(record.data() + kMagic.size(), 4));
   }
   if (count < page) return kPageNone;
   if (!readRecord(page)) return kPageReadFailed;
-  const auto position = static_cast<FilePos>(ReadNumber(record.data(), record.size()));
+  const auto position = FilePos::At(ReadNumber(record.data(), record.size()));
   return position < 0 ? kPageReadFailed : position;
 }
 

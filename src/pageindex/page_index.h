@@ -22,6 +22,9 @@ inline constexpr std::uint32_t PG_CONT = 1036;   // run a step
 inline constexpr std::uint32_t PG_STOP = 1037;   // end the run
 inline constexpr std::uint32_t PG_END = 1038;    // end the run and release what it held
 
+// The number of a page, from 1 on, and how many there are.
+using PageNumber = std::int64_t;
+
 enum class PageIndexPhase : int {
   PG_IDLE = 1,    // ended by a fault; it never goes on
   PG_ACTIVE = 2,  // a step gets on
@@ -54,7 +57,7 @@ struct PageIndexBuild {
   FileHandle index = kNoFile;  // the index file
   ByteIdentity known;          // the viewed file, as the latest open found it
   FilePos scanned = 0;         // file offset of the next block
-  FilePos pageCount = 1;       // pages found so far
+  PageNumber pageCount = 1;    // pages found so far
   FilePos shortAt = -1;        // where the file ended although it is said to be longer
   PageIndexProbe head;         // the bytes from 0 on, and those up to `scanned`: when they have changed,
   PageIndexProbe tail;         // the file was emptied and written anew
@@ -79,7 +82,7 @@ struct PageIndex {
 
   const std::string path;  // of the viewed file
   std::atomic<PageIndexPhase> phase{PageIndexPhase::PG_ACTIVE};
-  std::atomic<FilePos> pageCount{1};      // pages that can be looked up
+  std::atomic<PageNumber> pageCount{1};   // pages that can be looked up
   std::atomic<FilePos> scanned{0};        // bytes; with `length`, how far a step or a find has got
   std::atomic<FilePos> length{0};         // of the file, as far as known
   std::atomic<FileError> sourceError{0};  // why the phase is PG_PAUSED; 0: the file does not keep still
@@ -108,20 +111,21 @@ inline constexpr FilePos kPageStopped = -4;     // a find was stopped
 
 // The file offset of page `page` in the file as it is now, or a negative result. Indexes on as far as that
 // takes, however long; what was noted up to a stop stays. index.scanned and index.length tell the progress.
-[[nodiscard]] FilePos PageIndexFind(ByteSource& source, PageIndex& index, FilePos page,
+[[nodiscard]] FilePos PageIndexFind(ByteSource& source, PageIndex& index, PageNumber page,
                                     const std::atomic<bool>& stop);
 
 // The pages that can be found.
 struct PageIndexPages {
-  FilePos count = -1;  // known so far; -1: the index cannot serve
-  bool more = false;   // further ones may follow
+  PageNumber count = -1;  // known so far; -1: the index cannot serve
+  bool more = false;      // further ones may follow
 };
 [[nodiscard]] PageIndexPages PageIndexPagesOf(const PageIndex& index);
 
 // The file offset that the index file holds for page `page`, or a negative result. `count` is the number of
 // pages; 0 takes it from the header, which says 0 as long as the build runs. With a bad header, `fault`
 // becomes badHeader; else it is left as it is.
-[[nodiscard]] FilePos PageIndexLookup(FileHandle index, FilePos page, FilePos count, PageIndexFault& fault);
+[[nodiscard]] FilePos PageIndexLookup(FileHandle index, PageNumber page, PageNumber count,
+                                      PageIndexFault& fault);
 
 // The box of a fault. The beep comes before the box, or behind it.
 struct PageIndexBox {

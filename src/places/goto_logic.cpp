@@ -6,11 +6,11 @@
 
 namespace {
 
-constexpr FilePos kValueOfBottom = 9999999;
+constexpr std::int64_t kValueOfBottom = 9999999;
 
 std::string HexText(FilePos position) {
   char text[24];
-  std::snprintf(text, sizeof text, "0x%llX", static_cast<unsigned long long>(position));
+  std::snprintf(text, sizeof text, "0x%llX", static_cast<unsigned long long>(position.Offset()));
   return text;
 }
 
@@ -19,7 +19,7 @@ std::string PagesText(const GoToLimits& limits) {
   return "1 to " + std::to_string(limits.pageCount) + (limits.morePages ? " so far" : "");
 }
 
-FilePos NumberOf(std::string_view text) {
+std::int64_t NumberOf(std::string_view text) {
   bool good = false;
   return GetLongField(text, good, true);
 }
@@ -47,10 +47,11 @@ FieldCheck GoToValidate(GoToChoice choice, std::string_view text, const GoToLimi
     case GoToChoice::bottom:
       return {};
     case GoToChoice::bytePosition:
-      return ValidateLongField(text, 0, limits.fileLength, "File Offset");
+      return ValidateLongField(text, 0, limits.fileLength.Offset(), "File Offset");
     case GoToChoice::pageNumber:
-      return ValidateLongField(
-          text, 1, limits.morePages ? std::numeric_limits<FilePos>::max() : limits.pageCount, "Page Number");
+      return ValidateLongField(text, 1,
+                               limits.morePages ? std::numeric_limits<std::int64_t>::max() : limits.pageCount,
+                               "Page Number");
     default:
       return {false, ""};
   }
@@ -77,7 +78,7 @@ GoToTarget GoToTargetOf(const GoToAnswer& answer, FilePos fileLength) {
     case GoToChoice::bottom:
       return {GoToMove::bottom};
     case GoToChoice::bytePosition:
-      return {GoToMove::load, std::min(answer.value, fileLength)};
+      return {GoToMove::load, std::min(FilePos::At(answer.value), fileLength)};
     case GoToChoice::pageNumber:
       return {GoToMove::page, kNoPosition, answer.value};
     default:
@@ -90,15 +91,16 @@ FilePos PositionOfShare(FilePos length, std::int64_t part, std::int64_t whole) {
   const auto factor = static_cast<std::uint64_t>(part);
   if (factor >= divisor) return length;
   // Bit by bit: `quotient` and `rest` are those of the bits of the length seen so far, times `part`.
+  const ByteCount bits = length.Offset();
   std::uint64_t quotient = 0;
   std::uint64_t rest = 0;
   for (int bit = 62; bit >= 0; --bit) {
     quotient *= 2;
     rest *= 2;
     if (rest >= divisor) rest -= divisor, ++quotient;
-    if ((length >> bit & 1) == 0) continue;
+    if ((bits >> bit & 1) == 0) continue;
     rest += factor;
     if (rest >= divisor) rest -= divisor, ++quotient;
   }
-  return static_cast<FilePos>(quotient);
+  return FilePos::At(quotient);
 }

@@ -13,7 +13,7 @@
 // What the dialog works with. It is taken when the dialog opens and holds until it closes.
 struct GoToLimits {
   FilePos fileLength = 0;
-  FilePos pageCount = -1;  // pages known so far; -1: the page index cannot serve
+  std::int64_t pageCount = -1;  // pages known so far; -1: the page index cannot serve
   bool morePages = false;  // further ones may follow: any number may be typed, and the page is searched then
 };
 
@@ -38,7 +38,7 @@ struct GoToField {
 // The dialog's answer.
 struct GoToAnswer {
   GoToChoice choice = GoToChoice::none;
-  FilePos value = -1;  // the number typed; 0 for the top, 9999999 for the bottom, -1 for no choice
+  std::int64_t value = -1;  // the number typed; 0 for the top, 9999999 for the bottom, -1 for no choice
 };
 [[nodiscard]] GoToAnswer GoToRead(GoToChoice choice, std::string_view text);
 
@@ -54,7 +54,7 @@ enum class GoToMove : std::int32_t {
 struct GoToTarget {
   GoToMove move = GoToMove::none;
   FilePos position = kNoPosition;  // of `load`
-  FilePos page = 0;                // of `page`
+  std::int64_t page = 0;           // of `page`
 };
 inline constexpr const char* kInvalidPageCaption = "Go To Page";
 inline constexpr const char* kInvalidPageText = "Invalid page number.";

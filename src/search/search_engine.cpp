@@ -21,7 +21,7 @@ static_assert(kBufferBytes <= 32760);
 // another one. A filter that asks three bytes already is given up less easily, since there may be no better.
 constexpr std::int32_t kRefusedLimit = 256;
 constexpr std::int32_t kRefusedLimitOfThree = 4096;
-constexpr FilePos kRefusedBytes = FilePos{1} << 20;
+constexpr ByteCount kRefusedBytes = 1 << 20;
 
 // One pass over the file, which gives the hits in ascending order.
 class SearchPass {
@@ -82,7 +82,7 @@ FilePos SearchPass::NextSlice() {
   job_.position.store(position, std::memory_order_relaxed);
   if (position >= source_.Length()) return kSearchNoHit;
   if (job_.stop.load(std::memory_order_relaxed)) return kSearchCanceled;
-  const auto wanted = static_cast<std::int32_t>(kSearchReadBytes - position % kSearchReadBytes);
+  const auto wanted = static_cast<std::int32_t>(kSearchReadBytes - position.Offset() % kSearchReadBytes);
   const std::int32_t got = source_.ReadInto(position, data_, wanted);
   if (got < 1) return source_.Failure() != 0 ? kSearchReadFailed : kSearchNoHit;
   have_ += got;

@@ -77,10 +77,10 @@ LongNumber ReadLongNumber(std::string_view text) {
 
 // The number as a position. Unsigned, the upper half of the range is negative, and so below every range;
 // signed, a number that is too large is the largest.
-FilePos SignedValue(const LongNumber& number, bool isSigned) {
-  constexpr auto kMostSigned = static_cast<std::uint64_t>(std::numeric_limits<FilePos>::max());
-  if (number.negative) return static_cast<FilePos>(0 - std::min(number.magnitude, kMostSigned + 1));
-  return static_cast<FilePos>(isSigned ? std::min(number.magnitude, kMostSigned) : number.magnitude);
+std::int64_t SignedValue(const LongNumber& number, bool isSigned) {
+  constexpr auto kMostSigned = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+  if (number.negative) return static_cast<std::int64_t>(0 - std::min(number.magnitude, kMostSigned + 1));
+  return static_cast<std::int64_t>(isSigned ? std::min(number.magnitude, kMostSigned) : number.magnitude);
 }
 
 // The number that GetDlgItemInt would give; nothing where it reports failure.
@@ -183,19 +183,19 @@ FieldCheck ValidateIntField(std::string_view text, std::int32_t low, std::int32_
   return RefuseRange(name != nullptr ? name : kDefaultName, std::to_string(low), std::to_string(high));
 }
 
-FieldCheck ValidateLongField(std::string_view text, FilePos low, FilePos high, const char* name) {
+FieldCheck ValidateLongField(std::string_view text, std::int64_t low, std::int64_t high, const char* name) {
   if (name == nullptr) name = kDefaultName;
   text = FieldText(text);
   if (!text.empty()) {
     const LongNumber number = ReadLongNumber(text);
     if (number.used < text.size()) return RefuseCharacter(text, number.used + 1, name);
-    const FilePos value = SignedValue(number, false);
+    const std::int64_t value = SignedValue(number, false);
     if (value >= low && value <= high) return {};
   }
   return RefuseRange(name, std::to_string(low), std::to_string(high));
 }
 
-FilePos GetLongField(std::string_view text, bool& good, bool isSigned) {
+std::int64_t GetLongField(std::string_view text, bool& good, bool isSigned) {
   text = FieldText(text);
   const LongNumber number = ReadLongNumber(text);
   good = !text.empty() && number.used == text.size();

@@ -43,12 +43,12 @@ struct FieldCheck {
                                           const char* name);
 
 // As above for a number in the notation of its prefix: 0x hexadecimal, a leading 0 octal, else decimal.
-[[nodiscard]] FieldCheck ValidateLongField(std::string_view text, FilePos low, FilePos high,
+[[nodiscard]] FieldCheck ValidateLongField(std::string_view text, std::int64_t low, std::int64_t high,
                                            const char* name);
 
 // The number of such a field. `good` tells whether the whole text was one. A number that is too large gives
 // the largest, as a signed or an unsigned one; an empty field gives 0.
-[[nodiscard]] FilePos GetLongField(std::string_view text, bool& good, bool isSigned);
+[[nodiscard]] std::int64_t GetLongField(std::string_view text, bool& good, bool isSigned);
 
 // A list must have a chosen row: `selection` is its index, or negative. Null for `name` stands for "value".
 [[nodiscard]] FieldCheck ValidateChoice(std::intptr_t selection, const char* name);

@@ -57,9 +57,9 @@ int LoadTitles(const char* profile, const char* section, TitleSet& titles) {
   for (int i = 0; i < count; ++i) {
     const std::string text =
         ReadProfileText(profile, section, TitleKey(i + 1).c_str(), "", kLongestTitle * kLongestCharacter);
-    if (!AppendTitle(titles, i, TitleCells(text).substr(0, kLongestTitle))) break;
+    if (!AppendTitle(titles, FilePos::At(i), TitleCells(text).substr(0, kLongestTitle))) break;
   }
-  EndTitles(titles, titles.Lines.Alast);
+  EndTitles(titles, FilePos::At(titles.Lines.Alast));
   return 1;
 }
 

@@ -69,8 +69,8 @@ bool Search(const std::shared_ptr<FindJob>& find, bool markAll) {
   if (end != WatchEnd::finished || find->result.hit == kSearchCanceled) return false;
   if (find->result.hit == kSearchNoMemory) ShowBox(kSearchNoMemoryText);
   if (find->result.hit != kSearchReadFailed) return true;
-  ShowBox("Cannot read " + std::string(find->path) + "\nat byte " + std::to_string(find->place) + ":\n" +
-          FileErrorText(find->error));
+  ShowBox("Cannot read " + std::string(find->path) + "\nat byte " + std::to_string(find->place.Offset()) +
+          ":\n" + FileErrorText(find->error));
   return false;
 }
 
@@ -112,7 +112,7 @@ LRESULT FindNextCommand(UINT /*id*/) {
   }
   UpdateLinesPerScreen();
   if (!HitIsOnScreen(state.Lines, state.LinesPerScreen, hit)) {
-    SendMessageA(state.MainWindow, WM_VIEW_MOVE, 0, hit);
+    SendMessageA(state.MainWindow, WM_VIEW_MOVE, 0, hit.Offset());
   }
   return 0;
 }
@@ -132,6 +132,6 @@ LRESULT FindMarkAllCommand(UINT /*id*/) {
   state.Tags.count = static_cast<std::int16_t>(find->tags.size());
   MarkLines(state.Lines, state.Tags);
   RepaintWindow();
-  SendMessageA(state.MainWindow, WM_VIEW_MOVE, 0, first);
+  SendMessageA(state.MainWindow, WM_VIEW_MOVE, 0, first.Offset());
   return 0;
 }

@@ -8,12 +8,12 @@
 
 namespace {
 
-void GoToPage(FilePos page) {
+void GoToPage(PageNumber page) {
   const HWND window = MainState.MainWindow;
   const FilePos place = FindPage(page);
   if (place == kPageStopped) return;
   if (place >= 0) {
-    PostMessageA(window, WM_VIEW_MOVE, 0, place);
+    PostMessageA(window, WM_VIEW_MOVE, 0, place.Offset());
     return;
   }
   MessageBeep(MB_ICONEXCLAMATION);
@@ -33,7 +33,7 @@ void GoTo(const GoToAnswer& answer) {
       PostMessageA(window, WM_VSCROLL, SB_BOTTOM, 0);
       break;
     case GoToMove::load:
-      SendMessageA(window, WM_VIEW_GOTO, 0, target.position);
+      SendMessageA(window, WM_VIEW_GOTO, 0, target.position.Offset());
       break;
     case GoToMove::page:
       GoToPage(target.page);

@@ -64,7 +64,7 @@ LRESULT MarkNextCommand(UINT /*id*/) {
   const FilePos belowTop = HasLines() ? Line(state.Lines.Acur + 1).Lpos - 1 : 0;
   const FilePos next = TagNext(state.Tags, std::max(belowTop, state.SelStart + 1));
   if (next >= 0) {
-    PostMessageA(state.MainWindow, WM_VIEW_MOVE, 0, next);
+    PostMessageA(state.MainWindow, WM_VIEW_MOVE, 0, next.Offset());
   } else {
     PostMessageA(state.MainWindow, WM_VSCROLL, SB_BOTTOM, 0);
     MessageBeep(MB_ICONEXCLAMATION);

@@ -139,8 +139,8 @@ void ShowLoaded(LoadOutcome&& outcome) {
 LRESULT MoveView(UINT message, WPARAM delta, LPARAM position) {
   MainWindowState& state = MainState;
   if (!FileIsOpen()) return 0;
-  const MoveRequest request =
-      RequestOf(KindOf(message), static_cast<std::int32_t>(static_cast<LONG_PTR>(delta)), position);
+  const MoveRequest request = RequestOf(
+      KindOf(message), static_cast<std::int32_t>(static_cast<LONG_PTR>(delta)), FilePos::At(position));
   const Before before;
   const AtHandAnswer atHand = MoveAtHand(request, state.File, state.Lines);
   if (atHand.answer == AtHand::serve) {
@@ -172,13 +172,13 @@ LRESULT LayoutView(bool resized) {
   if (resized && state.FormatWidth == width) return 0;
   if (wide && !wrap && state.FormatWidth / 2 <= width) return 0;
   state.FormatWidth = width;
-  PostMessageA(state.MainWindow, WM_VIEW_LOAD, 0, kNoPosition);
+  PostMessageA(state.MainWindow, WM_VIEW_LOAD, 0, kNoPosition.Offset());
   return 1;
 }
 
 void ReformatView() {
-  if (SendMessageA(MainState.MainWindow, WM_VIEW_LAYOUT, 0, kNoPosition) == 0) {
-    PostMessageA(MainState.MainWindow, WM_VIEW_LOAD, 0, kNoPosition);
+  if (SendMessageA(MainState.MainWindow, WM_VIEW_LAYOUT, 0, 0) == 0) {
+    PostMessageA(MainState.MainWindow, WM_VIEW_LOAD, 0, kNoPosition.Offset());
   }
 }
 

@@ -143,7 +143,7 @@ PageIndexPages PagesToGoTo() {
   return known;
 }
 
-FilePos FindPage(FilePos page) {
+FilePos FindPage(PageNumber page) {
   PageIndexing& pages = MainState.Pages;
   if (pages.index == nullptr) return kPageNoIndex;
   ReplaceHanging();

@@ -16,4 +16,4 @@ void NotePageIndexInput();
 
 // Finds the place of a page in the file as it is now, with progress and Esc where it is not known yet. A
 // place, or a negative result of PageIndexFind.
-[[nodiscard]] FilePos FindPage(FilePos page);
+[[nodiscard]] FilePos FindPage(PageNumber page);

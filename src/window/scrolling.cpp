@@ -29,7 +29,7 @@ constexpr UINT kPageAtANotch = UINT_MAX;
 
 void PostMove(std::int32_t lines, FilePos position) {
   PostMessageA(MainState.MainWindow, WM_VIEW_MOVE, static_cast<WPARAM>(static_cast<LONG_PTR>(lines)),
-               position);
+               position.Offset());
 }
 
 // The place in the file that stands to its length as the thumb does to the bar.
@@ -240,8 +240,8 @@ void UpdateScrollBars() {
     // All lines of the run on one screen is the whole file only where the run ends with it.
     const bool allShown = lines.Acur == 0 && lines.Alast - lines.Acur <= rows && end >= state.File.Flen;
     if (state.VertScroll == kBarAlways || (state.VertScroll == kBarWhenNeeded && !allShown)) {
-      range = state.File.Flen;
-      position = std::min<std::int64_t>(top, range);
+      range = state.File.Flen.Offset();
+      position = std::min<std::int64_t>(top.Offset(), range);
       page = std::max<std::int64_t>(lines.Aline[std::min<int>(lines.Acur + rows, lines.Alast)].Lpos - top, 0);
     }
   }

@@ -209,6 +209,6 @@ void AutoScroll(UINT_PTR timer) {
     return;
   }
   SendMessageA(state.MainWindow, WM_VIEW_MOVE,
-               static_cast<WPARAM>(static_cast<LONG_PTR>(state.AutoScrollLines)), kNoPosition);
+               static_cast<WPARAM>(static_cast<LONG_PTR>(state.AutoScrollLines)), kNoPosition.Offset());
   SendMessageA(state.MainWindow, WM_VIEW_EXTEND, state.LastMouseKeys, state.LastMousePoint);
 }

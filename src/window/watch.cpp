@@ -256,7 +256,8 @@ void GiveUpWatched() {
 }
 
 std::string ProgressCaption(const std::string& caption, FilePos position, FilePos end) {
-  const double share = end > 0 ? static_cast<double>(position) / static_cast<double>(end) : 0;
+  const double share =
+      end > 0 ? static_cast<double>(position.Offset()) / static_cast<double>(end.Offset()) : 0;
   const int percent = std::clamp(static_cast<int>(share * 100), 0, 99);
   return caption + " - " + std::to_string(percent) + " %";
 }

@@ -31,7 +31,7 @@ TEST(ErrorPage, SaysTheStatusAndTheNumbersAsFarAsThereIsRoom) {
     std::string shown;
     for (const LineEntry* line = lines.Aline; line->Llen != kSentinelLength; ++line) {
       shown.append(text.Tbuf + line->Ltext, static_cast<std::size_t>(line->Llen)) += '\n';
-      EXPECT_EQ(line->Lpos, 1);
+      EXPECT_EQ(line->Lpos, FilePos::At(1));
       EXPECT_EQ(line->Lflags, LF_MESSAGE);
     }
     EXPECT_EQ(shown, room > 5 ? page + "* Acnt=1000, Afirst=12, Alast=32767, Acur=-3\n" + rest : page);

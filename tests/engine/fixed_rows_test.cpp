@@ -20,7 +20,7 @@ constexpr ViewOptions Digits(std::uint32_t run, std::uint32_t file) {
 struct Shape {
   FormatProc format;
   std::int32_t lineLen;
-  FilePos bytes;  // of a line
+  std::int32_t bytes;  // of a line
   int digits = 6;
   ViewOptions options = 0;
 };
@@ -49,18 +49,18 @@ const Shape kShapes[] = {{FormatRaw, -7, 1},
 
 std::string Name(const Shape& shape, FilePos at) {
   return (shape.format == FormatRaw ? "raw " : "hex ") + std::to_string(shape.lineLen) + " at " +
-         std::to_string(at);
+         std::to_string(at.Offset());
 }
 
 // The line that begins at `pos`, maybe before the file.
 PassLine ReferenceLine(const Shape& shape, const std::string& file, FilePos pos) {
   std::string digits;
   std::string characters;
-  for (FilePos i = 0; i < shape.bytes && pos + i < static_cast<FilePos>(file.size()); ++i) {
+  for (std::int32_t i = 0; i < shape.bytes && pos + i < FilePos::At(file.size()); ++i) {
     char pair[4] = "  ";
     char shown = ' ';
     if (pos + i >= 0) {
-      const auto byte = static_cast<std::uint8_t>(file[static_cast<std::size_t>(pos + i)]);
+      const auto byte = static_cast<std::uint8_t>(file[static_cast<std::size_t>((pos + i).Offset())]);
       std::snprintf(pair, sizeof pair, "%02X", byte);
       shown = static_cast<char>(GetCharMap(0)[byte]);
     }
@@ -70,7 +70,7 @@ PassLine ReferenceLine(const Shape& shape, const std::string& file, FilePos pos)
   }
   if (shape.format == FormatRaw) return {std::max<FilePos>(pos, 0), characters};
   char address[32];
-  std::snprintf(address, sizeof address, "%016llX", static_cast<unsigned long long>(pos));
+  std::snprintf(address, sizeof address, "%016llX", static_cast<unsigned long long>(pos.Offset()));
   std::string row = address + 16 - shape.digits;
   row.resize(shape.digits < 8 ? 8 : row.size() + 1, ' ');
   const std::size_t digitsEnd = row.size() + static_cast<std::size_t>(shape.bytes / 4 * 9 + 1);
@@ -83,7 +83,7 @@ std::vector<PassLine> Reference(const Shape& shape, const std::string& file, Fil
                                 std::int32_t direction) {
   std::vector<PassLine> lines;
   if (direction == FILL_FORWARD) {
-    for (; pos < static_cast<FilePos>(file.size()); pos += shape.bytes)
+    for (; pos < FilePos::At(file.size()); pos += shape.bytes)
       lines.push_back(ReferenceLine(shape, file, pos));
   } else {
     while (pos > 0)
@@ -101,19 +101,19 @@ TEST(FixedRows, APieceOfTheFileGivesLinesOfTheFile) {
     byte = static_cast<char>(random());
   for (int round = 0; round < 6000; ++round) {
     const Shape& shape = kShapes[random() % std::size(kShapes)];
-    const auto start = random() % 2 == 0 ? 0 : static_cast<FilePos>(random() % 300);
-    const std::string piece = file.substr(static_cast<std::size_t>(start), random() % 100);
+    const std::size_t start = random() % 2 == 0 ? 0 : random() % 300;
+    const std::string piece = file.substr(start, random() % 100);
     const auto off = static_cast<std::int32_t>(random() % (piece.size() + 1));
-    const FilePos pos = start + off;
+    const FilePos pos = FilePos::At(start) + off;
     SCOPED_TRACE(Name(shape, pos) + " piece from " + std::to_string(start));
-    const std::string cut = file.substr(0, static_cast<std::size_t>(start) + piece.size());
+    const std::string cut = file.substr(0, start + piece.size());
     const PassResult forward =
         RunPass(shape.format, piece, off, pos, FILL_FORWARD, shape.options, shape.lineLen);
     ASSERT_EQ(forward.lines, Reference(shape, cut, pos, FILL_FORWARD));
-    ASSERT_EQ(forward.sentinel, static_cast<FilePos>(cut.size()));
+    ASSERT_EQ(forward.sentinel, FilePos::At(cut.size()));
     ASSERT_EQ(forward.end, forward.sentinel);
     std::vector<PassLine> above = Reference(shape, file, pos, FILL_BACKWARD);
-    std::erase_if(above, [&](const PassLine& line) { return start > 0 && line.pos < start; });
+    std::erase_if(above, [&](const PassLine& line) { return start > 0 && line.pos < FilePos::At(start); });
     const PassLimits limits = {200, 200, 40000};
     ASSERT_EQ(
         RunPass(shape.format, piece, off, pos, FILL_BACKWARD, shape.options, shape.lineLen, limits).lines,
@@ -144,7 +144,8 @@ TEST(FixedRows, WhereRoomOrDataEnd) {
   };
   for (const Case& c : cases) {
     const std::int32_t direction = c.limits.firstEntry == 5 ? FILL_BACKWARD : FILL_FORWARD;
-    const PassResult result = RunPass(c.format, c.bytes, c.off, c.off, direction, 0, c.lineLen, c.limits);
+    const PassResult result =
+        RunPass(c.format, c.bytes, c.off, FilePos::At(c.off), direction, 0, c.lineLen, c.limits);
     EXPECT_EQ(result.Shown(), c.rows);
     EXPECT_EQ(result.status, 0) << c.rows;
   }
@@ -158,8 +159,8 @@ TEST(FixedRows, WhereRoomOrDataEnd) {
 
 // Both directions show all digits, as many in each row of the run as its largest address needs.
 TEST(FixedRows, AddressesOfAnySize) {
-  constexpr FilePos k16Mb = 0x1000000;
-  constexpr FilePos k4Gb = 0x100000000;
+  constexpr ByteCount k16Mb = 0x1000000;
+  constexpr ByteCount k4Gb = 0x100000000;
   struct Case {
     FilePos largest, fileLength, pos;
     std::string address;

@@ -39,12 +39,12 @@ struct PassResult {
         {LF_TRUNCATED, 'T'}, {LF_INCOMPLETE, 'I'}, {LF_PAGEMARK, 'M'}, {LF_PAGEGAP, 'G'}};
     std::string rows;
     for (const PassLine& line : lines) {
-      rows += std::to_string(line.pos) + ":" + line.text + (line.flags != 0 ? "/" : "");
+      rows += std::to_string(line.pos.Offset()) + ":" + line.text + (line.flags != 0 ? "/" : "");
       for (const auto& [flag, letter] : kLetters)
         rows += (line.flags & flag) != 0 ? std::string(1, letter) : "";
       rows += ' ';
     }
-    return sentinel == kNoPosition ? rows : rows + "=" + std::to_string(sentinel);
+    return sentinel == kNoPosition ? rows : rows + "=" + std::to_string(sentinel.Offset());
   }
 };
 

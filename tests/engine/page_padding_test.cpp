@@ -133,7 +133,7 @@ TEST(PadPages, KeepsTheLinesOfAnyRun) {
     const int first = pick(count - length);
     const int cur = first + pick(length);
     const int pageLength = pick(9) == 0 ? INT32_MAX : 1 + pick(12);
-    SmallRun run(words, count, first, cur, pick(2) * 50);
+    SmallRun run(words, count, first, cur, FilePos::At(pick(2) * 50));
     SCOPED_TRACE(words + " of " + std::to_string(count) + " from " + std::to_string(first) + " top " +
                  std::to_string(cur) + " pages of " + std::to_string(pageLength));
     Check(run, pick(2) == 1, pageLength);

@@ -104,8 +104,8 @@ TEST(TextFormat, StartsAnywhereAndKeepsRowsNeighbours) {
   for (const Case& c : cases)
     EXPECT_EQ(MakePass(c.bytes, c.direction, c.off, c.setting).Shown(), c.rows) << c.bytes;
   // A line given up for want of text is not kept, though the sentinel lies inside it.
-  EXPECT_EQ(MakePass("abcdefgh\nijklmnop\n", FILL_FORWARD, 0, {kPlain, 10, 20, 10}).end, 9);
-  EXPECT_EQ(MakePass("abc\nde", FILL_FORWARD, 0, {}).end, 6);
+  EXPECT_EQ(MakePass("abcdefgh\nijklmnop\n", FILL_FORWARD, 0, {kPlain, 10, 20, 10}).end, FilePos::At(9));
+  EXPECT_EQ(MakePass("abc\nde", FILL_FORWARD, 0, {}).end, FilePos::At(6));
 }
 
 }  // namespace

@@ -45,10 +45,10 @@ class Rows {
     if (next > end && next + 1 == bytes_.size() && bytes_[next] == 26) ++next;
     const auto step = static_cast<std::size_t>(LongLineStep(lineLen_));
     for (std::size_t at = start; at < end || at == start;) {
-      starts.push_back(static_cast<FilePos>(at));
+      starts.push_back(FilePos::At(at));
       if ((options_ & VO_PAGEGAP) != 0 && at < end && bytes_[at] == '\f') {
         if (++at == end && end == bytes_.size()) break;
-        if (at == end) starts.push_back(static_cast<FilePos>(at));  // the line break is the next row's
+        if (at == end) starts.push_back(FilePos::At(at));  // the line break is the next row's
         continue;
       }
       if (((options_ & VO_WRAP) == 0 && !isLong) || at == end) break;
@@ -131,7 +131,7 @@ void CheckRun(const View& view, const Rows& rows) {
   ASSERT_TRUE(0 <= lines.Afirst && lines.Afirst <= lines.Acur && lines.Alast < lines.Acnt);
   ASSERT_LT(lines.Acur, lines.Alast);
   const auto first = static_cast<std::size_t>(rows.Of(view.Start(lines.Afirst)));
-  const auto size = static_cast<FilePos>(view.file.bytes.size());
+  const auto size = FilePos::At(view.file.bytes.size());
   for (std::int32_t i = lines.Afirst; i <= lines.Alast; ++i) {
     const std::size_t index = first + static_cast<std::size_t>(i - lines.Afirst);
     const FilePos expected = index < rows.starts.size() ? rows.starts[index] : size;
@@ -166,7 +166,7 @@ std::string RandomText(std::mt19937& random) {
 // Moves as a user makes them, each with the row that it must lead to.
 void MoveAround(View& view, const Rows& rows, std::mt19937& random, int moves) {
   const auto count = static_cast<std::int64_t>(rows.starts.size());
-  const auto size = static_cast<FilePos>(view.file.bytes.size());
+  const auto size = FilePos::At(view.file.bytes.size());
   std::int64_t top = 0;
   view.Move(MoveKind::load, 0, 0);
   const std::int64_t page = std::max(view.request.rows - 1, 1);
@@ -183,14 +183,14 @@ void MoveAround(View& view, const Rows& rows, std::mt19937& random, int moves) {
     } else if (what == 11) {
       view.Move(MoveKind::load, 0, kNoPosition);
     } else {
-      const FilePos position = static_cast<FilePos>(random()) % size;
+      const FilePos position = FilePos::At(random() % static_cast<std::size_t>(size.Offset()));
       view.Move(what == 12 ? MoveKind::move : MoveKind::goTo, 0, position);
       top = rows.Of(position);
     }
     SCOPED_TRACE("move " + std::to_string(i) + " of kind " + std::to_string(what));
     ASSERT_LE(view.opens, 1);
     const LineArray& lines = view.run->Lines;
-    const FilePos span = view.Start(lines.Alast) - view.Start(lines.Afirst) + std::abs(view.Top() - before);
+    const ByteCount span = view.Start(lines.Alast) - view.Start(lines.Afirst) + std::abs(view.Top() - before);
     const bool onePage = what < 4 || what > 7;
     if (onePage) ASSERT_LE(view.bytesRead, 3 * (span + kBlockBytes));
     ASSERT_EQ(rows.Of(view.Top()), top);
@@ -232,26 +232,27 @@ TEST(ViewMoves, RowsOfFixedLengthKeepTheirGrid) {
                         {FormatRaw, 32767, 32767, 40}, {FormatRaw, 1, 1, 1},    {FormatRaw, 5763, 5763, 541}};
   std::mt19937 random(4);
   const std::string bytes = RandomText(random) + std::string(3000000, 'x');
-  const auto size = static_cast<FilePos>(bytes.size());
+  const auto size = FilePos::At(bytes.size());
   for (const Case& c : cases) {
     View view(bytes);
     view.request.style = {c.format, 0, 1};
     view.Size(c.rows, c.lineLen);
-    FilePos phase = 0;
+    ByteCount phase = 0;
     std::int64_t row = 0;
     view.Move(MoveKind::load, 0, 0);
     for (int i = 0; i < 200; ++i) {
       const auto what = random() % 4;
-      const FilePos position = static_cast<FilePos>(random()) % size;
+      const FilePos position = FilePos::At(random() % static_cast<std::size_t>(size.Offset()));
       const std::int64_t delta = what == 1 ? c.rows : what == 2 ? -c.rows : random() % 2 == 0 ? 1 : -1;
       view.Move(what == 0 ? MoveKind::goTo : MoveKind::move, delta, what == 0 ? position : kNoPosition);
       SCOPED_TRACE("lines of " + std::to_string(c.lineLen) + ", move " + std::to_string(i));
       const LineArray& lines = view.run->Lines;
       // The rows of the grid are counted from the one that holds the file's first byte.
-      if (what == 0) phase = position % c.bytes == 0 ? 0 : c.bytes - position % c.bytes;
-      const std::int64_t last = (size - 1 + phase) / c.bytes;
-      row = what == 0 ? (position + phase) / c.bytes : std::clamp<std::int64_t>(row + delta, 0, last);
-      ASSERT_EQ(view.Top(), std::max<FilePos>(row * c.bytes - phase, 0));
+      if (what == 0) phase = (c.bytes - position.Offset() % c.bytes) % c.bytes;
+      const std::int64_t last = (size.Offset() - 1 + phase) / c.bytes;
+      row =
+          what == 0 ? (position.Offset() + phase) / c.bytes : std::clamp<std::int64_t>(row + delta, 0, last);
+      ASSERT_EQ(view.Top(), FilePos::At(std::max<ByteCount>(row * c.bytes - phase, 0)));
       for (std::int32_t k = lines.Afirst; k < lines.Alast; ++k) {
         const bool edge = view.Start(k) == 0 || view.Start(k + 1) == size;
         ASSERT_TRUE(edge || view.Start(k + 1) - view.Start(k) == c.bytes);
@@ -282,14 +283,14 @@ TEST(ViewMoves, PaddedPagesAreOneListOfRows) {
     std::vector<Row> rows;
     std::int32_t count = 0;
     for (const FilePos start : Rows(text, kText, 200).starts) {
-      const bool begins = start > 0 && text[static_cast<std::size_t>(start)] == '\f';
+      const bool begins = start > 0 && text[static_cast<std::size_t>(start.Offset())] == '\f';
       for (; begins && count < page; ++count)
         rows.push_back({start, true});
       count = begins ? 1 : count + 1;
       rows.push_back({start, false});
     }
     for (; count <= page; ++count)  // the last page, of one line, and the row that ends the file
-      rows.push_back({static_cast<FilePos>(text.size()), true});
+      rows.push_back({FilePos::At(text.size()), true});
     View view(text);
     view.request.padPageLength = page;
     view.Size(20 + static_cast<std::int32_t>(random() % 60), 200);
@@ -308,7 +309,7 @@ TEST(ViewMoves, PaddedPagesAreOneListOfRows) {
         ASSERT_TRUE(line.Lpos == expected.pos && ((line.Lflags & LF_PADDING) != 0) == expected.padding)
             << "round " << round << ", move " << i << ", row " << k - lines.Acur << " of the screen";
       }
-      const bool atEnd = view.Start(lines.Alast) == static_cast<FilePos>(text.size());
+      const bool atEnd = view.Start(lines.Alast) == FilePos::At(text.size());
       ASSERT_TRUE(atEnd || lines.Acur + view.request.rows <= lines.Alast);
     }
   }
@@ -322,19 +323,20 @@ TEST(ViewMoves, OrdinaryMovesCostAtMostThreeBlocks) {
   View view(text);
   view.Size(70, 723);
   view.Move(MoveKind::load, 0, 0);
-  const auto size = static_cast<FilePos>(text.size());
+  const auto size = FilePos::At(text.size());
   std::mt19937 random(3);
   for (int i = 0; i < 3000; ++i) {
     const std::int64_t steps[] = {1, -1, 69, -69};
     const auto what = random() % 6;
-    const FilePos position = what == 5 ? kFileEnd : static_cast<FilePos>(random()) % size;
+    const FilePos position =
+        what == 5 ? kFileEnd : FilePos::At(random() % static_cast<std::size_t>(size.Offset()));
     view.Move(what == 4 ? MoveKind::goTo : MoveKind::move, what < 4 ? steps[what] : 0,
               what < 4 ? kNoPosition : position);
     ASSERT_LE(view.opens, 1);
     ASSERT_LE(view.reads, 3) << what;
     if (view.opens == 0) ASSERT_EQ(view.reads, 0);
   }
-  view.Move(MoveKind::goTo, 0, size / 2);
+  view.Move(MoveKind::goTo, 0, FilePos::At(text.size() / 2));
   for (const int delta : {1, 1, -1, 5, -3}) {
     view.Move(MoveKind::move, delta, kNoPosition);
     EXPECT_EQ(view.opens, 0);
@@ -411,8 +413,8 @@ TEST(ViewMoves, AFileThatShrinksIsShownAsItIs) {
       view.file.number = 2;
       move(view);
       if (testing::Test::HasFatalFailure()) return;
-      EXPECT_EQ(view.shown.Flen, static_cast<FilePos>(after.size()));
-      EXPECT_EQ(view.Start(view.run->Lines.Alast), static_cast<FilePos>(after.size()));
+      EXPECT_EQ(view.shown.Flen, FilePos::At(after.size()));
+      EXPECT_EQ(view.Start(view.run->Lines.Alast), FilePos::At(after.size()));
       if (!after.empty()) CheckRun(view, Rows(after, kText, 200));
     }
   }

@@ -50,7 +50,7 @@ constexpr const char* kNeedle = "needle";
 struct NumberedFile {
   explicit NumberedFile(std::mt19937& random) {
     while (bytes.size() < 300000) {
-      starts.push_back(static_cast<FilePos>(bytes.size()));
+      starts.push_back(FilePos::At(bytes.size()));
       if (starts.size() % 100 == 0) bytes += '\f';
       bytes += "line " + std::to_string(starts.size()) + std::string(random() % 200, '.');
       if (random() % 300 == 0) bytes += kNeedle;
@@ -99,7 +99,8 @@ void CheckRun(const ViewRun& run, const NumberedFile& file, long number) {
   for (std::int32_t i = lines.Afirst; i < lines.Alast; ++i, ++index) {
     const LineEntry& line = lines.Aline[i];
     if (index >= file.starts.size() || line.Lpos != file.starts[index]) Break("a row is missing", number);
-    const auto from = static_cast<std::size_t>(line.Lpos) + ((line.Lflags & LF_PAGEMARK) != 0 ? 1 : 0);
+    const auto from =
+        static_cast<std::size_t>(line.Lpos.Offset()) + ((line.Lflags & LF_PAGEMARK) != 0 ? 1 : 0);
     if (file.bytes.compare(from, static_cast<std::size_t>(line.Llen), run.Text.Tbuf + line.Ltext,
                            static_cast<std::size_t>(line.Llen)) != 0) {
       Break("a row shows other characters", number);
@@ -162,8 +163,8 @@ void Search(const NumberedFile& file, FilePos from, bool fails, float probabilit
     }
   }
   ++counts.searches;
-  const std::size_t place = file.bytes.find(kNeedle, static_cast<std::size_t>(from));
-  const FilePos expected = place == std::string::npos ? kSearchNoHit : static_cast<FilePos>(place);
+  const std::size_t place = file.bytes.find(kNeedle, static_cast<std::size_t>(from.Offset()));
+  const FilePos expected = place == std::string::npos ? kSearchNoHit : FilePos::At(place);
   if (hit == kSearchReadFailed && fails)
     ++counts.failedSearches;
   else if (hit != expected)
@@ -174,7 +175,7 @@ void FindPage(const NumberedFile& file, PageIndex& index, std::mt19937& random, 
               Counts& counts, long number) {
   ByteSource source;
   const std::atomic<bool> stop{false};
-  const auto page = static_cast<FilePos>(2 + random() % 5);
+  const auto page = static_cast<PageNumber>(2 + random() % 5);
   FilePos place = 0;
   {
     const Failures failures(fails, probability);
@@ -198,7 +199,7 @@ int main(int argc, char** argv) {
   for (long number = 0; number < runs; ++number) {
     std::mt19937 random(static_cast<std::mt19937::result_type>(number));
     const NumberedFile file(random);
-    const auto size = static_cast<FilePos>(file.bytes.size());
+    const auto size = FilePos::At(file.bytes.size());
     View view(file);
     PageIndex index(file.path);
     view.Move(MoveKind::load, 0, 0, false, 0, counts, number);
@@ -207,7 +208,7 @@ int main(int argc, char** argv) {
       const float probability = static_cast<float>(1 + random() % 50) / 100;
       const std::int64_t deltas[] = {1, -1, 39, -39, 400, -400};
       const auto what = random() % 12;
-      const FilePos position = static_cast<FilePos>(random()) % size;
+      const FilePos position = FilePos::At(random() % static_cast<std::size_t>(size.Offset()));
       if (what < 6) view.Move(MoveKind::move, deltas[what], kNoPosition, fails, probability, counts, number);
       if (what == 6) view.Move(MoveKind::move, 0, kFileEnd, fails, probability, counts, number);
       if (what == 7 || what == 8) view.Move(MoveKind::goTo, 0, position, fails, probability, counts, number);

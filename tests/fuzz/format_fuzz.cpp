@@ -93,7 +93,7 @@ void FuzzFormat(const std::uint8_t* data, std::size_t size) {
   input.SetTabs();
   Room room(input, forward);
   const FilePos bases[] = {
-      0, 1, 5, 4000, 0x7FFFFFF0, 0xFFFFFFF0, FilePos{1} << 40, INTPTR_MAX - INT32_MAX - kSliceBytes};
+      0, 1, 5, 4000, 0x7FFFFFF0, 0xFFFFFFF0, FilePos::At(1LL << 40), INTPTR_MAX - INT32_MAX - kSliceBytes};
   const FilePos base = input.OneOf(bases);
   const int where = input.Byte() % 8;
   const std::uint32_t place = input.Word();

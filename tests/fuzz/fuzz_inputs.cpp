@@ -143,7 +143,7 @@ bool TextEndsAt(const Shown& shown, const LineEntry& line, FilePos pos, FilePos 
 // The row's address, unless the row begins above the file, and at least one blank behind it.
 void CheckAddress(const Shown& shown, const LineEntry& line, const HexColumns& hex, bool headCut) {
   char address[40];
-  std::snprintf(address, sizeof address, "%032llX ", static_cast<unsigned long long>(line.Lpos));
+  std::snprintf(address, sizeof address, "%032llX ", static_cast<unsigned long long>(line.Lpos.Offset()));
   const std::string_view row(shown.text + line.Ltext, static_cast<std::size_t>(line.Llen));
   const std::string_view wanted = std::string_view(address).substr(32 - static_cast<std::size_t>(hex.digits));
   FUZZ_CHECK(row.substr(0, wanted.size()) == wanted || (headCut && line.Lpos == 0));

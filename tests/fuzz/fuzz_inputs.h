@@ -49,7 +49,7 @@ struct Shown {
   ViewOptions options = 0;
   std::int32_t lineLen = 0;
   const char* text = nullptr;
-  [[nodiscard]] FilePos End() const { return base + static_cast<FilePos>(bytes.size()); }
+  [[nodiscard]] FilePos End() const { return base + bytes.size(); }
   // -1 where no byte is known.
   [[nodiscard]] int At(FilePos pos) const {
     return pos < base || pos >= End() ? -1 : bytes[static_cast<std::size_t>(pos - base)];

@@ -74,9 +74,11 @@ void DecideMove(FuzzInput& input, View& view, FilePos length) {
     view.request.delta = input.OneOf(steps);
     return;
   }
-  const FilePos places[] = {0, 1, length / 2, length - 1, length, length + 1, kFileEnd, length / 3};
+  const ByteCount bytes = length.Offset();
+  const FilePos places[] = {0,          1,        FilePos::At(bytes / 2), length - 1, length,
+                            length + 1, kFileEnd, FilePos::At(bytes / 3)};
   view.request.position = input.Chance(2) ? std::max<FilePos>(input.OneOf(places), 0)
-                                          : input.Between(0, static_cast<std::int32_t>(length));
+                                          : FilePos::At(input.Between(0, static_cast<std::int32_t>(bytes)));
 }
 
 void ChangeFile(FuzzInput& input, View& view, bool isNew) {
@@ -146,7 +148,7 @@ void FuzzLoad(const std::uint8_t* data, std::size_t size) {
     RunSize wanted = RunSizeFor(view.request.rows, view.request.style.lineLen);
     wanted.entries = static_cast<std::int16_t>(4 * view.request.rows + 4);
     if (mustLoad) runs.Size(wanted);
-    const auto length = static_cast<FilePos>(view.file.bytes.size());
+    const auto length = FilePos::At(view.file.bytes.size());
     DecideMove(input, view, length);
     if (mustLoad) view.request.kind = MoveKind::goTo, view.request.delta = 0;
     if (mustLoad && view.request.position < 0) view.request.position = 0;

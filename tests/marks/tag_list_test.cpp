@@ -29,10 +29,10 @@ class TagListTest : public testing::Test {
 TEST_F(TagListTest, AgreesWithASortedSet) {
   std::mt19937 random(7);
   for (int step = 0; step < 4000; ++step) {
-    const auto position = static_cast<FilePos>(random() % 4000) * (step % 2 == 0 ? 1 : 5000000000);
+    const auto position = FilePos::At(random() % 4000 * (step % 2 == 0 ? 1 : 5000000000));
     switch (random() % 10) {
       case 0: {
-        const FilePos other = position + static_cast<FilePos>(random() % 400) - 200;
+        const FilePos other = position + random() % 400 - 200;
         const auto from = model.lower_bound(std::min(position, other));
         const auto to = model.upper_bound(std::max(position, other));
         ASSERT_EQ(TagRemoveRange(list, position, other), std::distance(from, to));
@@ -61,8 +61,8 @@ TEST_F(TagListTest, AgreesWithASortedSet) {
 }
 
 TEST_F(TagListTest, Holds999) {
-  for (FilePos i = 0; i < 999; ++i)
-    ASSERT_EQ(TagInsert(list, i * 3, kTagByUser), i);
+  for (std::int32_t i = 0; i < 999; ++i)
+    ASSERT_EQ(TagInsert(list, FilePos::At(i * 3), kTagByUser), i);
   EXPECT_EQ(TagInsert(list, 1, kTagByUser), -1);
   EXPECT_EQ(TagInsert(list, 3, kTagBySearch), -1);
   EXPECT_EQ(list.entries[1].flags, kTagByUser);

@@ -11,11 +11,11 @@ namespace {
 struct LineRun {
   explicit LineRun(int lineCount, int length) : text(static_cast<std::size_t>(lineCount) * length, ' ') {
     for (int i = 0; i < lineCount; ++i) {
-      entries.push_back({100 + i * 10, i * length, length, 0, LF_TAGMASK});
+      entries.push_back({FilePos::At(100 + i * 10), i * length, length, 0, LF_TAGMASK});
       for (int k = 0; k < length; ++k)
         text[static_cast<std::size_t>(i * length + k)] = static_cast<char>('a' + i % 26);
     }
-    entries.push_back(SentinelAt(100 + lineCount * 10));
+    entries.push_back(SentinelAt(FilePos::At(100 + lineCount * 10)));
     lines.Aline = entries.data();
     lines.Alast = static_cast<std::int16_t>(lineCount);
     lines.Acnt = static_cast<std::int16_t>(lineCount + 1);
@@ -49,13 +49,13 @@ TEST(Titles, AreTheLinesThatTheSelectionTouches) {
     UnlockTitles(titles);
     ASSERT_EQ(titles.Lines.Alast, c.count) << c.what;
     if (c.count == 0) {
-      EXPECT_EQ(titles.Lines.Aline[0].Lpos, 0);
+      EXPECT_EQ(titles.Lines.Aline[0].Lpos, FilePos::At(0));
       continue;
     }
     EXPECT_EQ(titles.Lines.Aline[0].Lpos, c.first) << c.what;
     EXPECT_EQ(titles.Lines.Aline[0].Lflags, 0U) << c.what;
     EXPECT_EQ(titles.Lines.Aline[c.count].Lpos, titles.Lines.Aline[c.count - 1].Lpos + 1) << c.what;
-    const auto at = static_cast<std::size_t>((c.first - 100) / 10 * 4);
+    const auto at = static_cast<std::size_t>((c.first.Offset() - 100) / 10 * 4);
     EXPECT_EQ(std::string(titles.Text.Tbuf, 4), run.text.substr(at, 4)) << c.what;
   }
   FreeTitles(titles);

@@ -20,7 +20,7 @@ std::vector<FilePos> PlainPages(const std::string& content) {
   std::vector<FilePos> pages = {0};
   for (std::size_t i = 1; i < content.size(); ++i) {
     const bool lineBreak = content[i - 1] == '\r' || content[i - 1] == '\n';
-    if (lineBreak && content[i] == '\f') pages.push_back(static_cast<FilePos>(i));
+    if (lineBreak && content[i] == '\f') pages.push_back(FilePos::At(i));
   }
   return pages;
 }
@@ -35,7 +35,7 @@ std::string IndexBytes(const std::vector<FilePos>& pages, std::size_t count) {
   };
   std::string bytes = "QLM\x1A" + number(count, 4);
   for (const FilePos page : pages)
-    bytes += number(page, 8);
+    bytes += number(page.Offset(), 8);
   return bytes;
 }
 
@@ -79,7 +79,7 @@ class PageIndexTest : public testing::Test {
     }
     ASSERT_EQ(index->phase, Phase::PG_DONE);
   }
-  FilePos Find(FilePos page) { return PageIndexFind(source, *index, page, stop); }
+  FilePos Find(PageNumber page) { return PageIndexFind(source, *index, page, stop); }
   void Restart() { index = std::make_unique<PageIndex>("memory"); }
 
   [[nodiscard]] std::string OnDisk() const {
@@ -91,8 +91,8 @@ class PageIndexTest : public testing::Test {
   void ExpectComplete() const {
     const std::vector<FilePos> pages = PlainPages(file.bytes);
     ASSERT_EQ(index->phase, Phase::PG_DONE);
-    ASSERT_EQ(index->pageCount, static_cast<FilePos>(pages.size()));
-    ASSERT_EQ(index->scanned, static_cast<FilePos>(file.bytes.size()));
+    ASSERT_EQ(index->pageCount, std::ssize(pages));
+    ASSERT_EQ(index->scanned, FilePos::At(file.bytes.size()));
     ASSERT_TRUE(OnDisk() == IndexBytes(pages, pages.size()));
   }
   void ExpectEnded(Fault fault) {
@@ -173,7 +173,7 @@ TEST_F(PageIndexTest, KeepsUpWithAFileThatChanges) {
       const std::size_t page = 1 + random() % (pages.size() + 2);
       const FilePos there = page > pages.size() ? kPageNone : pages[page - 1];
       if (random() % 3 == 0) {
-        ASSERT_EQ(Find(static_cast<FilePos>(page)), file.failure != 0 ? kPageReadFailed : there) << page;
+        ASSERT_EQ(Find(static_cast<PageNumber>(page)), file.failure != 0 ? kPageReadFailed : there) << page;
       }
       if (file.failure != 0 || random() % 4 != 0) continue;
       ASSERT_NO_FATAL_FAILURE(Build(random() % 2 == 0 ? 4000 : 200000));
@@ -186,15 +186,15 @@ TEST_F(PageIndexTest, AStepScansWhatItMust) {
   file.bytes = "a\n\fb" + Repeated("some words\n\f", 100000);
   const std::vector<FilePos> pages = PlainPages(file.bytes);
   Step(15);
-  EXPECT_EQ(index->scanned, 15);
-  EXPECT_EQ(index->length, static_cast<FilePos>(file.bytes.size()));
+  EXPECT_EQ(index->scanned, FilePos::At(15));
+  EXPECT_EQ(index->length, FilePos::At(file.bytes.size()));
   EXPECT_EQ(OnDisk(), IndexBytes({0, 2}, 0)) << "the count is 0 until the end";
   Step(1);
   EXPECT_EQ(index->pageCount, 3);
   EXPECT_TRUE(PageIndexPagesOf(*index).more);
   stop = true;
   PageIndexStep(source, *index, {8192, std::chrono::hours(1), &stop});
-  EXPECT_EQ(index->scanned, 16) << "somebody waits";
+  EXPECT_EQ(index->scanned, FilePos::At(16)) << "somebody waits";
   stop = false;
   events.read = [this] {
     if (index->scanned > 100000) stop = true;
@@ -202,11 +202,11 @@ TEST_F(PageIndexTest, AStepScansWhatItMust) {
   };
   PageIndexStep(source, *index, {1, std::chrono::hours(1), &stop});
   EXPECT_EQ(index->phase, Phase::PG_ACTIVE);
-  EXPECT_LT(index->scanned, 500000);
+  EXPECT_LT(index->scanned, FilePos::At(500000));
   events.read = nullptr;
   PageIndexStep(source, *index, {1, std::chrono::hours(1), nullptr});
   ExpectComplete();
-  EXPECT_EQ(PageIndexPagesOf(*index).count, static_cast<FilePos>(pages.size()));
+  EXPECT_EQ(PageIndexPagesOf(*index).count, std::ssize(pages));
   EXPECT_FALSE(PageIndexPagesOf(*index).more);
   const std::int64_t read = file.bytesRead;
   Step();
@@ -241,7 +241,7 @@ TEST_F(PageIndexTest, WhatCannotBeReadIsTriedAgain) {
   Step(50);
   EXPECT_EQ(index->phase, Phase::PG_ACTIVE);
   EXPECT_EQ(index->sourceError, 0);
-  EXPECT_GE(index->scanned, 100) << "what was known is kept";
+  EXPECT_GE(index->scanned, FilePos::At(100)) << "what was known is kept";
   Build();
   ExpectComplete();
 }
@@ -260,7 +260,7 @@ TEST_F(PageIndexTest, AFileThatIsCutInAStep) {
   EXPECT_NE(index->phase, Phase::PG_DONE);
   Build();
   ExpectComplete();
-  EXPECT_EQ(Find(1001), 1999);
+  EXPECT_EQ(Find(1001), FilePos::At(1999));
 }
 
 // As files that the system makes up while they are read.
@@ -278,7 +278,7 @@ TEST_F(PageIndexTest, AFileThatGivesAWrongLength) {
   EXPECT_EQ(PageIndexFind(longer, *index, 3, stop), kPageNone);
   ExpectComplete();
   file.bytes += "\n\fc";
-  EXPECT_EQ(PageIndexFind(longer, *index, 3, stop), 5);
+  EXPECT_EQ(PageIndexFind(longer, *index, 3, stop), FilePos::At(5));
 }
 
 TEST_F(PageIndexTest, FindStopsAndGoesOn) {
@@ -286,21 +286,21 @@ TEST_F(PageIndexTest, FindStopsAndGoesOn) {
   EXPECT_EQ(Find(0), kPageNone);
   EXPECT_EQ(Find(std::int64_t{1} << 31), kPageNone);
   EXPECT_EQ(file.reads, 0);
-  EXPECT_EQ(Find(1), 0);
-  EXPECT_EQ(index->scanned, 0);
-  EXPECT_EQ(Find(7), 7 * 12 - 13);
+  EXPECT_EQ(Find(1), FilePos::At(0));
+  EXPECT_EQ(index->scanned, FilePos::At(0));
+  EXPECT_EQ(Find(7), FilePos::At(7 * 12 - 13));
   events.read = [this] {
     if (index->scanned > 500000) stop = true;
     return 0;
   };
   EXPECT_EQ(Find(99999), kPageStopped);
-  EXPECT_GT(index->scanned, 500000);
-  EXPECT_LT(index->scanned, 800000);
+  EXPECT_GT(index->scanned, FilePos::At(500000));
+  EXPECT_LT(index->scanned, FilePos::At(800000));
   EXPECT_GT(index->pageCount, 500000 / 12);
   EXPECT_EQ(Find(7), kPageStopped);
   stop = false;
   events.read = nullptr;
-  EXPECT_EQ(Find(100001), 100001 * 12 - 13);
+  EXPECT_EQ(Find(100001), FilePos::At(100001 * 12 - 13));
   ExpectComplete();
   EXPECT_EQ(Find(100002), kPageNone);
 }
@@ -311,8 +311,8 @@ TEST_F(PageIndexTest, FindGivesNoStalePlace) {
   Build();
   // A change that leaves nothing behind but the bytes.
   file.bytes[99 * 6 + 5] = 'x';
-  EXPECT_EQ(Find(100), 98 * 6 + 5);
-  EXPECT_EQ(Find(101), 100 * 6 + 5);
+  EXPECT_EQ(Find(100), FilePos::At(98 * 6 + 5));
+  EXPECT_EQ(Find(101), FilePos::At(100 * 6 + 5));
   ExpectComplete();
   // One that comes while the page is sought: the file has another in its place when the place is known.
   Restart();
@@ -323,7 +323,7 @@ TEST_F(PageIndexTest, FindGivesNoStalePlace) {
     file.bytes = "\n" + pages;
     ++file.number;
   };
-  EXPECT_EQ(Find(10), 9 * 6);
+  EXPECT_EQ(Find(10), FilePos::At(9 * 6));
   // One at each open, from which there is no getting away.
   events.open = [this] { ++file.number; };
   EXPECT_EQ(Find(10), kPageReadFailed);
@@ -355,27 +355,27 @@ TEST_F(PageIndexTest, FindGivesNoStalePlace) {
 
 TEST_F(PageIndexTest, PositionsBehindFourGigabytes) {
   const ScratchFile sparse("");
-  constexpr FilePos kTwo = FilePos{1} << 31;
-  constexpr FilePos kFour = FilePos{1} << 32;
+  constexpr ByteCount kTwo = ByteCount{1} << 31;
+  constexpr ByteCount kFour = ByteCount{1} << 32;
   const std::vector<FilePos> pages = {0, kTwo + 5, kFour - 1, kFour + 1, 3 * kTwo + 77};
   {
     std::ofstream out(sparse.Path(), std::ios::binary);
     for (std::size_t i = 1; i < pages.size(); ++i)
-      out.seekp(pages[i] - 1) << "\n\f";
+      out.seekp(pages[i].Offset() - 1) << "\n\f";
     ASSERT_TRUE(out.good());
   }
   PageIndex big(sparse.Path());
   ByteSource system;
   PageIndexStep(system, big, {4096, {}, nullptr});
   // The scan is set down shortly before each place, since the way there is long and empty.
-  for (const FilePos place : {kTwo - 100, kFour - 100, 3 * kTwo}) {
-    big.build.scanned = place;
+  for (const ByteCount place : {kTwo - 100, kFour - 100, 3 * kTwo}) {
+    big.build.scanned = FilePos::At(place);
     big.build.tail = big.build.head;
     PageIndexStep(system, big, {4096, {}, nullptr});
   }
   ASSERT_EQ(big.phase, Phase::PG_DONE);
   for (std::size_t page = 1; page <= pages.size(); ++page)
-    EXPECT_EQ(PageIndexFind(system, big, static_cast<FilePos>(page), stop), pages[page - 1]);
+    EXPECT_EQ(PageIndexFind(system, big, static_cast<PageNumber>(page), stop), pages[page - 1]);
   EXPECT_EQ(big.pageCount, 5);
 }
 
@@ -426,7 +426,8 @@ TEST(PageIndexLookup, BadFiles) {
   struct Case {
     const char* what;
     std::string content;
-    FilePos page, count, expected;
+    PageNumber page, count;
+    FilePos expected;
     Fault fault = Fault::none;
   };
   const Case cases[] = {{"good", header + record, 1, 0, 5},

@@ -11,11 +11,12 @@ TEST(GoTo, FieldOfEachChoice) {
     GoToLimits limits;
     const char* shown;  // text, range, whether it takes input
   };
-  const Case cases[] = {{GoToChoice::bottom, {100, 5}, "N/A| |0"},
-                        {GoToChoice::bytePosition, {FilePos{5} << 32, 5}, "0x000000|1 to 0x500000000|1"},
-                        {GoToChoice::pageNumber, {100, FilePos{3} << 32}, "1|1 to 12884901888|1"},
-                        {GoToChoice::pageNumber, {100, 57, true}, "1|1 to 57 so far|1"},
-                        {GoToChoice::pageNumber, {100, 0}, "1|N/A|1"}};
+  const Case cases[] = {
+      {GoToChoice::bottom, {100, 5}, "N/A| |0"},
+      {GoToChoice::bytePosition, {FilePos::At(5LL << 32), 5}, "0x000000|1 to 0x500000000|1"},
+      {GoToChoice::pageNumber, {100, 3LL << 32}, "1|1 to 12884901888|1"},
+      {GoToChoice::pageNumber, {100, 57, true}, "1|1 to 57 so far|1"},
+      {GoToChoice::pageNumber, {100, 0}, "1|N/A|1"}};
   for (const Case& c : cases) {
     const GoToField field = GoToFieldOf(c.choice, c.limits);
     EXPECT_EQ(std::string(field.text) + "|" + field.range + "|" + std::to_string(field.enabled), c.shown);
@@ -59,7 +60,7 @@ TEST(GoTo, AnswerAndTarget) {
     const char* text;
     GoToMove move;
     FilePos position;
-    FilePos page = 0;
+    std::int64_t page = 0;
   };
   const Case cases[] = {{GoToChoice::top, "N/A", GoToMove::top, kNoPosition},
                         {GoToChoice::bottom, "N/A", GoToMove::bottom, kNoPosition},
@@ -78,14 +79,15 @@ TEST(GoTo, AnswerAndTarget) {
 
 TEST(Places, TheShareOfAnyLength) {
   const FilePos most = INTPTR_MAX;
-  for (const FilePos length : {FilePos{0}, FilePos{1}, FilePos{1000}, FilePos{1} << 40, most}) {
-    EXPECT_EQ(PositionOfShare(length, 0, 7), 0);
+  for (const FilePos length :
+       {FilePos::At(0), FilePos::At(1), FilePos::At(1000), FilePos::At(1LL << 40), most}) {
+    EXPECT_EQ(PositionOfShare(length, 0, 7), FilePos::At(0));
     EXPECT_EQ(PositionOfShare(length, 7, 7), length);
-    EXPECT_EQ(PositionOfShare(length, 1, 2), length / 2);
-    EXPECT_EQ(PositionOfShare(length, most - 1, most),
+    EXPECT_EQ(PositionOfShare(length, 1, 2), FilePos::At(length.Offset() / 2));
+    EXPECT_EQ(PositionOfShare(length, INTPTR_MAX - 1, INTPTR_MAX),
               length == most ? most - 1 : std::max<FilePos>(length - 1, 0));
   }
-  EXPECT_EQ(PositionOfShare(1000, 333, 1001), 332);
+  EXPECT_EQ(PositionOfShare(1000, 333, 1001), FilePos::At(332));
 }
 
 }  // namespace

@@ -102,7 +102,7 @@ constexpr PageShade kComment{0xFFFFFF, 3};
 PrintOrder OrderFor(const MemoryFile& file, std::uint32_t options, ViewOptions view = VO_FORMFEED) {
   PrintOrder order;
   order.Fname = "/folder/name";
-  order.to = static_cast<FilePos>(file.bytes.size());
+  order.to = FilePos::At(file.bytes.size());
   order.options = options;
   order.style = {FormatText, view, 1};
   order.setup = {0, 0, 0, 0, 0};

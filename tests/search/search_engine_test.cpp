@@ -44,7 +44,7 @@ SearchState StateOf(const std::string& key, std::uint16_t flags) {
 std::vector<std::int64_t> Positions(const std::vector<TagEntry>& tags) {
   std::vector<std::int64_t> positions;
   for (const TagEntry& tag : tags)
-    positions.push_back(tag.position);
+    positions.push_back(tag.position.Offset());
   return positions;
 }
 
@@ -72,15 +72,16 @@ TEST(Search, FindsWhatAPlainScanFinds) {
       if (key.empty() || random() % 4 == 0) key += 'x';
       key.resize(std::min<std::size_t>(key.size(), kSearchKeyBytes));
       const bool folds = random() % 2 == 0;
-      const FilePos from = random() % 3 == 0 ? 0 : static_cast<FilePos>(random() % (content.size() + 2));
+      const FilePos from = random() % 3 == 0 ? 0 : FilePos::At(random() % (content.size() + 2));
       SCOPED_TRACE("length " + std::to_string(content.size()) + ", key " + testing::PrintToString(key));
-      ASSERT_EQ(file.Search(key, folds, from), PlainFind(content, key, folds, from)) << from;
+      ASSERT_EQ(file.Search(key, folds, from), FilePos::At(PlainFind(content, key, folds, from.Offset())))
+          << from.Offset();
       if (j > 0) continue;
       SearchState search = StateOf(key.substr(0, 1 + random() % 8), folds ? SEARCH_TEXT : SEARCH_CASE);
       key.resize(static_cast<std::size_t>(search.SearchKeyLen));
       std::vector<TagEntry> tags;
       std::vector<std::int64_t> expected = PlainFindAll(content, key, folds);
-      const FilePos first = expected.empty() ? kSearchNoHit : expected.front();
+      const FilePos first = expected.empty() ? kSearchNoHit : FilePos::At(expected.front());
       if (expected.size() > kTagSlots - 1) expected.resize(kTagSlots - 1);
       for (int again = 0; again < 2; ++again) {  // which adds nothing
         ASSERT_EQ(MarkAll(file.source, search, tags, kTagSlots - 1, file.job), first);
@@ -98,7 +99,7 @@ TEST(SearchFile, FindsAKeyAtEachPlaceOfABorder) {
       const std::size_t place = 2 * kSlice - back;
       content.replace(place, keyLen, key);
       Searched file(content);
-      const auto expected = static_cast<FilePos>(place);
+      const auto expected = FilePos::At(place);
       ASSERT_EQ(file.Search(key, false, 0), expected) << keyLen;
       ASSERT_EQ(file.Search(key, true, expected), expected) << keyLen;
       ASSERT_EQ(file.Search(key, true, expected + 1), kSearchNoHit) << keyLen;
@@ -131,16 +132,16 @@ TEST(SearchFile, EndsOfTheFile) {
   }
   Searched grown("...");
   grown.Write("...hello");
-  EXPECT_EQ(grown.Search("hello", true, 0), 3) << "in the next action";
+  EXPECT_EQ(grown.Search("hello", true, 0), FilePos::At(3)) << "in the next action";
   // On the disk, behind 4 GB.
-  constexpr FilePos kPlace = (FilePos{5} << 30) + 12345;
+  constexpr FilePos kPlace = (FilePos::At(5LL << 30)) + 12345;
   const ScratchFile far("");
-  std::filesystem::resize_file(far.Path(), kPlace);
+  std::filesystem::resize_file(far.Path(), static_cast<std::uintmax_t>(kPlace.Offset()));
   PutContent(far.Path(), "needle", std::ios::app);
   ByteSource source;
   LongJob job;
   ASSERT_EQ(source.Open(far.Path().c_str()), 0);
-  EXPECT_EQ(SearchFile(source, (FilePos{5} << 30) - 100, 6, Bytes("NEEDLE"), SEARCH_TEXT, job), kPlace);
+  EXPECT_EQ(SearchFile(source, (FilePos::At(5LL << 30)) - 100, 6, Bytes("NEEDLE"), SEARCH_TEXT, job), kPlace);
   EXPECT_EQ(SearchFile(source, kPlace + 1, 6, Bytes("needle"), SEARCH_CASE, job), kSearchNoHit);
   EXPECT_EQ(job.end, kPlace + 6);
   EXPECT_GT(job.position, kPlace - kSearchReadBytes);
@@ -154,7 +155,7 @@ TEST(SearchFile, FailuresAndStopsAreNoAnswers) {
   file.file.failure = EIO;
   EXPECT_EQ(file.Search("hit", false, 2 * kSearchReadBytes + 5), kSearchReadFailed);
   EXPECT_EQ(file.source.Failure(), EIO);
-  EXPECT_EQ(file.job.position, 2 * kSearchReadBytes + 5);
+  EXPECT_EQ(file.job.position, FilePos::At(2 * kSearchReadBytes + 5));
   EXPECT_EQ(MarkAll(file.source, search, tags, kTagSlots - 1, file.job), kSearchReadFailed);
   file.file.failure = 0;
   file.Open();
@@ -200,11 +201,12 @@ TEST(HitIsOnScreen, LinesFromTheTopLineOn) {
   // Lines of ten bytes from offset 100 on; the view's run has lines 2 to 9, its top line is line 4.
   std::array<LineEntry, 12> entries{};
   for (std::size_t i = 0; i < entries.size(); ++i)
-    entries[i].Lpos = 100 + 10 * static_cast<FilePos>(i);
+    entries[i].Lpos = FilePos::At(100 + 10 * i);
   const LineArray lines{entries.data(), 12, 4, 2, 10};
   for (const auto& [rows, first, last] : {std::array{3, 140, 169}, {1, 140, 149}, {50, 140, 199}}) {
     for (const int hit : {first - 1, first, last, last + 1})
-      EXPECT_EQ(HitIsOnScreen(lines, rows, hit), first <= hit && hit <= last) << rows << " rows, " << hit;
+      EXPECT_EQ(HitIsOnScreen(lines, rows, FilePos::At(hit)), first <= hit && hit <= last)
+          << rows << " rows, " << hit;
   }
 }
 
@@ -213,7 +215,7 @@ TEST(MarkAll, EarlierTagsStayAndGainTheFlag) {
   const SearchState search = StateOf("AB", SEARCH_TEXT);
   for (const bool full : {false, true}) {  // a full list takes nothing, but the first hit is told
     std::vector<TagEntry> tags = {{6, kTagByUser}, {7, kTagByUser}};
-    EXPECT_EQ(MarkAll(file.source, search, tags, full ? 2 : 4, file.job), 2);
+    EXPECT_EQ(MarkAll(file.source, search, tags, full ? 2 : 4, file.job), FilePos::At(2));
     EXPECT_EQ(Positions(tags),
               full ? std::vector<std::int64_t>({6, 7}) : std::vector<std::int64_t>({2, 6, 7, 10}));
     EXPECT_EQ(tags[full ? 0 : 1].flags, full ? kTagByUser : kTagByUser | kTagBySearch);
@@ -229,7 +231,8 @@ TEST(MarkAll, IsOnePass) {
       content.replace(i, 3, "hit");
     Searched file(content);
     std::vector<TagEntry> tags;
-    EXPECT_EQ(MarkAll(file.source, StateOf("hit", SEARCH_TEXT), tags, kTagSlots - 1, file.job), 0);
+    EXPECT_EQ(MarkAll(file.source, StateOf("hit", SEARCH_TEXT), tags, kTagSlots - 1, file.job),
+              FilePos::At(0));
     if (every == 64)
       EXPECT_LE(file.file.bytesRead, 64 * 1000 + kSearchReadBytes);
     else

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr FilePos kMost = INTPTR_MAX;
+constexpr std::int64_t kMost = INTPTR_MAX;
 
 TEST(FixedPoint, ParsesAndFormats) {
   struct Parse {
@@ -74,7 +74,7 @@ TEST(FieldChecks, Int) {
 }
 
 TEST(FieldChecks, Long) {
-  const auto outcome = [](const std::string& text, FilePos high) {
+  const auto outcome = [](const std::string& text, std::int64_t high) {
     return Outcome(ValidateLongField(text, 0, high, "File Offset"));
   };
   for (const std::string& text : Texts{"16", "0X10", "020", "  7"})

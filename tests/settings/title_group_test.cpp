@@ -40,7 +40,7 @@ TEST_F(TitleGroup, ComesBackAsItWasSaved) {
   EXPECT_EQ(Texts(),
             (std::vector<std::string>{"  Item   Price ", "", "\"quoted\"", "\xE4\x80 1252", full, "a b  c"}));
   for (int i = 0; i <= titles.Lines.Alast; ++i)
-    EXPECT_EQ(titles.Lines.Aline[i].Lpos, i) << "line numbers, and their count in the end entry";
+    EXPECT_EQ(titles.Lines.Aline[i].Lpos, FilePos::At(i)) << "line numbers, and their count in the end entry";
 }
 
 TEST_F(TitleGroup, LeavesNoFormerKeysBehind) {

@@ -143,6 +143,10 @@ bool RowsAreRight(std::int64_t& rows, std::string& why) {
   return true;
 }
 
+ByteCount AnyPlace(std::mt19937& random) {
+  return static_cast<ByteCount>(random()) % std::max<ByteCount>(MainState.File.Flen.Offset(), 1);
+}
+
 struct Action {
   const char* name;
   std::function<void(Viewer&, std::mt19937&)> run;
@@ -156,15 +160,10 @@ const Action kActions[] = {
     {"ten pages down", [](Viewer& viewer, std::mt19937&) { viewer.Key(VK_NEXT, 0, 10); }},
     {"End", [](Viewer& viewer, std::mt19937&) { viewer.Key(VK_END); }},
     {"Home", [](Viewer& viewer, std::mt19937&) { viewer.Key(VK_HOME); }},
-    {"a place",
-     [](Viewer& viewer, std::mt19937& random) {
-       viewer.GoTo(static_cast<FilePos>(random()) % std::max<FilePos>(MainState.File.Flen, 1));
-     }},
+    {"a place", [](Viewer& viewer, std::mt19937& random) { viewer.GoTo(FilePos::At(AnyPlace(random))); }},
     {"the thumb",
      [](Viewer& viewer, std::mt19937& random) {
-       platform_testing::DragThumb(
-           viewer.Window(), SB_VERT,
-           static_cast<std::int64_t>(random()) % std::max<FilePos>(MainState.File.Flen, 1));
+       platform_testing::DragThumb(viewer.Window(), SB_VERT, AnyPlace(random));
        viewer.Pump();
      }},
     {"Find Next", [](Viewer& viewer, std::mt19937&) { viewer.Command(IDM_FIND_NEXT); }},
@@ -178,7 +177,7 @@ const Action kActions[] = {
      [](Viewer& viewer, std::mt19937& random) {
        const PageIndexPages pages = PagesToGoTo();
        if (pages.count < 1) return;
-       const FilePos place = FindPage(1 + static_cast<FilePos>(random()) % pages.count);
+       const FilePos place = FindPage(1 + static_cast<PageNumber>(random()) % pages.count);
        if (place >= 0) viewer.MoveTo(place);
      }},
 };
@@ -205,7 +204,7 @@ int Watch(const std::string& path, double seconds) {
     bool right = RowsAreRight(rows, why);
     for (int tries = 0; !right && tries < 20; ++tries, ++again) {
       const std::int64_t turn = shared->turns;
-      viewer.Send(WM_VIEW_LOAD, 0, kNoPosition);
+      viewer.Send(WM_VIEW_LOAD, 0, kNoPosition.Offset());
       right = RowsAreRight(rows, why);
       if (!right && turn % 2 == 0 && shared->turns == turn) break;
     }

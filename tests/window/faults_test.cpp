@@ -21,7 +21,7 @@ void PressAll(Viewer& viewer, const std::string& what, bool readable = true) {
 }
 
 void DragToTheMiddle(Viewer& viewer) {
-  platform_testing::DragThumb(viewer.Window(), SB_VERT, MainState.File.Flen / 2);
+  platform_testing::DragThumb(viewer.Window(), SB_VERT, MainState.File.Flen.Offset() / 2);
   viewer.Pump();
 }
 
@@ -138,7 +138,7 @@ TEST(Faults, FilesThatChangeWhileTheyAreViewed) {
       c.change(file);
       PressAll(viewer, c.what);
       const std::string shown = Viewer::Text(3);
-      viewer.Send(WM_VIEW_LOAD, 0, kNoPosition);
+      viewer.Send(WM_VIEW_LOAD, 0, kNoPosition.Offset());
       // The lines of a file that cannot be read any more stay, and the window says why.
       const std::string name = std::filesystem::path(file.Path()).filename();
       EXPECT_EQ(MainState.Notice, c.readable ? "" : name + ": " + c.reason) << c.what;
@@ -149,7 +149,7 @@ TEST(Faults, FilesThatChangeWhileTheyAreViewed) {
       viewer.Key(VK_END);
       viewer.Key(VK_HOME);
       EXPECT_EQ(MainState.Notice, "") << c.what;
-      EXPECT_EQ(Viewer::Top(), 0) << c.what;
+      EXPECT_EQ(Viewer::Top(), FilePos::At(0)) << c.what;
     }
   }
 }

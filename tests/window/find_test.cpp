@@ -124,7 +124,7 @@ TEST_F(Find, HexIsLive) {
   EXPECT_EQ(Beeps(), (std::vector<UINT>{64, 64, 48}));
   EXPECT_TRUE(Boxes().empty());
   Open(viewer, IDM_FIND_HEX, {Type("414243"), Press(kEnter)});
-  EXPECT_EQ(Selection(), std::pair(FilePos{1000}, FilePos{1003}));
+  EXPECT_EQ(Selection(), std::pair(FilePos::At(1000), FilePos::At(1003)));
   // An empty text: the live check lets it pass, Find does not.
   Open(viewer, IDM_FIND_HEX, {Type("4"), Press(VK_BACK), look, Click(IDOK)});
   EXPECT_EQ(shown.back(), "| |");

@@ -50,16 +50,16 @@ TEST_F(GoTo, PageWhileTheIndexIsStillBuilding) {
   ControlState range;
   Run(viewer, {Click(goto_dialog::kPageNumber), Look(goto_dialog::kRange, range), Type("5"), Click(IDOK)});
   EXPECT_EQ(range.text, "1 to 1 so far");
-  EXPECT_EQ(Viewer::Top(), 4 * 950);
+  EXPECT_EQ(Viewer::Top(), FilePos::At(4 * 950));
   file.Append("\fpage 21\n");
   Go(viewer, goto_dialog::kPageNumber, "21");
-  EXPECT_EQ(Viewer::Top(), 20 * 950);
+  EXPECT_EQ(Viewer::Top(), FilePos::At(20 * 950));
   Index(viewer);
   Go(viewer, goto_dialog::kPageNumber, "22");
   EXPECT_EQ(Boxes().at(0).text, "Page Number must be a number between 1 and 21!");
   file.Write("one\n\ftwo\n\fthree\n");
   Go(viewer, goto_dialog::kPageNumber, "3");
-  EXPECT_EQ(Viewer::Top(), 9) << "never by the index of the former content";
+  EXPECT_EQ(Viewer::Top(), FilePos::At(9)) << "never by the index of the former content";
 }
 
 TEST_F(GoTo, PagesNeedAnIndex) {
@@ -75,7 +75,7 @@ TEST_F(GoTo, PagesNeedAnIndex) {
   EXPECT_EQ(Boxes()[0].caption, "Go To Page");
   EXPECT_EQ(Boxes()[0].style, UINT{MB_ICONEXCLAMATION});
   EXPECT_EQ(Beeps(), std::vector<UINT>{48});
-  EXPECT_EQ(Viewer::Top(), 0);
+  EXPECT_EQ(Viewer::Top(), FilePos::At(0));
 }
 
 }  // namespace

@@ -26,7 +26,7 @@ TEST(Navigation, ScrollingTheImageIsRepaintingIt) {
     for (int i = 0; i < 40; ++i) {
       const int lines[] = {1, 1, 1, -1, -1, MainState.LinesPerScreen, -MainState.LinesPerScreen};
       if (i % 13 == 12) {
-        viewer.MoveTo(static_cast<FilePos>(random()) % MainState.File.Flen);
+        viewer.MoveTo(FilePos::At(static_cast<ByteCount>(random()) % MainState.File.Flen.Offset()));
       } else {
         viewer.MoveLines(lines[random() % std::size(lines)]);
       }
@@ -60,7 +60,7 @@ TEST(Layout, ResizingBackAndForthDoesNotMoveTheView) {
   const ScratchFile file(LongLines(400, 250));
   for (const char* letter : {"-W", "-R", "-H", "-T"}) {
     Viewer viewer({letter, "-W", file.Path()});
-    for (const FilePos target : {FilePos{30000}, FilePos{61234}, FilePos{100}}) {
+    for (const FilePos target : {FilePos::At(30000), FilePos::At(61234), FilePos::At(100)}) {
       viewer.MoveTo(target);
       viewer.MoveLines(3);
       const FilePos top = Viewer::Top();

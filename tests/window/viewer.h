@@ -91,9 +91,9 @@ class Viewer {
     Pump();
   }
   void Command(UINT id) { Send(WM_COMMAND, static_cast<std::intptr_t>(id)); }
-  void MoveLines(int lines) { Send(WM_VIEW_MOVE, lines, kNoPosition); }
-  void GoTo(FilePos position) { Send(WM_VIEW_GOTO, 0, position); }
-  void MoveTo(FilePos position) { Send(WM_VIEW_MOVE, 0, position); }
+  void MoveLines(int lines) { Send(WM_VIEW_MOVE, lines, kNoPosition.Offset()); }
+  void GoTo(FilePos position) { Send(WM_VIEW_GOTO, 0, position.Offset()); }
+  void MoveTo(FilePos position) { Send(WM_VIEW_MOVE, 0, position.Offset()); }
 
   // The file offset of the top line, and the text of the line `below` rows under it.
   static FilePos Top() { return Entry(0).Lpos; }
