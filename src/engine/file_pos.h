@@ -7,7 +7,6 @@
 // are a count apart, and two places are never added.
 #pragma once
 
-#include <compare>
 #include <concepts>
 #include <cstdint>
 
@@ -31,7 +30,11 @@ class FilePos {
 
   [[nodiscard]] constexpr ByteCount Offset() const { return offset_; }
 
-  friend constexpr auto operator<=>(FilePos, FilePos) = default;
+  friend constexpr bool operator==(FilePos, FilePos) = default;
+  friend constexpr bool operator<(FilePos a, FilePos b) { return a.offset_ < b.offset_; }
+  friend constexpr bool operator>(FilePos a, FilePos b) { return b < a; }
+  friend constexpr bool operator<=(FilePos a, FilePos b) { return !(b < a); }
+  friend constexpr bool operator>=(FilePos a, FilePos b) { return !(a < b); }
 
   constexpr FilePos& operator+=(ByteCount count) {
     offset_ += count;

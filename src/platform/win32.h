@@ -400,6 +400,9 @@ inline constexpr int PS_SOLID = 0;
 inline constexpr int PS_DOT = 2;
 inline constexpr int NULL_PEN = 8;
 inline constexpr int ANSI_FIXED_FONT = 11;
+inline constexpr int HORZRES = 8;
+inline constexpr int VERTRES = 10;
+inline constexpr int LOGPIXELSX = 88;
 inline constexpr int LOGPIXELSY = 90;
 inline constexpr int COLOR_MENU = 4;
 inline constexpr int COLOR_WINDOW = 5;
@@ -436,7 +439,8 @@ DWORD GetSysColor(int index);  // from the desktop's palette
 // The face resolves through the system's font service, so that "Courier New" finds a metric-compatible
 // face. Null when no font can be made.
 HFONT CreateFontIndirectA(const LOGFONTA* font);
-int GetDeviceCaps(HDC dc, int index);  // LOGPIXELSY only
+// HORZRES and VERTRES are the pixels that can be drawn on; LOGPIXELSX and LOGPIXELSY are alike.
+int GetDeviceCaps(HDC dc, int index);
 BOOL GetTextMetricsA(HDC dc, TEXTMETRICA* metrics);
 HCURSOR LoadCursorA(HINSTANCE instance, LPCSTR name);  // IDC_ARROW, IDC_WAIT
 HCURSOR SetCursor(HCURSOR cursor);

@@ -6,7 +6,9 @@
 
 #include <QPainter>
 #include <QRegion>
+#include <string_view>
 
+#include "platform/qt/drawing/gdi_objects.h"
 #include "platform/qt/drawing/surface.h"
 
 namespace platform_qt {
@@ -19,12 +21,20 @@ class DrawTarget {
   DrawTarget& operator=(const DrawTarget&) = delete;
 
   [[nodiscard]] virtual int DotsPerInch() const = 0;
+  [[nodiscard]] virtual QSize Size() const = 0;
   virtual void Fill(const QRect& rect, Pixel color) = 0;
   virtual void Invert(const QRect& rect) = 0;
   // A painter on the target, for glyphs. Its clip and pen are the caller's. Valid until Finish.
   virtual QPainter& Painter() = 0;
   // The pixels themselves, into which finished glyphs may be copied; null where there are none.
   [[nodiscard]] virtual Surface* Pixels() { return nullptr; }
+  // What a font measures here.
+  [[nodiscard]] virtual FontExtent ExtentOf(HFONT__& font) { return font; }
+  // Whether text is text here, and not a matter of pixels: then it is drawn by DrawCharacters alone, one to a
+  // cell, the upper left corner of the first at (x, y).
+  [[nodiscard]] virtual bool TakesText() const { return false; }
+  virtual void DrawCharacters(HFONT__& /*font*/, int /*x*/, int /*y*/, std::u32string_view /*text*/,
+                              const QRegion& /*clip*/, Pixel /*color*/) {}
   // These pixels were drawn by way of Painter or Pixels.
   virtual void NoteDrawn(const QRegion& /*region*/) {}
   // A device context on the target has ended.
@@ -34,6 +44,7 @@ class DrawTarget {
 // A picture in memory that remembers what of it was drawn since its owner looked last.
 class SurfaceTarget : public DrawTarget {
  public:
+  [[nodiscard]] QSize Size() const override { return surface_.Bounds().size(); }
   void Fill(const QRect& rect, Pixel color) override;
   void Invert(const QRect& rect) override;
   QPainter& Painter() override { return surface_.Painter(); }
@@ -59,6 +70,7 @@ class PainterTarget : public DrawTarget {
   PainterTarget(QPainter& painter, int dotsPerInch) : painter_(painter), dotsPerInch_(dotsPerInch) {}
 
   [[nodiscard]] int DotsPerInch() const override { return dotsPerInch_; }
+  [[nodiscard]] QSize Size() const override { return painter_.window().size(); }
   void Fill(const QRect& rect, Pixel color) override;
   void Invert(const QRect& rect) override;
   QPainter& Painter() override { return painter_; }

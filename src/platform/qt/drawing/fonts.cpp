@@ -96,13 +96,15 @@ void LookUpGlyphs(HFONT__& font) {
   }
 }
 
-HFONT MakeFont(const QFont& description) {
+HFONT MakeFont(const LOGFONTA& asked) {
+  const QFont description = DescribeFont(asked);
   QRawFont face = QRawFont::fromFont(description);
   if (!face.isValid()) {
     return nullptr;
   }
   auto* const font = new HFONT__;
   font->kind = GdiObject::Kind::font;
+  font->asked = asked;
   font->description = description;
   font->face = std::move(face);
   font->fixedPitch = QFontInfo(description).fixedPitch();
@@ -159,7 +161,7 @@ HFONT StockFont() {
     std::strcpy(font.lfFaceName, "monospace");
     font.lfHeight = -kOrdinaryEm;
     font.lfPitchAndFamily = kFixedPitch;
-    stockFont = MakeFont(DescribeFont(font));
+    stockFont = MakeFont(font);
     assert(stockFont != nullptr && "a system has a font");
     stockFont->stock = true;
   }
@@ -184,5 +186,5 @@ const ByteGlyph& GlyphOf(HFONT__& font, std::uint8_t byte) {
 using namespace platform_qt;
 
 HFONT CreateFontIndirectA(const LOGFONTA* font) {
-  return MakeFont(DescribeFont(*font));
+  return MakeFont(*font);
 }

@@ -32,11 +32,10 @@ struct ByteGlyph {
   quint32 glyph = 0;
 };
 
-struct HFONT__ : GdiObject {
-  QRawFont face;
-  QFont description;
-  std::array<ByteGlyph, 256> glyphs;
-  std::vector<QRawFont> fallbacks;
+namespace platform_qt {
+
+// What a font measures on a target, in pixels of that.
+struct FontExtent {
   int ascent = 0;
   int descent = 0;
   int internalLeading = 0;
@@ -44,5 +43,18 @@ struct HFONT__ : GdiObject {
   int advance = 1;  // the step of the grid
   int widest = 1;
   bool fixedPitch = false;
+
+  [[nodiscard]] int Height() const { return ascent + descent; }
+};
+
+}  // namespace platform_qt
+
+// The extent is that on a target of pixels.
+struct HFONT__ : GdiObject, platform_qt::FontExtent {
+  LOGFONTA asked{};
+  QRawFont face;
+  QFont description;
+  std::array<ByteGlyph, 256> glyphs;
+  std::vector<QRawFont> fallbacks;
   platform_qt::TileCache tiles;
 };

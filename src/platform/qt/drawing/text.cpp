@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "platform/cells.h"
+#include "platform/posix/windows_1252.h"
 #include "platform/qt/base/hooks.h"
 #include "platform/qt/base/unknown.h"
 #include "platform/qt/drawing/device_context.h"
@@ -105,9 +106,37 @@ bool DrawWithTiles(HDC dc, const GridText& text, const QRegion& clip) {
   return true;
 }
 
+FontExtent ExtentOn(HDC dc) {
+  return dc->target->ExtentOf(*dc->font);
+}
+
+// On a target that takes text. The characters lie on ground of their own unless that is laid already.
+void DrawAsText(HDC dc, int x, int y, std::u32string_view text, const QRegion& clip, bool groundLaid) {
+  if (!groundLaid) {
+    const FontExtent extent = ExtentOn(dc);
+    const QRect cells(x, y, static_cast<int>(text.size()) * extent.advance, extent.Height());
+    for (const QRect& part : clip& cells) {
+      dc->target->Fill(part, PixelOf(dc->background));
+    }
+  }
+  dc->target->DrawCharacters(*dc->font, x, y, text, clip, PixelOf(dc->textColor));
+}
+
+std::u32string CharactersOf(const GridText& text) {
+  std::u32string characters;
+  for (int i = 0; i < text.count; ++i) {
+    characters += UnicodeOfWindows1252(CodeOf(text.cells[i]));
+  }
+  return characters;
+}
+
 // The cells of the text, in the background color unless the ground is laid already, and the glyphs on them.
 void DrawRow(HDC dc, const GridText& whole, const QRegion& clip, bool groundLaid) {
-  const int height = dc->font->ascent + dc->font->descent;
+  if (dc->target->TakesText()) {
+    DrawAsText(dc, whole.x, whole.y, CharactersOf(whole), clip, groundLaid);
+    return;
+  }
+  const int height = dc->font->Height();
   const QRect bounds = clip.boundingRect();
   const GridText text = CutTo(whole, bounds, dc->font->advance);
   const QRect cells(text.x, text.y, text.count * dc->font->advance, height);
@@ -146,6 +175,11 @@ QRegion DrawInto(HDC dc, const GridText& text, const RECT* rect, bool opaque, bo
 // Characters that have a cell are drawn as those; the others onto blank ones.
 void DrawUtf8(HDC dc, int x, int y, std::string_view text, const RECT* rect, bool opaque, bool clipped) {
   const auto characters = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).toUcs4();
+  if (dc->target->TakesText()) {
+    const QRegion clip = DrawInto(dc, {x, y, nullptr, 0}, rect, opaque, clipped);
+    DrawAsText(dc, x, y, std::u32string(characters.begin(), characters.end()), clip, opaque && clipped);
+    return;
+  }
   CellText cells;
   for (const char32_t character : characters) {
     cells += CellOfCharacter(character).value_or(CellOf(' '));
@@ -181,7 +215,7 @@ void DrawCells(HDC dc, int x, int y, const RECT* rect, CellView cells) {
 }
 
 int CellsWidth(HDC dc, std::size_t count) {
-  return static_cast<int>(std::min<std::size_t>(count, kMostColumns)) * dc->font->advance;
+  return static_cast<int>(std::min<std::size_t>(count, kMostColumns)) * ExtentOn(dc).advance;
 }
 
 BOOL ExtTextOutA(HDC dc, int x, int y, UINT options, const RECT* rect, LPCSTR text, UINT count,
@@ -204,28 +238,36 @@ BOOL TextOutA(HDC dc, int x, int y, LPCSTR text, int count) {
 
 BOOL GetTextExtentPointA(HDC dc, LPCSTR text, int count, SIZE* size) {
   const auto columns = QString::fromUtf8(text, std::max(count, 0)).toUcs4().size();
-  *size = {CellsWidth(dc, static_cast<std::size_t>(columns)), dc->font->ascent + dc->font->descent};
+  *size = {CellsWidth(dc, static_cast<std::size_t>(columns)), ExtentOn(dc).Height()};
   return TRUE;
 }
 
 int GetDeviceCaps(HDC dc, int index) {
-  if (index != LOGPIXELSY) {
-    ReportUnknown("GetDeviceCaps", static_cast<std::uint64_t>(index));
-    return 0;
+  switch (index) {
+    case HORZRES:
+      return dc->target->Size().width();
+    case VERTRES:
+      return dc->target->Size().height();
+    case LOGPIXELSX:
+    case LOGPIXELSY:
+      return dc->target->DotsPerInch();
+    default:
+      ReportUnknown("GetDeviceCaps", static_cast<std::uint64_t>(index));
+      return 0;
   }
-  return dc->target->DotsPerInch();
 }
 
 BOOL GetTextMetricsA(HDC dc, TEXTMETRICA* metrics) {
   const HFONT__& font = *dc->font;
+  const FontExtent extent = ExtentOn(dc);
   *metrics = {};
-  metrics->tmHeight = font.ascent + font.descent;
-  metrics->tmAscent = font.ascent;
-  metrics->tmDescent = font.descent;
-  metrics->tmInternalLeading = font.internalLeading;
-  metrics->tmExternalLeading = font.externalLeading;
-  metrics->tmAveCharWidth = font.advance;
-  metrics->tmMaxCharWidth = font.widest;
+  metrics->tmHeight = extent.Height();
+  metrics->tmAscent = extent.ascent;
+  metrics->tmDescent = extent.descent;
+  metrics->tmInternalLeading = extent.internalLeading;
+  metrics->tmExternalLeading = extent.externalLeading;
+  metrics->tmAveCharWidth = extent.advance;
+  metrics->tmMaxCharWidth = extent.widest;
   metrics->tmWeight = font.description.weight();
   metrics->tmDigitizedAspectX = dc->target->DotsPerInch();
   metrics->tmDigitizedAspectY = metrics->tmDigitizedAspectX;
@@ -237,6 +279,6 @@ BOOL GetTextMetricsA(HDC dc, TEXTMETRICA* metrics) {
   metrics->tmUnderlined = font.description.underline() ? 1 : 0;
   metrics->tmStruckOut = font.description.strikeOut() ? 1 : 0;
   // The bit says the opposite of its name.
-  metrics->tmPitchAndFamily = font.fixedPitch ? 0 : 1;
+  metrics->tmPitchAndFamily = extent.fixedPitch ? 0 : 1;
   return TRUE;
 }
