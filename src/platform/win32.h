@@ -716,14 +716,120 @@ struct DEVNAMES {
   WORD wDefault;
 };
 
-// --- Clipboard ---------------------------------------------------------------------------------------------
+inline constexpr short DMORIENT_PORTRAIT = 1;
+inline constexpr short DMORIENT_LANDSCAPE = 2;
+inline constexpr short DMPAPER_LETTER = 1;
+inline constexpr short DMPAPER_TABLOID = 3;
+inline constexpr short DMPAPER_LEGAL = 5;
+inline constexpr short DMPAPER_EXECUTIVE = 7;
+inline constexpr short DMPAPER_A3 = 8;
+inline constexpr short DMPAPER_A4 = 9;
+inline constexpr short DMPAPER_A5 = 11;
+inline constexpr short DMPAPER_B4 = 12;  // of JIS, as B5
+inline constexpr short DMPAPER_B5 = 13;
+inline constexpr short DMPAPER_A2 = 66;
+inline constexpr short DMPAPER_A6 = 70;
+inline constexpr short DMPAPER_USER = 256;  // of dmPaperWidth and dmPaperLength
+inline constexpr short DMBIN_UPPER = 1;
+inline constexpr short DMBIN_LOWER = 2;
+inline constexpr short DMBIN_MIDDLE = 3;
+inline constexpr short DMBIN_MANUAL = 4;
+inline constexpr short DMBIN_ENVELOPE = 5;
+inline constexpr short DMBIN_LARGECAPACITY = 11;
+inline constexpr short DMBIN_CASSETTE = 14;
+inline constexpr short DMRES_DRAFT = -1;
+inline constexpr short DMRES_LOW = -2;
+inline constexpr short DMRES_MEDIUM = -3;
+inline constexpr short DMRES_HIGH = -4;
+inline constexpr short DMCOLOR_MONOCHROME = 1;
+inline constexpr short DMCOLOR_COLOR = 2;
+inline constexpr short DMDUP_SIMPLEX = 1;
+inline constexpr short DMDUP_VERTICAL = 2;  // turned over the long edge
+inline constexpr short DMDUP_HORIZONTAL = 3;
+
+// --- Printing ----------------------------------------------------------------------------------------------
+//
+// Printers are the queues of the system's print service, and one that writes a PDF file. The service is asked
+// only by the calls of this part. A printer's device context is drawn on between StartPage and EndPage, by
+// the calls of a window's; its pages have 600 dots per inch, and a margin of a quarter of an inch that cannot
+// be drawn on. Queues: the driver is "cups", the device the queue's name, the output the server. The file:
+// "pdf", "PDF file", "disk".
+
+// Relied on: StartDocA, StartPage and EndPage fail with one of these, below 0.
+inline constexpr int SP_ERROR = -1;
+inline constexpr int SP_APPABORT = -2;
+inline constexpr int SP_USERABORT = -3;
+inline constexpr int SP_OUTOFDISK = -4;
+inline constexpr int SP_OUTOFMEMORY = -5;
+
+// A printer's device context; `mode` may be null. Null when no printer can be meant by the names. Whether
+// there is such a printer is found out by StartDocA.
+HDC CreateDCA(LPCSTR driver, LPCSTR device, LPCSTR output, const DEVMODEA* mode);
+BOOL DeleteDC(HDC dc);  // a document that has not ended is aborted
+
+struct DOCINFOA {
+  int cbSize;
+  LPCSTR lpszDocName;
+  LPCSTR lpszOutput;
+  LPCSTR lpszDatatype;
+  DWORD fwType;
+};
+// Begins a job. Relied on: lpszOutput null. Where the job goes to a file, the user is asked for its name;
+// SP_USERABORT when they give none.
+int StartDocA(HDC dc, const DOCINFOA* document);
+int StartPage(HDC dc);
+int EndPage(HDC dc);   // above 0: the page has gone out
+int EndDoc(HDC dc);    // above 0: the job is whole, and on its way
+int AbortDoc(HDC dc);  // the job is cancelled, or the file is as it was before
+
+using ABORTPROC = BOOL(CALLBACK*)(HDC, int);
+// The procedure is called at pages and while a printer is waited for, some times a second; 0 ends the job
+// with SP_APPABORT.
+int SetAbortProc(HDC dc, ABORTPROC procedure);
+
+inline constexpr DWORD PD_SELECTION = 0x00000001;
+inline constexpr DWORD PD_PAGENUMS = 0x00000002;
+inline constexpr DWORD PD_NOSELECTION = 0x00000004;
+inline constexpr DWORD PD_PRINTSETUP = 0x00000040;
+inline constexpr DWORD PD_RETURNDC = 0x00000100;
+inline constexpr DWORD PD_RETURNDEFAULT = 0x00000400;
+inline constexpr DWORD PD_USEDEVMODECOPIES = 0x00040000;
+inline constexpr DWORD PDERR_NODEFAULTPRN = 0x1008;
 
 using HGLOBAL = HANDLE;
+struct PRINTDLGA {
+  DWORD lStructSize;
+  HWND hwndOwner;
+  HGLOBAL hDevMode;  // both are the caller's; null, or replaced by what the user chose
+  HGLOBAL hDevNames;
+  HDC hDC;
+  DWORD Flags;
+  WORD nFromPage;  // 0xFFFF: the field is blank
+  WORD nToPage;
+  WORD nMinPage;
+  WORD nMaxPage;
+  WORD nCopies;
+  HINSTANCE hInstance;
+  LPARAM lCustData;
+  void* lpfnPrintHook;
+  void* lpfnSetupHook;
+  LPCSTR lpPrintTemplateName;
+  LPCSTR lpSetupTemplateName;
+  HGLOBAL hPrintTemplate;
+  HGLOBAL hSetupTemplate;
+};
+// The dialog for a printer, its paper and, without PD_PRINTSETUP, the pages. With PD_RETURNDEFAULT there is
+// no dialog, and the service's default printer is chosen. 0 when the user cancels, or on a failure.
+BOOL PrintDlgA(PRINTDLGA* dialog);
+DWORD CommDlgExtendedError();  // why PrintDlgA failed; 0: the user has cancelled
+
+// --- Clipboard ---------------------------------------------------------------------------------------------
+
 inline constexpr UINT GMEM_MOVEABLE = 0x0002;
 inline constexpr UINT GMEM_ZEROINIT = 0x0040;
 inline constexpr UINT CF_UNICODETEXT = 13;
 
-// Blocks of memory that are handed over to the clipboard; nothing else in the program uses them.
+// Blocks of memory that are handed over to the clipboard, and to PrintDlgA.
 HGLOBAL GlobalAlloc(UINT flags, std::size_t bytes);  // null when there is no memory
 void* GlobalLock(HGLOBAL block);
 BOOL GlobalUnlock(HGLOBAL block);

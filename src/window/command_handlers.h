@@ -11,6 +11,8 @@
 #include "window/marking.h"
 #include "window/opening.h"
 #include "window/page_setup.h"
+#include "window/print_job.h"
+#include "window/printing.h"
 #include "window/save_options.h"
 #include "window/titles.h"
 

@@ -76,7 +76,11 @@ LRESULT RunCommand(UINT id) {
 }
 
 LRESULT ExitCommand(UINT /*id*/) {
-  SendMessageA(MainState.MainWindow, WM_CLOSE, 0, 0);
+  if (PrintJobIsRunning()) {
+    CloseBehindPrintJob(false);
+  } else {
+    SendMessageA(MainState.MainWindow, WM_CLOSE, 0, 0);
+  }
   return 0;
 }
 

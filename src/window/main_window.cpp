@@ -15,6 +15,7 @@
 #include "window/opening.h"
 #include "window/page_indexing.h"
 #include "window/painting.h"
+#include "window/print_job.h"
 #include "window/private_messages.h"
 #include "window/scrolling.h"
 #include "window/selection.h"
@@ -110,6 +111,10 @@ const char* PathOf(LPARAM lParam) {
 }  // namespace
 
 LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_CLOSE && PrintJobIsRunning()) {
+    CloseBehindPrintJob(true);
+    return 0;
+  }
   if (WatchTakes(message, wParam, lParam)) return 0;
   if (IsInput(message)) NotePageIndexInput();
   switch (message) {

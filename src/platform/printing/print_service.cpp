@@ -147,6 +147,12 @@ std::vector<PrintQueue> ListPrintQueues(int patienceMs) {
   return inquiry->done ? std::move(inquiry->queues) : std::vector<PrintQueue>{};
 }
 
+std::string PrintServer() {
+  const CupsLibrary* const cups = TheCupsLibrary();
+  const std::string server = cups != nullptr ? TextOf(cups->cupsServer()) : std::string();
+  return server.empty() || server.front() == '/' ? "localhost" : server;
+}
+
 struct PrintJobStream::Job {
   explicit Job(const CupsLibrary& library) : cups(library) {}
   ~Job() {

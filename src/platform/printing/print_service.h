@@ -28,6 +28,9 @@ struct PrintQueue {
 // within `patienceMs`.
 [[nodiscard]] std::vector<PrintQueue> ListPrintQueues(int patienceMs);
 
+// The server that the user's settings name; "localhost" for the one of this machine.
+[[nodiscard]] std::string PrintServer();
+
 // What a queue is asked for. What is not set is left to the queue.
 enum class Sides : std::uint8_t { unset, one, twoLongEdge, twoShortEdge };
 enum class Turn : std::uint8_t { unset, portrait, landscape };
@@ -41,6 +44,7 @@ struct PrintWishes {
   Ink ink = Ink::unset;
   std::string media;        // PWG 5101.1 name: "iso_a4_210x297mm"; empty: unset
   std::string mediaSource;  // IPP keyword: "tray-1", "manual"; empty: unset
+  int dotsPerInch = 0;      // resolution; 0: unset
 };
 
 // A name and a value of RFC 8011.

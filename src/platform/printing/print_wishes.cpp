@@ -55,6 +55,7 @@ std::vector<PrintAttribute> AttributesOf(const PrintWishes& wishes) {
   add("orientation-requested", kTurns[static_cast<std::size_t>(wishes.turn)]);
   add("print-quality", kQualities[static_cast<std::size_t>(wishes.quality)]);
   add("print-color-mode", kInks[static_cast<std::size_t>(wishes.ink)]);
+  add("printer-resolution", wishes.dotsPerInch > 0 ? std::to_string(wishes.dotsPerInch) + "dpi" : "");
   if (wishes.mediaSource.empty()) {
     add("media", wishes.media);
   } else {

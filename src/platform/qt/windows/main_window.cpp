@@ -44,7 +44,8 @@ void LayOut(const MainWindow& window) {
 
 void Frame::closeEvent(QCloseEvent* event) {
   event->ignore();
-  if (owner_ != nullptr) {
+  // A window that is not to be reached is not closed either.
+  if (owner_ != nullptr && isEnabled()) {
     AppendPosted(owner_, WM_CLOSE, 0, 0);
   }
 }
