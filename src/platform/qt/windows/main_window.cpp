@@ -45,7 +45,7 @@ void LayOut(const MainWindow& window) {
 void Frame::closeEvent(QCloseEvent* event) {
   event->ignore();
   // A window that is not to be reached is not closed either.
-  if (owner_ != nullptr && isEnabled()) {
+  if (owner_ != nullptr && mayClose_) {
     AppendPosted(owner_, WM_CLOSE, 0, 0);
   }
 }
@@ -96,6 +96,16 @@ void MainWindow::SetText(const char* text) {
 void MainWindow::TakeFocus() {
   frame->activateWindow();
   client->setFocus();
+}
+
+// The frame itself stays enabled: dialogs of the window are among its children.
+bool MainWindow::Enable(bool wanted) {
+  const bool wasEnabled = client->isEnabledTo(frame);
+  for (QWidget* const part : std::initializer_list<QWidget*>{client, menuBar, bars[SB_HORZ], bars[SB_VERT]}) {
+    part->setEnabled(wanted);
+  }
+  frame->LetClose(wanted);
+  return wasEnabled;
 }
 
 void MainWindow::SyncSize() {

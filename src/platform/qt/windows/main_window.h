@@ -15,6 +15,8 @@ namespace platform_qt {
 class Frame : public QWidget {
  public:
   explicit Frame(HWND owner) : owner_(owner) {}
+  // Whether the user may close the window.
+  void LetClose(bool may) { mayClose_ = may; }
   void Disown() { owner_ = nullptr; }
 
  protected:
@@ -22,6 +24,7 @@ class Frame : public QWidget {
 
  private:
   HWND owner_;
+  bool mayClose_ = true;
 };
 
 struct WindowClass {
@@ -43,6 +46,7 @@ struct MainWindow : HWND__ {
   void SetText(const char* text) override;
   [[nodiscard]] QWidget& Whole() override { return *frame; }
   void TakeFocus() override;
+  bool Enable(bool wanted) override;
   // Brings picture, update region and program (WM_SIZE) up to date with the present size and state.
   void SyncSize() override;
   [[nodiscard]] bool MayPaint() const override;

@@ -135,6 +135,13 @@ HWND__::~HWND__() {
   std::erase(Windows(), this);
 }
 
+bool HWND__::Enable(bool wanted) {
+  QWidget& whole = Whole();
+  const bool wasEnabled = whole.isEnabledTo(whole.parentWidget());
+  whole.setEnabled(wanted);
+  return wasEnabled;
+}
+
 void HWND__::Invalidate(const RECT* rect, bool erase) {
   const QRect bounds = target.Picture().Bounds();
   const QRect area = rect != nullptr ? RectOf(*rect) & bounds : bounds;

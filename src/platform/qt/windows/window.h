@@ -45,6 +45,8 @@ struct HWND__ {
   // The widget that holds all that belongs to the window.
   [[nodiscard]] virtual QWidget& Whole() { return *widget; }
   virtual void TakeFocus() { widget->setFocus(); }
+  // Lets the user reach the window, or keeps them from it. Whether they could reach it before.
+  virtual bool Enable(bool wanted);
   // Adds to the update region; null is all of the window.
   virtual void Invalidate(const RECT* rect, bool erase);
   // Brings picture, update region and program up to date with the present size and state.

@@ -51,10 +51,7 @@ BOOL EnableWindow(HWND window, BOOL enable) {
   if (!IsWindowAlive(window)) {
     return FALSE;
   }
-  QWidget& widget = window->Whole();
-  const bool wasEnabled = widget.isEnabledTo(widget.parentWidget());
-  widget.setEnabled(enable != FALSE);
-  return wasEnabled ? FALSE : TRUE;
+  return window->Enable(enable != FALSE) ? FALSE : TRUE;
 }
 
 BOOL GetClientRect(HWND window, RECT* rect) {

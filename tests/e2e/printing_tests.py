@@ -1,0 +1,239 @@
+"""Printing from the viewer, by the keys of its dialogs: through a real print service and into PDF files. What
+arrives is read with the tools for PDF and from the attributes of the job.
+"""
+import glob
+import os
+import re
+import subprocess
+
+import desktop
+import print_service
+from desktop import wait_until
+from viewer_tests import numbered
+
+ROWS = 500
+
+
+def check(condition, what):
+    if not condition:
+        raise desktop.Failure(what)
+
+
+def text_of(path):
+    """The lines of all pages, without what stands at the ends of lines and of pages."""
+    told = subprocess.run(["pdftotext", "-layout", path, "-"], capture_output=True, text=True, check=True).stdout
+    return [line.rstrip() for line in told.replace("\f", "\n").split("\n") if line.strip()]
+
+
+def facts_of(path):
+    told = subprocess.run(["pdfinfo", path], capture_output=True, text=True, check=True).stdout
+    return dict(re.findall(r"^([^:\n]+): +(.*)$", told, re.MULTILINE))
+
+
+class Printing:
+    """A viewer on a file of numbered lines, and what it prints."""
+
+    def __init__(self, bench, service=None, settings=(), file=None):
+        self.bench, self.service = bench, service
+        if file is None:
+            text = "".join(numbered(line) + "\n" for line in range(ROWS))
+            file = bench.write("printed.txt", text.encode("ascii"))
+        folder = os.path.join(bench.desktop.env["XDG_CONFIG_HOME"], "quorl")
+        os.makedirs(folder, exist_ok=True)
+        with open(os.path.join(folder, "QUORL.INI"), "w", encoding="utf-8") as profile:
+            # Headings would be the first line of each page.
+            profile.write("[Page Setup]\nPrintOptions=0\n" + "".join(f"{line}\n" for line in settings))
+        env = dict(bench.desktop.env)
+        env["CUPS_SERVER"] = service.environment["CUPS_SERVER"] if service else "localhost:9"
+        self.viewer = bench.show(file, env=env)
+
+    def keys(self, *keys):
+        self.bench.desktop.keys(*keys)
+
+    def wait_title(self, title):
+        self.viewer.find(title)
+
+    def wait_idle(self):
+        """No dialog is left, and the window can be reached."""
+        wait_until(lambda: len(self.viewer.titles()) == 1, "the end of the job", self.viewer.process)
+
+    def open_print(self):
+        self.keys("ctrl+shift+F12")
+        self.wait_title("Print")
+
+    def to_file(self, name, *keys):
+        """Chooses the PDF file in the dialog, which has the keys pressed before OK."""
+        path = self.bench.path(name)
+        self.keys("alt+n", "End", *keys, "Return")
+        self.name_file(path)
+        return path
+
+    def name_file(self, path):
+        self.wait_title("Print to PDF File")
+        self.bench.desktop.xdotool("type", path)
+        self.keys("Return")
+        wait_until(lambda: os.path.exists(path), path, self.viewer.process)
+        self.wait_idle()
+
+    def job(self, number, queue="kept"):
+        job = self.service.ended_job(queue, number)
+        check(job["job-state"] == "completed", f"job {number}: {job}")
+        return job, self.service.path("kept", f"job-{number}.pdf")
+
+
+def test_into_files(bench):
+    printing = Printing(bench)
+    everything = [numbered(line) for line in range(ROWS)]
+    printing.open_print()
+    whole = printing.to_file("whole.pdf")
+    check(text_of(whole) == everything, "the whole file, line by line")
+    pages = int(facts_of(whole)["Pages"])
+    per_page = text_of(whole).index(everything[-1]) // (pages - 1)
+    check(pages > 4 and "A4" in facts_of(whole)["Page size"], f"{facts_of(whole)}")
+
+    # Pages n to m are the pages n to m of the whole.
+    printing.open_print()
+    part = printing.to_file("part.pdf", "alt+f", "2", "alt+t", "3")
+    on_page = [subprocess.run(["pdftotext", "-layout", "-f", "2", "-l", "3", whole, "-"], capture_output=True,
+                              text=True, check=True).stdout]
+    check(subprocess.run(["pdftotext", "-layout", part, "-"], capture_output=True, text=True,
+                         check=True).stdout == on_page[0], "pages 2 to 3")
+
+    # From page 0 on: from the top of the view. Sideways.
+    printing.keys("Next")
+    printing.open_print()
+    turned = printing.to_file("turned.pdf", "alt+f", "0", "alt+o", "Down")
+    lines = text_of(turned)
+    check(lines == everything[everything.index(lines[0]):] and lines[0] != everything[0], f"from {lines[0]}")
+    width, height = re.match(r"([\d.]+) x ([\d.]+)", facts_of(turned)["Page size"]).groups()
+    check(float(width) > float(height), f"landscape: {facts_of(turned)['Page size']}")
+
+    # Print Page takes the printer that was chosen last, and is one page from the top of the view.
+    printing.keys("ctrl+p")
+    printing.name_file(bench.path("page.pdf"))
+    check(facts_of(bench.path("page.pdf"))["Pages"] == "1", "one page")
+    check(text_of(bench.path("page.pdf"))[0] == lines[0], "the page at the top of the view")
+
+    # The file that is there stays when the question for its name is cancelled, and so does the view.
+    before = os.stat(whole).st_mtime_ns
+    printing.keys("ctrl+p")
+    printing.wait_title("Print to PDF File")
+    printing.keys("Escape")
+    printing.wait_idle()
+    check(os.stat(whole).st_mtime_ns == before, "no file is touched")
+    check(per_page > 50, f"{per_page} lines a page")
+
+
+def test_selection_and_tags(bench):
+    printing = Printing(bench)
+    for _ in range(2):
+        printing.keys("F11", "Down", "Down", "Down")
+    printing.keys("ctrl+Home", "alt+f", "a")
+    printing.wait_title("Print")
+    tags = printing.to_file("tags.pdf")
+    lines = text_of(tags)
+    check(len(lines) == 2 and lines[0] == numbered(0) and lines[1] == numbered(3), f"tags: {lines}")
+    printing.keys("ctrl+a")
+    printing.open_print()
+    check(text_of(printing.to_file("all.pdf")) == [numbered(line) for line in range(ROWS)], "the selection")
+
+
+def test_through_the_service(bench):
+    with print_service.PrintService() as service:
+        printing = Printing(bench, service)
+        printing.open_print()
+        printing.keys("alt+c", "2", "alt+i", "Down", "Down", "alt+l", "Down", "Return")
+        job, path = printing.job(1)
+        printing.wait_idle()
+        expected = {"copies": "2", "sides": "two-sided-long-edge", "media": "iso_a4_210x297mm",
+                    "print-color-mode": "monochrome", "job-name": "printed.txt"}
+        for name, value in expected.items():
+            check(job.get(name) == value, f"{name} is {job.get(name)}")
+        check("page-ranges" not in job, f"{job}")
+        check(text_of(path) == [numbered(line) for line in range(ROWS)], "the whole file")
+
+        # Print Page goes there without a question.
+        printing.keys("ctrl+p")
+        job, path = printing.job(2)
+        printing.wait_idle()
+        check(facts_of(path)["Pages"] == "1" and job.get("copies") == "2", f"{job}")
+
+        # Pages are chosen by the program, not by the queue.
+        printing.open_print()
+        printing.keys("alt+f", "3", "alt+t", "4", "alt+o", "Down", "Return")
+        job, path = printing.job(3)
+        printing.wait_idle()
+        check(facts_of(path)["Pages"] == "2" and "page-ranges" not in job, f"{job}")
+
+        # The other queue hands its jobs on to a printer.
+        printing.open_print()
+        printing.keys("alt+n", "Down", "alt+o", "Up", "Return")
+        wait_until(lambda: glob.glob(service.path("device", "*.pdf")), "the printer", printing.viewer.process)
+        job = service.ended_job("device", 4)
+        check(job["job-state"] == "completed", f"{job}")
+        check(len(text_of(glob.glob(service.path("device", "*.pdf"))[0])) == ROWS, "what the printer got")
+
+
+def test_given_up(bench):
+    """A job that is cancelled in the middle leaves nothing, and the viewer is as before."""
+    with print_service.PrintService() as service:
+        large = bench.path("large.txt")
+        with open(large, "w", encoding="ascii") as file:
+            for line in range(2000000):
+                file.write(numbered(line) + "\n")
+        printing = Printing(bench, service, file=large)
+        printing.open_print()
+        printing.keys("Return")
+        printing.wait_title("Printing File")
+        service.wait_for(lambda: service.job("kept", 1).get("job-state"), "job")
+        printing.keys("Escape")
+        printing.wait_idle()
+        job = service.ended_job("kept", 1)
+        check(job["job-state"] == "canceled", f"the job is cancelled: {job}")
+        check(os.listdir(service.path("kept")) == [], "nothing was printed")
+
+        # Into a file.
+        printing.open_print()
+        printing.keys("alt+n", "End", "Return")
+        printing.wait_title("Print to PDF File")
+        bench.desktop.xdotool("type", bench.path("given-up.pdf"))
+        printing.keys("Return")
+        printing.wait_title("Printing File")
+        printing.keys("Escape")
+        printing.wait_idle()
+        check(not os.path.exists(bench.path("given-up.pdf")), "no file is left")
+        check(glob.glob(bench.path(".*")) == [], f"left behind: {os.listdir(bench.folder)}")
+
+        # The program ends in the middle of a job.
+        printing.open_print()
+        printing.keys("alt+n", "Home", "Return")
+        printing.wait_title("Printing File")
+        wait_until(lambda: os.path.exists(service.path("requests", "d00002-001")), "the second job")
+        printing.viewer.process.terminate()
+        printing.viewer.wait_end()
+        check(service.ended_job("kept", 2)["job-state"] == "canceled", "the second job is cancelled")
+
+
+def test_nothing_to_print_on(bench):
+    """A queue that is gone, and a folder that may not be written: a box says why."""
+    printing = Printing(bench, settings=["[Print Setup]", "PrtDevice=gone", "PrtDriver=cups", "PrtOutput=localhost",
+                                         "PrtCopies=1"])
+    printing.keys("ctrl+p")
+    wait_until(lambda: len(printing.viewer.titles()) > 1, "a box", printing.viewer.process)
+    printing.keys("Return")
+    printing.wait_idle()
+    printing.open_print()
+    printing.keys("alt+n", "End", "Return")
+    printing.wait_title("Print to PDF File")
+    bench.desktop.xdotool("type", "/proc/no.pdf")
+    printing.keys("Return")
+    wait_until(lambda: "Print to PDF File" not in printing.viewer.titles().values(), "a box")
+    printing.keys("Return")
+    printing.wait_idle()
+    printing.keys("ctrl+p")
+    printing.name_file(bench.path("after.pdf"))
+
+
+ALL_TESTS = [("printing-into-files", test_into_files), ("printing-selection-and-tags", test_selection_and_tags),
+             ("printing-nothing-to-print-on", test_nothing_to_print_on)]
+SERVICE_TESTS = [("printing-through-the-service", test_through_the_service), ("printing-given-up", test_given_up)]
