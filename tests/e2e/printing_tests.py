@@ -57,6 +57,21 @@ class Printing:
         """No dialog is left, and the window can be reached."""
         wait_until(lambda: len(self.viewer.titles()) == 1, "the end of the job", self.viewer.process)
 
+    def wait_under_way(self, job=None):
+        """The status dialog has the keys; the service knows of the job."""
+        def focused():
+            return self.bench.desktop.xdotool("getwindowfocus", "getwindowname", check=False).strip()
+
+        def known():
+            try:
+                return self.service.job("kept", job)
+            except print_service.Failure:
+                return False
+
+        wait_until(lambda: focused() == "Printing File", "the status dialog", self.viewer.process)
+        if job is not None:
+            wait_until(known, f"job {job}", self.viewer.process)
+
     def open_print(self):
         self.keys("ctrl+shift+F12")
         self.wait_title("Print")
@@ -184,8 +199,7 @@ def test_given_up(bench):
         printing = Printing(bench, service, file=large)
         printing.open_print()
         printing.keys("Return")
-        printing.wait_title("Printing File")
-        service.wait_for(lambda: service.job("kept", 1).get("job-state"), "job")
+        printing.wait_under_way(1)
         printing.keys("Escape")
         printing.wait_idle()
         job = service.ended_job("kept", 1)
@@ -198,7 +212,7 @@ def test_given_up(bench):
         printing.wait_title("Print to PDF File")
         bench.desktop.xdotool("type", bench.path("given-up.pdf"))
         printing.keys("Return")
-        printing.wait_title("Printing File")
+        printing.wait_under_way()
         printing.keys("Escape")
         printing.wait_idle()
         check(not os.path.exists(bench.path("given-up.pdf")), "no file is left")
@@ -207,11 +221,11 @@ def test_given_up(bench):
         # The program ends in the middle of a job.
         printing.open_print()
         printing.keys("alt+n", "Home", "Return")
-        printing.wait_title("Printing File")
-        wait_until(lambda: os.path.exists(service.path("requests", "d00002-001")), "the second job")
+        printing.wait_under_way(2)
         printing.viewer.process.terminate()
         printing.viewer.wait_end()
-        check(service.ended_job("kept", 2)["job-state"] == "canceled", "the second job is cancelled")
+        job = service.ended_job("kept", 2)
+        check(job["job-state"] == "canceled", f"the second job is cancelled: {job}")
 
 
 def test_nothing_to_print_on(bench):

@@ -48,6 +48,7 @@ class Printer : public PageTarget {
 
   bool toFile_;
   std::string device_;
+  std::string path_;  // of the file
   PrintWishes wishes_;
   ABORTPROC procedure_ = nullptr;
   std::chrono::steady_clock::time_point asked_;
@@ -106,6 +107,7 @@ int Printer::Begin(HDC dc, const char* title) {
       return SP_USERABORT;
     }
     auto file = std::make_unique<DocumentFile>();
+    path_ = path;
     error_ = file->Begin(path);
     sink_ = std::move(file);
   } else {
@@ -168,7 +170,7 @@ std::string Printer::ErrorText() const {
   if (error_ == 0 || aborted_ || !words.empty()) {
     return error_ == 0 ? std::string() : words;
   }
-  return FileErrorText(error_);
+  return (path_.empty() ? "" : path_ + ": ") + FileErrorText(error_);
 }
 
 Printer* PrinterOf(HDC dc) {
