@@ -276,9 +276,14 @@ class PrintService:
         return False
 
     def job(self, queue, number):
-        """The attributes of a job, as the service tells them: name to value."""
+        """The attributes of a job, as the service tells them: name to value; none of one that it does not know."""
         self.write("job.test", JOB_REQUEST.format(job=number))
-        told = self.run(["ipptool", "-tv", f"ipp://localhost:{self.port}/printers/{queue}", self.path("job.test")])
+        try:
+            told = self.run(["ipptool", "-tv", f"ipp://localhost:{self.port}/printers/{queue}", self.path("job.test")])
+        except Failure as failure:
+            if "client-error-not-found" in str(failure):
+                return {}
+            raise
         return dict(re.findall(r"^ +([a-z-]+) \([^)]*(?:\([^)]*\))?[^)]*\) = (.*)$", told, re.MULTILINE))
 
     def ended_job(self, queue, number):

@@ -325,7 +325,7 @@ BOOL SetEvent(HANDLE event);
 BOOL ResetEvent(HANDLE event);
 // Waits for the event and serves nothing meanwhile.
 DWORD WaitForSingleObject(HANDLE event, DWORD milliseconds);
-// Waits for one event, or for a message of any kind that can be taken: WAIT_OBJECT_0 + 1.
+// Waits for one event or none, or for a message of any kind that can be taken: WAIT_OBJECT_0 + `count`.
 DWORD MsgWaitForMultipleObjects(DWORD count, const HANDLE* events, BOOL all, DWORD milliseconds, DWORD kinds);
 UINT_PTR SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure);  // procedure: null
 BOOL KillTimer(HWND window, UINT_PTR id);

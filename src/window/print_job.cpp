@@ -15,6 +15,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds kServeEvery{20};
 constexpr std::chrono::milliseconds kShowEvery{50};
+constexpr std::chrono::duration<DWORD, std::milli> kFirstLook{60};
 
 struct PrintJob {
   bool on = false;
@@ -177,6 +178,14 @@ std::string PrinterText() {
          names.At(names.offsets.wOutputOffset);
 }
 
+// The printer may not answer for a while, so that the status dialog would stand there empty.
+void ShowDialogAtOnce() {
+  const Clock::time_point until = Clock::now() + kFirstLook;
+  while (Clock::now() < until && PrintAbortProc(job.dc, 0) != FALSE) {
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, kFirstLook.count() / 4, QS_ALLINPUT);
+  }
+}
+
 // The job's status dialog and document. 1, or the number of the failure.
 int BeginDocument(const std::string& document) {
   DOCINFOA info{};
@@ -241,6 +250,7 @@ HDC StartPrintJob(const std::string& document, PrintQuestion& question) {
       StartPrintStatus(MainState.MainWindow, "Printing " + document, PrinterText(), CancelPrintJob);
   if (job.AbortDialog == nullptr) return Refuse("Cannot create information window!");
   EnableWindow(MainState.MainWindow, FALSE);
+  ShowDialogAtOnce();
   const int begun = BeginDocument(document);
   if (begun == SP_USERABORT) {
     std::string reason;

@@ -62,15 +62,9 @@ class Printing:
         def focused():
             return self.bench.desktop.xdotool("getwindowfocus", "getwindowname", check=False).strip()
 
-        def known():
-            try:
-                return self.service.job("kept", job)
-            except print_service.Failure:
-                return False
-
         wait_until(lambda: focused() == "Printing File", "the status dialog", self.viewer.process)
         if job is not None:
-            wait_until(known, f"job {job}", self.viewer.process)
+            wait_until(lambda: self.service.job("kept", job), f"job {job}", self.viewer.process)
 
     def open_print(self):
         self.keys("ctrl+shift+F12")

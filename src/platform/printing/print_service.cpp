@@ -1,5 +1,6 @@
 #include "platform/printing/print_service.h"
 
+#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <condition_variable>
@@ -14,6 +15,7 @@ namespace {
 
 constexpr int kConnectMs = 5000;
 constexpr double kAskEverySeconds = 0.25;
+constexpr auto kLookEvery = std::chrono::milliseconds(20);
 constexpr auto kLongestStandstill = std::chrono::seconds(60);
 constexpr auto kLongestCancel = std::chrono::seconds(3);
 constexpr char kHold[] = "job-hold-until";
@@ -41,6 +43,32 @@ int OnStandstill(http_t*, void* data) {
   const bool wanted = patience.goOn == nullptr || patience.goOn() || patience.onlyDeadline;
   if (!wanted || Clock::now() >= patience.deadline) patience.ended = true;
   return patience.ended ? 0 : 1;
+}
+
+// Runs `work` on a thread of its own, and asks `goOn` meanwhile. False when that, or the deadline, has ended
+// the wait: the thread is left to itself then, so `work` owns all that it uses.
+bool RunAside(const std::function<void()>& work, const std::function<bool()>& goOn,
+              Clock::time_point deadline) {
+  struct Shared {
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool done = false;
+  };
+  const auto shared = std::make_shared<Shared>();
+  std::thread([shared, work] {
+    work();
+    const std::lock_guard lock(shared->mutex);
+    shared->done = true;
+    shared->changed.notify_one();
+  }).detach();
+  std::unique_lock lock(shared->mutex);
+  while (!shared->changed.wait_for(lock, kLookEvery, [&] { return shared->done; })) {
+    lock.unlock();
+    const bool wanted = goOn == nullptr || goOn();
+    lock.lock();
+    if (!shared->done && (!wanted || Clock::now() >= deadline)) return false;
+  }
+  return true;
 }
 
 // A connection to the service of the user's settings.
@@ -100,14 +128,6 @@ std::vector<PrintQueue> AskForQueues(const CupsLibrary& cups, int patienceMs) {
   return queues;
 }
 
-// What a thread that asks and the one that waits for it share; the last of them lets it go.
-struct Inquiry {
-  std::mutex mutex;
-  std::condition_variable changed;
-  bool done = false;
-  std::vector<PrintQueue> queues;
-};
-
 PrintJobState::Stage StageOf(int jobState) {
   switch (static_cast<ipp_jstate_t>(jobState)) {
     case IPP_JSTATE_PENDING:
@@ -134,17 +154,10 @@ PrintJobState::Stage StageOf(int jobState) {
 std::vector<PrintQueue> ListPrintQueues(int patienceMs) {
   const CupsLibrary* const cups = TheCupsLibrary();
   if (cups == nullptr) return {};
-  const auto inquiry = std::make_shared<Inquiry>();
-  std::thread([cups, inquiry, patienceMs] {
-    std::vector<PrintQueue> queues = AskForQueues(*cups, patienceMs);
-    const std::lock_guard lock(inquiry->mutex);
-    inquiry->queues = std::move(queues);
-    inquiry->done = true;
-    inquiry->changed.notify_one();
-  }).detach();
-  std::unique_lock lock(inquiry->mutex);
-  inquiry->changed.wait_for(lock, std::chrono::milliseconds(patienceMs), [&] { return inquiry->done; });
-  return inquiry->done ? std::move(inquiry->queues) : std::vector<PrintQueue>{};
+  const auto queues = std::make_shared<std::vector<PrintQueue>>();
+  const bool told = RunAside([=] { *queues = AskForQueues(*cups, patienceMs); }, nullptr,
+                             Clock::now() + std::chrono::milliseconds(patienceMs));
+  return told ? std::move(*queues) : std::vector<PrintQueue>{};
 }
 
 std::string PrintServer() {
@@ -171,6 +184,9 @@ struct PrintJobStream::Job {
   [[nodiscard]] bool Start(const std::string& title);
   // The answer to a request about the job; the caller deletes it. Null when the service gives none.
   [[nodiscard]] ipp_t* Request(ipp_op_t operation);
+  [[nodiscard]] FileError Begin(const std::string& queue, const std::string& title,
+                                const PrintWishes& wishes);
+  void Cancel();
   [[nodiscard]] bool LetGo();
   [[nodiscard]] bool IsCut() const;
   FileError Fail();
@@ -183,6 +199,7 @@ struct PrintJobStream::Job {
   int optionCount = 0;
   cups_option_t* options = nullptr;
   int number = 0;
+  std::atomic<bool> givenUp{false};  // before it had begun
   bool streaming = false;
   bool isHeld = false;
   std::string errorText;
@@ -263,8 +280,39 @@ FileError PrintJobStream::Job::Fail() {
   return EIO;
 }
 
+FileError PrintJobStream::Job::Begin(const std::string& queue, const std::string& title,
+                                     const PrintWishes& wishes) {
+  if (!Connect()) {
+    errorText = TextOf(cups.cupsLastErrorString());
+    return ECONNREFUSED;
+  }
+  if (!FindQueue(queue)) {
+    errorText = TextOf(cups.cupsLastErrorString());
+    return ENOENT;
+  }
+  TakeWishes(wishes);
+  if (Start(title)) return 0;
+  const FileError error = Fail();
+  Cancel();
+  return error;
+}
+
+// A document that is half sent blocks its connection: that one is cut, and another one tells the service.
+void PrintJobStream::Job::Cancel() {
+  if (number == 0) return;
+  streaming = false;
+  connection.reset();
+  // Who gave the job up has no say in how long the service is told so.
+  patience.onlyDeadline = true;
+  if (Connect()) {
+    patience.Renew(kLongestCancel);
+    cups.cupsCancelJob2(Http(), dest->name, number, 0);
+  }
+  patience.onlyDeadline = false;
+}
+
 PrintJobStream::PrintJobStream() {
-  if (const CupsLibrary* const cups = TheCupsLibrary()) job_ = std::make_unique<Job>(*cups);
+  if (const CupsLibrary* const cups = TheCupsLibrary()) job_ = std::make_shared<Job>(*cups);
 }
 
 PrintJobStream::~PrintJobStream() {
@@ -272,25 +320,27 @@ PrintJobStream::~PrintJobStream() {
 }
 
 void PrintJobStream::WhileWaiting(std::function<bool()> goOn) {
-  if (job_ != nullptr) job_->patience.goOn = std::move(goOn);
+  goOn_ = std::move(goOn);
 }
 
 FileError PrintJobStream::Begin(const std::string& queue, const std::string& title,
                                 const PrintWishes& wishes) {
   if (job_ == nullptr) return ENOENT;
-  if (!job_->Connect()) {
-    job_->errorText = TextOf(job_->cups.cupsLastErrorString());
-    return ECONNREFUSED;
+  job_->cups.cupsSetPasswordCB2(NoPassword, nullptr);  // it holds for one thread
+  // The library goes on trying after a wait was given up, so all of it is left alone then.
+  const auto error = std::make_shared<FileError>(0);
+  const auto begin = [error, job = job_, queue, title, wishes] {
+    *error = job->Begin(queue, title, wishes);
+    if (job->givenUp) job->Cancel();
+  };
+  job_->patience.goOn = [&givenUp = job_->givenUp] { return !givenUp; };
+  if (!RunAside(begin, goOn_, Clock::time_point::max())) {
+    job_->givenUp = true;
+    job_.reset();
+    return ECANCELED;
   }
-  if (!job_->FindQueue(queue)) {
-    job_->errorText = TextOf(job_->cups.cupsLastErrorString());
-    return ENOENT;
-  }
-  job_->TakeWishes(wishes);
-  if (job_->Start(title)) return 0;
-  const FileError error = job_->Fail();
-  Abort();
-  return error;
+  job_->patience.goOn = goOn_;
+  return *error;
 }
 
 FileError PrintJobStream::Write(const void* bytes, std::size_t count) {
@@ -311,18 +361,16 @@ FileError PrintJobStream::Finish() {
   return error;
 }
 
-// A document that is half sent blocks its connection: that one is cut, and another one tells the service.
 void PrintJobStream::Abort() {
   if (job_ == nullptr || job_->number == 0) return;
   job_->streaming = false;
-  job_->connection.reset();
-  // Who gave the job up has no say in how long the service is told so.
-  job_->patience.onlyDeadline = true;
-  if (job_->Connect()) {
-    job_->patience.Renew(kLongestCancel);
-    job_->cups.cupsCancelJob2(job_->Http(), job_->dest->name, job_->number, 0);
-  }
-  job_->patience.onlyDeadline = false;
+  job_->patience.goOn = nullptr;
+  const auto asked = [this] {
+    if (goOn_ != nullptr) static_cast<void>(goOn_());
+    return true;
+  };
+  // One that is still told so goes on beside.
+  if (!RunAside([job = job_] { job->Cancel(); }, asked, Clock::now() + kLongestCancel)) job_.reset();
 }
 
 int PrintJobStream::JobNumber() const {

@@ -92,7 +92,8 @@ class PrintJobStream : public ByteSink {
 
  private:
   struct Job;
-  std::unique_ptr<Job> job_;
+  std::shared_ptr<Job> job_;  // null: there is no service, or it was left alone
+  std::function<bool()> goOn_;
 };
 
 }  // namespace platform_printing

@@ -58,13 +58,13 @@ DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds) {
 
 DWORD MsgWaitForMultipleObjects(DWORD count, const HANDLE* events, BOOL all, DWORD milliseconds,
                                 DWORD kinds) {
-  assert(count == 1 && all == FALSE && kinds == QS_ALLINPUT);
-  static_cast<void>(count);
+  assert(count <= 1 && all == FALSE && kinds == QS_ALLINPUT);
   static_cast<void>(all);
   static_cast<void>(kinds);
-  const Event& event = EventOf(events[0]);
+  static const Event kNever{};
+  const Event& event = count == 1 ? EventOf(events[0]) : kNever;
   if (event.set) return WAIT_OBJECT_0;
   const bool message = platform_qt::WaitForMessage(std::chrono::milliseconds(milliseconds), event.set);
   if (event.set) return WAIT_OBJECT_0;
-  return message ? WAIT_OBJECT_0 + 1 : WAIT_TIMEOUT;
+  return message ? WAIT_OBJECT_0 + count : WAIT_TIMEOUT;
 }
