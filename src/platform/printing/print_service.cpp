@@ -276,7 +276,15 @@ bool PrintJobStream::Job::IsCut() const {
 
 // Keeps the library's words for the error. What the number cannot tell, they do.
 FileError PrintJobStream::Job::Fail() {
-  errorText = TextOf(cups.cupsLastErrorString());
+  const int broken = Http() != nullptr ? cups.httpError(Http()) : 0;
+  if (patience.ended) {
+    errorText = "The print service does not answer";
+  } else if (cups.cupsLastError() > IPP_STATUS_OK_EVENTS_COMPLETE) {
+    errorText = TextOf(cups.cupsLastErrorString());
+  } else {
+    errorText =
+        "The print service has broken off" + (broken > 0 ? ": " + FileErrorText(broken) : std::string());
+  }
   return EIO;
 }
 

@@ -213,7 +213,7 @@ void PrintDialog::LookForQueues() {
     ShowQueues(search_->queues.get());
     return;
   }
-  about_->setText(QStringLiteral("Looking for printers..."));
+  FollowPrinter();
   lookAgain_ = new QTimer(this);
   connect(lookAgain_, &QTimer::timeout, this, [this] {
     if (search_->queues.wait_for(std::chrono::seconds(0)) == std::future_status::ready) {
@@ -226,24 +226,27 @@ void PrintDialog::LookForQueues() {
 
 // The queues stand in front of the file, the default one first.
 void PrintDialog::ShowQueues(const std::vector<PrintQueue>& queues) {
+  const PrinterChoice chosen = ChosenPrinter();
+  for (std::size_t i = 0; i < queues_.size(); ++i) {
+    printer_->removeItem(0);
+  }
   queues_ = queues;
-  const int rowBefore = printer_->currentIndex();
   for (std::size_t i = 0; i < queues_.size(); ++i) {
     const QString name = Shown(queues_[i].name);
     printer_->insertItem(static_cast<int>(i),
                          queues_[i].isDefault ? name + QStringLiteral(" (default)") : name);
   }
   search_.reset();
-  if (chosenByUser_) {
-    printer_->setCurrentIndex(rowBefore + static_cast<int>(queues_.size()));
-    FollowPrinter();
-  } else {
-    SetPrinter(wanted_);
-  }
+  SetPrinter(chosenByUser_ ? chosen : wanted_);
 }
 
 void PrintDialog::SetPrinter(const PrinterChoice& printer) {
   wanted_ = printer;
+  if (search_ != nullptr && printer.driver == kQueueDriver && queues_.empty()) {
+    // It stands there until the service tells of it.
+    queues_.push_back({.name = printer.device});
+    printer_->insertItem(0, Shown(printer.device));
+  }
   const auto queue = std::find_if(queues_.begin(), queues_.end(), [&printer](const PrintQueue& one) {
     return printer.driver == kQueueDriver && one.name == printer.device;
   });
@@ -262,9 +265,11 @@ void PrintDialog::SetPrinter(const PrinterChoice& printer) {
 void PrintDialog::FollowPrinter() {
   const bool file = ChosenPrinter().IsFile();
   const auto row = static_cast<std::size_t>(printer_->currentIndex());
-  if (row < queues_.size()) {
+  if (search_ != nullptr) {
+    about_->setText(QStringLiteral("Looking for printers..."));
+  } else if (row < queues_.size()) {
     about_->setText(AboutQueue(queues_[row]));
-  } else if (search_ == nullptr) {
+  } else {
     about_->setText(queues_.empty() ? QStringLiteral("There is no other printer.") : QString());
   }
   for (QWidget* const field : std::initializer_list<QWidget*>{copies_, source_, sides_, ink_, quality_}) {
