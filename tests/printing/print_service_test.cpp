@@ -3,6 +3,7 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 
+#include "platform/printing/device_mode.h"
 #include "tests/scratch.h"
 
 using namespace platform_printing;
@@ -34,6 +35,51 @@ TEST(PrintWishes, BecomeAttributesOfAJob) {
     wishes.mediaSource = "tray-1";
     EXPECT_EQ(words(wishes), expected) << media;
   }
+}
+
+// The record of the program, as a page and as wishes; what is not set, or has no name here, is asked of
+// nobody.
+TEST(DeviceMode, BecomesAPageAndWishes) {
+  setenv("LC_ALL", "C.UTF-8", 1);
+  DEVMODEA mode{};
+  mode.dmCopies = 7;
+  EXPECT_EQ(WishesOf(&mode).copies, 1) << "its bit is not set";
+  EXPECT_EQ(WishesOf(nullptr).media, "iso_a4_210x297mm");
+  EXPECT_EQ(PageFormatOf(nullptr).width, 4960);
+  EXPECT_EQ(PageFormatOf(nullptr).height, 7015);
+
+  mode.dmFields =
+      DM_COPIES | DM_PAPERSIZE | DM_ORIENTATION | DM_DUPLEX | DM_COLOR | DM_PRINTQUALITY | DM_DEFAULTSOURCE;
+  mode.dmPaperSize = DMPAPER_LETTER;
+  mode.dmOrientation = DMORIENT_LANDSCAPE;
+  mode.dmDuplex = DMDUP_HORIZONTAL;
+  mode.dmColor = DMCOLOR_MONOCHROME;
+  mode.dmPrintQuality = 300;
+  mode.dmDefaultSource = DMBIN_MANUAL;
+  const PrintWishes wishes = WishesOf(&mode);
+  EXPECT_EQ(wishes.copies, 7);
+  EXPECT_EQ(wishes.media, "na_letter_8.5x11in");
+  EXPECT_EQ(wishes.sides, Sides::twoShortEdge);
+  EXPECT_EQ(wishes.ink, Ink::gray);
+  EXPECT_EQ(wishes.dotsPerInch, 300);
+  EXPECT_EQ(wishes.mediaSource, "manual");
+  EXPECT_EQ(wishes.turn, Turn::unset) << "the page itself is wide";
+  EXPECT_EQ(PageFormatOf(&mode).width, 6600);
+  EXPECT_EQ(PageFormatOf(&mode).height, 5100);
+
+  mode.dmPaperSize = 12345;
+  mode.dmPaperWidth = 1005;
+  mode.dmPaperLength = 30000;
+  mode.dmFields |= DM_PAPERWIDTH | DM_PAPERLENGTH;
+  mode.dmDuplex = mode.dmColor = mode.dmDefaultSource = mode.dmPrintQuality = -99;
+  const PrintWishes strange = WishesOf(&mode);
+  EXPECT_EQ(strange.media, "custom_100.5x2000mm");
+  EXPECT_EQ(strange.sides, Sides::unset);
+  EXPECT_EQ(strange.ink, Ink::unset);
+  EXPECT_EQ(strange.quality, Quality::unset);
+  EXPECT_EQ(strange.mediaSource, "");
+  EXPECT_EQ(strange.dotsPerInch, 0);
+  unsetenv("LC_ALL");
 }
 
 // No service, at an address where nobody listens: no queues, and jobs that fail at once.
