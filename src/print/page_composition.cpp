@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "engine/hex_format.h"
 #include "platform/paths.h"
 
 namespace {
@@ -46,7 +47,7 @@ class Composer {
  public:
   Composer(const PrintOrder& order, PageDevice& device, PrintHost& host)
       : order_(order), device_(device), host_(host), style_(order.style), tags_(order.tags) {
-    if (Wants(PO_EJECT_ON_FF)) style_.options |= VO_KEEPFF;
+    if (EjectsOnFormFeed()) style_.options |= VO_KEEPFF;
     tags_.emplace_back();  // the sentinel's
   }
 
@@ -54,6 +55,8 @@ class Composer {
 
  private:
   [[nodiscard]] bool Wants(std::uint32_t option) const { return (order_.options & option) != 0; }
+  // In a dump, a byte that is a form feed is a byte like all others.
+  [[nodiscard]] bool EjectsOnFormFeed() const { return Wants(PO_EJECT_ON_FF) && style_.format != FormatHex; }
   [[nodiscard]] bool Fits(int y) const { return y + cell_.height <= bodyTop_ + bodyHeight_; }
   [[nodiscard]] bool Sent() const { return number_ >= order_.fromPage; }
   [[nodiscard]] RECT RowAt(int y) const { return {left_, y, left_ + bodyWidth_, y + cell_.height}; }
@@ -205,7 +208,7 @@ void Composer::DrawLines(int y) {
     LineEntry& line = batch_->entries[next_];
     CellView text(&batch_->cells[line.Ltext], static_cast<std::size_t>(std::max(line.Llen, 0)));
     bool breaks = false;
-    if (Wants(PO_EJECT_ON_FF)) {
+    if (EjectsOnFormFeed()) {
       if (linesOnPage == 0 && text.starts_with(kFormFeed)) {
         ++line.Ltext;
         --line.Llen;

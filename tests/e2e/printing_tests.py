@@ -9,7 +9,7 @@ import subprocess
 import desktop
 import print_service
 from desktop import wait_until
-from viewer_tests import numbered
+from viewer_tests import drag, numbered
 
 ROWS = 500
 
@@ -51,7 +51,9 @@ class Printing:
         self.bench.desktop.keys(*keys)
 
     def wait_title(self, title):
-        self.viewer.find(title)
+        """A window of that title has the keys."""
+        wait_until(lambda: self.bench.desktop.xdotool("getwindowfocus", "getwindowname", check=False).strip() == title,
+                   title, self.viewer.process)
 
     def wait_idle(self):
         """No dialog is left, and the window can be reached."""
@@ -59,10 +61,7 @@ class Printing:
 
     def wait_under_way(self, job=None):
         """The status dialog has the keys; the service knows of the job."""
-        def focused():
-            return self.bench.desktop.xdotool("getwindowfocus", "getwindowname", check=False).strip()
-
-        wait_until(lambda: focused() == "Printing File", "the status dialog", self.viewer.process)
+        self.wait_title("Printing File")
         if job is not None:
             wait_until(lambda: self.service.job("kept", job), f"job {job}", self.viewer.process)
 
@@ -134,6 +133,7 @@ def test_into_files(bench):
 
 
 def test_selection_and_tags(bench):
+    reader = bench.reader()
     printing = Printing(bench)
     for _ in range(2):
         printing.keys("F11", "Down", "Down", "Down")
@@ -142,9 +142,12 @@ def test_selection_and_tags(bench):
     tags = printing.to_file("tags.pdf")
     lines = text_of(tags)
     check(len(lines) == 2 and lines[0] == numbered(0) and lines[1] == numbered(3), f"tags: {lines}")
-    printing.keys("ctrl+a")
-    printing.open_print()
-    check(text_of(printing.to_file("all.pdf")) == [numbered(line) for line in range(ROWS)], "the selection")
+    everything = [numbered(line) for line in range(ROWS)]
+    for name, selected in (("rows.pdf", everything[2:6]), ("all.pdf", everything)):
+        drag(printing.viewer, 100, *(reader.top + row * reader.cell_height + 4 for row in (2, 5)))
+        printing.open_print()
+        lines = text_of(printing.to_file(name, *([] if name == "rows.pdf" else ["alt+a"])))
+        check(lines == selected, f"{name}: {lines[:8]}")
 
 
 def test_through_the_service(bench):

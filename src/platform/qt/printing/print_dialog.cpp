@@ -176,7 +176,11 @@ void PrintDialog::BuildRange() {
   for (QLineEdit* const field : {from_, to_}) {
     connect(field, &QLineEdit::textEdited, this, [this] { pages_->setChecked(true); });
   }
-  // With the file's first page before them, people type; with the pages chosen, they want to type them.
+  // By its key, a button is chosen a tenth of a second later, and Enter may come first.
+  for (QRadioButton* const button : {all_, selection_, pages_}) {
+    connect(button, &QRadioButton::pressed, button, [button] { button->setChecked(true); });
+  }
+  // Who chooses pages wants to type them.
   connect(pages_, &QRadioButton::clicked, this, [this] { from_->setFocus(); });
 }
 
