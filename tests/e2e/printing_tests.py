@@ -65,6 +65,14 @@ class Printing:
         if job is not None:
             wait_until(lambda: self.service.job("kept", job), f"job {job}", self.viewer.process)
 
+    def close_box(self):
+        """Waits for a box of the program, which has the window's title, and closes it."""
+        title = "Quorl - printed.txt"
+        wait_until(lambda: list(self.viewer.titles().values()) == [title, title], "a box", self.viewer.process)
+        self.wait_title(title)
+        self.keys("Return")
+        self.wait_idle()
+
     def open_print(self):
         self.keys("ctrl+shift+F12")
         self.wait_title("Print")
@@ -143,6 +151,7 @@ def test_selection_and_tags(bench):
     lines = text_of(tags)
     check(len(lines) == 2 and lines[0] == numbered(0) and lines[1] == numbered(3), f"tags: {lines}")
     everything = [numbered(line) for line in range(ROWS)]
+    printing.keys("Home")
     for name, selected in (("rows.pdf", everything[2:6]), ("all.pdf", everything)):
         drag(printing.viewer, 100, *(reader.top + row * reader.cell_height + 4 for row in (2, 5)))
         printing.open_print()
@@ -230,17 +239,13 @@ def test_nothing_to_print_on(bench):
     printing = Printing(bench, settings=["[Print Setup]", "PrtDevice=gone", "PrtDriver=cups", "PrtOutput=localhost",
                                          "PrtCopies=1"])
     printing.keys("ctrl+p")
-    wait_until(lambda: len(printing.viewer.titles()) > 1, "a box", printing.viewer.process)
-    printing.keys("Return")
-    printing.wait_idle()
+    printing.close_box()
     printing.open_print()
     printing.keys("alt+n", "End", "Return")
     printing.wait_title("Print to PDF File")
     bench.desktop.xdotool("type", "/proc/no.pdf")
     printing.keys("Return")
-    wait_until(lambda: "Print to PDF File" not in printing.viewer.titles().values(), "a box")
-    printing.keys("Return")
-    printing.wait_idle()
+    printing.close_box()
     printing.keys("ctrl+p")
     printing.name_file(bench.path("after.pdf"))
 
