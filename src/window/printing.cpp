@@ -14,7 +14,7 @@ namespace {
 // A printer as pages are laid out on it, drawn on by the calls of the window.
 class Printer : public PageDevice {
  public:
-  explicit Printer(HDC dc) : dc_(dc) {}
+  Printer(HDC dc, const LOGFONTA& font) : dc_(dc), asked_(font) {}
   ~Printer() override {
     if (former_ != nullptr) SelectObject(dc_, former_);
     if (font_ != nullptr && !isStock_) DeleteObject(font_);
@@ -27,10 +27,8 @@ class Printer : public PageDevice {
             GetDeviceCaps(dc_, LOGPIXELSX)};
   }
   PageCell SelectFont(int height) override {
-    LOGFONTA font = MainState.ViewLogFont;
-    font.lfHeight = -height;
-    std::copy(std::begin(MainState.FontFace), std::end(MainState.FontFace), font.lfFaceName);
-    font_ = CreateFontIndirectA(&font);
+    asked_.lfHeight = -height;
+    font_ = CreateFontIndirectA(&asked_);
     isStock_ = font_ == nullptr;
     if (isStock_) font_ = static_cast<HFONT>(GetStockObject(ANSI_FIXED_FONT));
     former_ = SelectObject(dc_, font_);
@@ -68,6 +66,7 @@ class Printer : public PageDevice {
   }
 
   HDC dc_;
+  LOGFONTA asked_;
   HFONT font_ = nullptr;
   HGDIOBJ former_ = nullptr;
   bool isStock_ = false;
@@ -142,21 +141,22 @@ std::vector<CellText> TitleTexts(const TitleSet& titles) {
   return texts;
 }
 
-// All that the job needs, as it is now.
-PrintOrder OrderOf(const PrintRequest& request, const PrintRange& range, bool asSelection) {
+// The view's font, of no height yet.
+LOGFONTA PrintFont() {
+  LOGFONTA font = MainState.ViewLogFont;
+  std::copy(std::begin(MainState.FontFace), std::end(MainState.FontFace), font.lfFaceName);
+  return font;
+}
+
+// All that the job needs but its range, as it is now: while the user is asked, the view may change.
+PrintOrder OrderOf(const PrintRequest& request) {
   const MainWindowState& state = MainState;
   PrintOrder order;
   order.Fname = state.File.Fname;
-  order.from = range.from;
-  order.to = range.to;
-  order.fromPage = range.fromPage;
-  order.toPage = range.toPage;
   order.options = request.options;
   order.style = {PresentStyle().format, state.FormatFlags, state.LineLength};
-  if (!asSelection) {
-    order.SelStart = state.SelStart;
-    order.SelEnd = state.SelEnd;
-  }
+  order.SelStart = state.SelStart;
+  order.SelEnd = state.SelEnd;
   order.setup = state;
   order.points = state.FontPoints;
   order.PrintMessages = state.PrintMessages != 0;
@@ -268,16 +268,22 @@ void PrintFile(const PrintRequest& request) {
   question.flags = NamesSelection(request) ? PD_SELECTION : PD_NOSELECTION;
   if (asked.fromPage != 0) question.fromPage = static_cast<WORD>(asked.fromPage);
   if (asked.toPage != kLastPage) question.toPage = static_cast<WORD>(asked.toPage);
-  const HDC dc = StartPrintJob(BaseName(MainState.File.Fname), question);
+  PrintOrder order = OrderOf(request);
+  const LOGFONTA font = PrintFont();
+  const HDC dc = StartPrintJob(BaseName(order.Fname.c_str()), question);
   if (dc == nullptr) return;
 
   const PrintChoice choice = ChoiceOf(question);
   const PrintRange range =
       ChosenRange(asked, choice, question.fromPage, question.toPage, request.current, length);
-  const PrintOrder order = OrderOf(request, range, choice == PrintChoice::selection);
+  order.from = range.from;
+  order.to = range.to;
+  order.fromPage = range.fromPage;
+  order.toPage = range.toPage;
+  if (choice == PrintChoice::selection) order.SelStart = order.SelEnd = kNoPosition;
   PrintResult result;
   {
-    Printer printer(dc);
+    Printer printer(dc, font);
     JobHost host(order.Fname);
     result = ComposePages(order, printer, host);
   }

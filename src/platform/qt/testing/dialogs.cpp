@@ -109,7 +109,8 @@ void TakeFileDialog(QFileDialog& dialog) {
   const auto answer = TakeAnswer<std::optional<std::string>>(records.fileAnswers, std::nullopt);
   if (answer) {
     name->setText(QFile::decodeName(answer->c_str()));
-    PressWhenListed(dialog, QDialogButtonBox::Open);
+    PressWhenListed(dialog, dialog.acceptMode() == QFileDialog::AcceptSave ? QDialogButtonBox::Save
+                                                                           : QDialogButtonBox::Open);
   } else {
     PressLater(dialog, QDialogButtonBox::Cancel);
   }
