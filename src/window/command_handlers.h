@@ -10,9 +10,9 @@
 #include "window/go_to.h"
 #include "window/marking.h"
 #include "window/opening.h"
-#include "window/page_setup.h"
-#include "window/print_job.h"
-#include "window/printing.h"
+#include "window/printing/page_setup.h"
+#include "window/printing/print_file.h"
+#include "window/printing/print_job.h"
 #include "window/save_options.h"
 #include "window/titles.h"
 

@@ -15,7 +15,7 @@
 #include "window/opening.h"
 #include "window/page_indexing.h"
 #include "window/painting.h"
-#include "window/print_job.h"
+#include "window/printing/print_job.h"
 #include "window/private_messages.h"
 #include "window/scrolling.h"
 #include "window/selection.h"

@@ -98,6 +98,11 @@ inline constexpr const char* kClassName = "QUORL";
 
 [[nodiscard]] bool FileIsOpen();
 
+// An entry of the run of lines.
+[[nodiscard]] inline const LineEntry& LineAt(int index) {
+  return MainState.Lines.Aline[index];
+}
+
 // Rows that the frozen titles take.
 [[nodiscard]] inline std::int32_t TitleRows() {
   return MainState.Titles.Lines.Alast;

@@ -9,10 +9,6 @@
 
 namespace {
 
-const LineEntry& Line(int index) {
-  return MainState.Lines.Aline[index];
-}
-
 bool HasLines() {
   return MainState.Lines.Acur < MainState.Lines.Alast;
 }
@@ -25,7 +21,7 @@ struct Range {
 Range SelectionOrTopLine() {
   const MainWindowState& state = MainState;
   if (state.SelStart >= 0) return {state.SelStart, state.SelEnd};
-  return {Line(state.Lines.Acur).Lpos, Line(state.Lines.Acur + 1).Lpos};
+  return {LineAt(state.Lines.Acur).Lpos, LineAt(state.Lines.Acur + 1).Lpos};
 }
 
 // A tag command spends the selection and shows the tags.
@@ -44,13 +40,13 @@ LRESULT MarkToggleCommand(UINT /*id*/) {
   // The first line of the screen in the selection; the top line if there is none.
   const int end = std::min<int>(lines.Acur + state.LinesPerScreen, lines.Alast);
   int index = lines.Acur;
-  while (index < end && Line(index).Lpos < state.SelStart)
+  while (index < end && LineAt(index).Lpos < state.SelStart)
     ++index;
   if (index == end) index = lines.Acur;
   LineEntry& line = lines.Aline[index];
   if ((line.Lflags & LF_TAGMASK) != 0) {
     line.Lflags &= ~LF_TAGMASK;
-    TagRemoveRange(state.Tags, line.Lpos, Line(index + 1).Lpos - 1);
+    TagRemoveRange(state.Tags, line.Lpos, LineAt(index + 1).Lpos - 1);
   } else {
     line.Lflags |= kTagByUser;
     TagInsert(state.Tags, line.Lpos, kTagByUser);
@@ -61,7 +57,7 @@ LRESULT MarkToggleCommand(UINT /*id*/) {
 
 LRESULT MarkNextCommand(UINT /*id*/) {
   MainWindowState& state = MainState;
-  const FilePos belowTop = HasLines() ? Line(state.Lines.Acur + 1).Lpos - 1 : 0;
+  const FilePos belowTop = HasLines() ? LineAt(state.Lines.Acur + 1).Lpos - 1 : 0;
   const FilePos next = TagNext(state.Tags, std::max(belowTop, state.SelStart + 1));
   if (next >= 0) {
     PostMessageA(state.MainWindow, WM_VIEW_MOVE, 0, next.Offset());
@@ -86,7 +82,7 @@ LRESULT MarkSetCommand(UINT /*id*/) {
   const Range range = SelectionOrTopLine();
   const int end = std::min<int>(state.Lines.Acur + TextRows() + 1, state.Lines.Alast);
   for (int i = state.Lines.Acur; i < end; ++i) {
-    const FilePos start = Line(i).Lpos;
+    const FilePos start = LineAt(i).Lpos;
     if (start >= range.start && start < range.end) TagInsert(state.Tags, start, kTagByUser);
   }
   MarkLines(state.Lines, state.Tags);

@@ -17,10 +17,6 @@ namespace {
 // A line that does not wrap may be this many screens wide.
 constexpr std::int32_t kScreensWide = 3;
 
-const LineEntry& Line(int index) {
-  return MainState.Lines.Aline[index];
-}
-
 MoveKind KindOf(UINT message) {
   if (message == WM_VIEW_LOAD) return MoveKind::load;
   return message == WM_VIEW_GOTO ? MoveKind::goTo : MoveKind::move;
@@ -30,7 +26,7 @@ MoveKind KindOf(UINT message) {
 struct Before {
   LineArray lines = MainState.Lines;
   std::shared_ptr<ViewRun> run = MainState.Run;  // keeps the entries
-  FilePos top = Line(MainState.Lines.Acur).Lpos;
+  FilePos top = LineAt(MainState.Lines.Acur).Lpos;
 };
 
 // Whether a scroll of the image by `step` rows (1 or -1) would leave each row with the line it now has.
@@ -43,7 +39,7 @@ bool KeepsRows(const Before& before, int step) {
     if (had != has) return false;
     if (!has) return true;
     const LineEntry& former = before.lines.Aline[before.lines.Acur + row + step];
-    const LineEntry& now = Line(lines.Acur + row);
+    const LineEntry& now = LineAt(lines.Acur + row);
     if (former.Lpos != now.Lpos || former.Llen != now.Llen || former.Lflags != now.Lflags) return false;
   }
   return true;
@@ -58,8 +54,8 @@ int ScrollStep(const Before& before) {
     return std::abs(lines.Acur - before.lines.Acur) == 1 ? lines.Acur - before.lines.Acur : 0;
   }
   int step = 0;
-  if (lines.Acur < lines.Alast - 1 && Line(lines.Acur + 1).Lpos == before.top) step = -1;
-  if (lines.Acur > lines.Afirst && Line(lines.Acur - 1).Lpos == before.top) step = 1;
+  if (lines.Acur < lines.Alast - 1 && LineAt(lines.Acur + 1).Lpos == before.top) step = -1;
+  if (lines.Acur > lines.Afirst && LineAt(lines.Acur - 1).Lpos == before.top) step = 1;
   return step != 0 && KeepsRows(before, step) ? step : 0;
 }
 
@@ -86,7 +82,7 @@ void TellFailure(const LoadOutcome& outcome, FilePos wanted) {
   }
   const FilePos goBack = wanted >= 0        ? wanted
                          : ErrorPageShown() ? state.TopBeforeError
-                                            : Line(state.Lines.Acur).Lpos;
+                                            : LineAt(state.Lines.Acur).Lpos;
   ShowErrorPage(outcome.result.status, state.File, state.Lines, state.Text);
   state.TopBeforeError = goBack;
 }
@@ -150,7 +146,7 @@ LRESULT MoveView(UINT message, WPARAM delta, LPARAM position) {
     return 0;
   }
   const int step = message == WM_VIEW_MOVE ? ScrollStep(before) : 0;
-  if (message != WM_VIEW_LOAD || position >= 0) state.HeldPosition = Line(state.Lines.Acur).Lpos;
+  if (message != WM_VIEW_LOAD || position >= 0) state.HeldPosition = LineAt(state.Lines.Acur).Lpos;
   Redraw(step);
   return 0;
 }

@@ -1,4 +1,4 @@
-#include "window/printing.h"
+#include "window/printing/print_file.h"
 
 #include <gtest/gtest.h>
 

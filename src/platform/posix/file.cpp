@@ -10,6 +10,7 @@
 #include <system_error>
 
 #include "platform/posix/file_counters.h"
+#include "platform/posix/uninterrupted.h"
 
 static_assert(sizeof(off_t) == sizeof(std::int64_t), "file offsets are 64 bits wide");
 
@@ -22,15 +23,6 @@ bool IsReadableKind(const struct stat& status) {
 FileError KindError(const struct stat& status) {
   if (S_ISDIR(status.st_mode)) return EISDIR;
   return IsReadableKind(status) ? 0 : kFileOfWrongKind;
-}
-
-template <typename Call>
-auto Uninterrupted(Call call) {
-  auto result = call();
-  while (result < 0 && errno == EINTR) {
-    result = call();
-  }
-  return result;
 }
 
 }  // namespace

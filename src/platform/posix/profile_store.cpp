@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "platform/paths.h"
+#include "platform/posix/uninterrupted.h"
 
 namespace {
 
@@ -20,14 +21,6 @@ constexpr std::int64_t kLockPauseNs = 2'000'000;
 constexpr int kMostLinks = 40;
 constexpr mode_t kFolderMode = 0700;
 constexpr mode_t kNewFileMode = 0644;
-
-template <typename Call>
-auto Uninterrupted(Call call) {
-  auto result = call();
-  while (result < 0 && errno == EINTR)
-    result = call();
-  return result;
-}
 
 class Descriptor {
  public:

@@ -37,7 +37,7 @@ std::deque<Steps>& Scripts() {
 }
 
 // A dialog that never comes to rest, or does not close, must not keep a test for ever.
-constexpr int kMostRounds = 1000;
+constexpr int kMostRoundsOfAStep = 1000;
 
 void RunNextStep(HWND dialog, const std::shared_ptr<Steps>& steps, int rounds) {
   ProgramDialog& widget = *ProgramDialogOf(dialog);
@@ -66,7 +66,7 @@ void RunNextStep(HWND dialog, const std::shared_ptr<Steps>& steps, int rounds) {
     const DialogStep step = std::move(steps->front());
     steps->pop_front();
     step(dialog);
-    RunNextStep(dialog, steps, kMostRounds);
+    RunNextStep(dialog, steps, kMostRoundsOfAStep);
   });
 }
 
@@ -116,7 +116,7 @@ void RunScript(ProgramDialog& dialog) {
     *steps = std::move(Scripts().front());
     Scripts().pop_front();
   }
-  RunNextStep(dialog.Handle(), steps, kMostRounds);
+  RunNextStep(dialog.Handle(), steps, kMostRoundsOfAStep);
 }
 
 void ForgetScripts() {

@@ -1,4 +1,4 @@
-#include "window/print_job.h"
+#include "window/printing/print_job.h"
 
 #include <chrono>
 #include <cstdio>

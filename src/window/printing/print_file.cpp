@@ -1,11 +1,11 @@
-#include "window/printing.h"
+#include "window/printing/print_file.h"
 
 #include <algorithm>
 
 #include "print/date_stamp.h"
 #include "resources/command_ids.h"
 #include "window/main_window_state.h"
-#include "window/print_job.h"
+#include "window/printing/print_job.h"
 #include "window/view_loading.h"
 #include "window/watch.h"
 

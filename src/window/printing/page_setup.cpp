@@ -1,4 +1,4 @@
-#include "window/page_setup.h"
+#include "window/printing/page_setup.h"
 
 #include "dialogs/page_setup.h"
 #include "window/main_window_state.h"
