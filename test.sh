@@ -23,6 +23,7 @@ mkdir -p "$logs"
 passed=0
 failed=0
 e2e= # the process of the end-to-end tests
+trap '[ -z "$e2e" ] || kill "$e2e"' EXIT
 
 count() { # passed failed
     passed=$((passed + $1))

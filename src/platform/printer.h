@@ -1,4 +1,5 @@
-// What a printer's device context tells beyond Win32. An operation of the layer's own. On the window's thread.
+// What a printer's device context tells beyond Win32. An operation of the layer's own. On the window's
+// thread.
 #pragma once
 
 #include <string>
