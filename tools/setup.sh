@@ -13,7 +13,7 @@ run_packages=(g++ cmake ninja-build qt6-base-dev libgtest-dev libbenchmark-dev l
 test_packages=(xvfb xdotool xclip openbox python3 clang clang-format clang-tidy libfuse3-dev fuse3
     libfiu-dev fiu-utils poppler-utils xsettingsd cups-daemon cups-client cups-ipp-utils dbus-daemon)
 ci_packages=(g++-mingw-w64-x86-64-posix)
-measure_packages=(xvfb xdotool openbox python3 ripgrep strace)
+measure_packages=(xvfb xdotool openbox python3 ripgrep strace poppler-utils enscript a2ps paps ghostscript)
 
 as_root() {
     if [ "$(id -u)" -eq 0 ]; then

@@ -4,6 +4,7 @@ arrives is read with the tools for PDF and from the attributes of the job.
 import glob
 import os
 import re
+import signal
 import subprocess
 
 import desktop
@@ -45,6 +46,7 @@ class Printing:
             profile.write("[Page Setup]\nPrintOptions=0\n" + "".join(f"{line}\n" for line in settings))
         env = dict(bench.desktop.env)
         env["CUPS_SERVER"] = service.environment["CUPS_SERVER"] if service else "localhost:9"
+        self.title = "Quorl - " + os.path.basename(file)
         self.viewer = bench.show(file, env=env)
 
     def keys(self, *keys):
@@ -67,14 +69,19 @@ class Printing:
 
     def close_box(self):
         """Waits for a box of the program, which has the window's title, and closes it."""
-        title = "Quorl - printed.txt"
+        title = self.title
         wait_until(lambda: list(self.viewer.titles().values()) == [title, title], "a box", self.viewer.process)
         self.wait_title(title)
         self.keys("Return")
         self.wait_idle()
 
     def open_print(self):
-        self.keys("ctrl+shift+F12")
+        """Behind a job that was cancelled the window takes no keys until the service has been told."""
+        def opened():
+            self.keys("ctrl+shift+F12")
+            return "Print" in self.viewer.titles().values()
+
+        wait_until(opened, "the Print dialog", self.viewer.process, pause=0.2)
         self.wait_title("Print")
 
     def to_file(self, name, *keys):
@@ -186,11 +193,25 @@ def test_through_the_service(bench):
         printing.wait_idle()
         check(facts_of(path)["Pages"] == "2" and "page-ranges" not in job, f"{job}")
 
+        # What the profile asks for and the queue does not know is left out; a tray is named with the paper.
+        printing.viewer.close()
+        printing = Printing(bench, service, ["[Print Setup]", "PrtDevice=kept", "PrtDriver=cups", "PrtPaperSize=1",
+                                             "PrtDefaultSource=4", "PrtDuplex=9", "PrtPrintQuality=77"])
+        printing.keys("ctrl+p")
+        job, path = printing.job(4)
+        printing.wait_idle()
+        with open(service.path("kept", "job-4.txt"), encoding="utf-8") as file:
+            asked = file.read()
+        check("InputSlot=Manual" in asked and "PageSize=Letter" in asked, f"asked: {asked}")
+        check("sides" not in job and "printer-resolution" not in job, f"{job}")
+        fonts = subprocess.run(["pdffonts", path], capture_output=True, text=True, check=True).stdout.splitlines()[2:]
+        check(fonts and all(re.search(r" yes +yes +yes +\d+ +0$", font) for font in fonts), f"fonts: {fonts}")
+
         # The other queue hands its jobs on to a printer.
         printing.open_print()
-        printing.keys("alt+n", "Down", "alt+o", "Up", "Return")
+        printing.keys("alt+n", "Down", "Return")
         wait_until(lambda: glob.glob(service.path("device", "*.pdf")), "the printer", printing.viewer.process)
-        job = service.ended_job("device", 4)
+        job = service.ended_job("device", 5)
         check(job["job-state"] == "completed", f"{job}")
         check(len(text_of(glob.glob(service.path("device", "*.pdf"))[0])) == ROWS, "what the printer got")
 
@@ -224,14 +245,40 @@ def test_given_up(bench):
         check(not os.path.exists(bench.path("given-up.pdf")), "no file is left")
         check(glob.glob(bench.path(".*")) == [], f"left behind: {os.listdir(bench.folder)}")
 
+        # The service stops: while a job is begun, and in the middle of one.
+        begun = 1
+        for hang_first in (False, True):
+            if hang_first:
+                service.cupsd.send_signal(signal.SIGSTOP)
+            printing.open_print()
+            printing.keys("alt+n", "Home", "Return")
+            begun += not hang_first
+            printing.wait_under_way(None if hang_first else begun)
+            service.cupsd.send_signal(signal.SIGSTOP)
+            printing.keys("Escape")
+            printing.wait_idle()
+            service.cupsd.send_signal(signal.SIGCONT)
+            begun += hang_first
+        state = service.ended_job("kept", begun)["job-state"]
+        check(state in ("canceled", "aborted") and os.listdir(service.path("kept")) == [], f"a stopped service: {state}")
+
         # The program ends in the middle of a job.
         printing.open_print()
         printing.keys("alt+n", "Home", "Return")
-        printing.wait_under_way(2)
+        printing.wait_under_way(begun + 1)
         printing.viewer.process.terminate()
         printing.viewer.wait_end()
-        job = service.ended_job("kept", 2)
-        check(job["job-state"] == "canceled", f"the second job is cancelled: {job}")
+        job = service.ended_job("kept", begun + 1)
+        check(job["job-state"] == "canceled", f"the last job is cancelled: {job}")
+
+        # The service dies.
+        printing = Printing(bench, service, file=large)
+        printing.keys("Home")
+        printing.open_print()
+        printing.keys("Return")
+        printing.wait_under_way(begun + 2)
+        service.cupsd.kill()
+        printing.close_box()
 
 
 def test_nothing_to_print_on(bench):

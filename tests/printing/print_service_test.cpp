@@ -105,8 +105,6 @@ TEST(PrintService, WithoutAServiceThereAreNoQueues) {
   EXPECT_NE(job.Write("x", 1), 0);
   EXPECT_NE(job.Finish(), 0);
   job.Abort();
-  EXPECT_EQ(job.JobNumber(), 0);
-  EXPECT_EQ(job.Ask().stage, PrintJobState::Stage::unknown);
   unsetenv("CUPS_SERVER");
 }
 

@@ -128,25 +128,6 @@ std::vector<PrintQueue> AskForQueues(const CupsLibrary& cups, int patienceMs) {
   return queues;
 }
 
-PrintJobState::Stage StageOf(int jobState) {
-  switch (static_cast<ipp_jstate_t>(jobState)) {
-    case IPP_JSTATE_PENDING:
-    case IPP_JSTATE_HELD:
-      return PrintJobState::Stage::waiting;
-    case IPP_JSTATE_PROCESSING:
-      return PrintJobState::Stage::printing;
-    case IPP_JSTATE_STOPPED:
-      return PrintJobState::Stage::stopped;
-    case IPP_JSTATE_CANCELED:
-      return PrintJobState::Stage::canceled;
-    case IPP_JSTATE_ABORTED:
-      return PrintJobState::Stage::failed;
-    case IPP_JSTATE_COMPLETED:
-      return PrintJobState::Stage::done;
-  }
-  return PrintJobState::Stage::unknown;
-}
-
 }  // namespace
 
 // The names of a server that does not exist can take long to be looked up, so the service is asked on a
@@ -188,6 +169,7 @@ struct PrintJobStream::Job {
                                 const PrintWishes& wishes);
   void Cancel();
   [[nodiscard]] bool LetGo();
+  [[nodiscard]] bool Stands();
   [[nodiscard]] bool IsCut() const;
   FileError Fail();
 
@@ -267,6 +249,22 @@ bool PrintJobStream::Job::LetGo() {
   if (!isHeld) return true;
   cups.ippDelete(Request(IPP_OP_RELEASE_JOB));
   return cups.cupsLastError() <= IPP_STATUS_OK_EVENTS_COMPLETE && !patience.ended;
+}
+
+// Whether the service, which has all of the job, has not given it up.
+bool PrintJobStream::Job::Stands() {
+  ipp_t* const answer = Request(IPP_OP_GET_JOB_ATTRIBUTES);
+  ipp_attribute_t* const found = cups.ippFindAttribute(answer, "job-state", IPP_TAG_ENUM);
+  const int state = found != nullptr ? cups.ippGetInteger(found, 0) : IPP_JSTATE_PENDING;
+  const bool stands = state != IPP_JSTATE_ABORTED && state != IPP_JSTATE_CANCELED;
+  if (!stands) {
+    errorText = "The print service has given the job up";
+    ipp_attribute_t* const reasons = cups.ippFindAttribute(answer, "job-state-reasons", IPP_TAG_KEYWORD);
+    for (int i = 0; reasons != nullptr && i < cups.ippGetCount(reasons); ++i)
+      errorText += (i == 0 ? ": " : ", ") + TextOf(cups.ippGetString(reasons, i, nullptr));
+  }
+  cups.ippDelete(answer);
+  return stands;
 }
 
 // The library does not tell each write that was given up or that failed, and goes on without the bytes.
@@ -363,7 +361,8 @@ FileError PrintJobStream::Finish() {
   job_->patience.Renew();
   job_->streaming = false;
   const auto answer = job_->cups.cupsFinishDestDocument(job_->Http(), job_->dest, job_->info);
-  if (answer <= IPP_STATUS_OK_EVENTS_COMPLETE && !job_->IsCut() && job_->LetGo()) return 0;
+  if (answer <= IPP_STATUS_OK_EVENTS_COMPLETE && !job_->IsCut() && job_->LetGo())
+    return job_->Stands() ? 0 : EIO;
   const FileError error = job_->Fail();
   Abort();
   return error;
@@ -379,30 +378,6 @@ void PrintJobStream::Abort() {
   };
   // One that is still told so goes on beside.
   if (!RunAside([job = job_] { job->Cancel(); }, asked, Clock::now() + kLongestCancel)) job_.reset();
-}
-
-int PrintJobStream::JobNumber() const {
-  return job_ != nullptr ? job_->number : 0;
-}
-
-PrintJobState PrintJobStream::Ask() {
-  PrintJobState state;
-  if (job_ == nullptr || job_->number == 0 || job_->streaming) return state;
-  if (job_->Http() == nullptr && !job_->Connect()) return state;
-  const CupsLibrary& cups = job_->cups;
-  job_->patience.Renew();
-  ipp_t* const answer = job_->Request(IPP_OP_GET_JOB_ATTRIBUTES);
-  if (ipp_attribute_t* stage = cups.ippFindAttribute(answer, "job-state", IPP_TAG_ENUM)) {
-    state.stage = StageOf(cups.ippGetInteger(stage, 0));
-  }
-  if (ipp_attribute_t* reasons = cups.ippFindAttribute(answer, "job-state-reasons", IPP_TAG_KEYWORD)) {
-    for (int i = 0; i < cups.ippGetCount(reasons); ++i) {
-      if (i > 0) state.reasons += ',';
-      state.reasons += TextOf(cups.ippGetString(reasons, i, nullptr));
-    }
-  }
-  cups.ippDelete(answer);
-  return state;
 }
 
 std::string PrintJobStream::ErrorText() const {

@@ -56,12 +56,6 @@ struct PrintAttribute {
 // The wishes as attributes of a job. Never page-ranges: which pages there are is the document's business.
 [[nodiscard]] std::vector<PrintAttribute> AttributesOf(const PrintWishes& wishes);
 
-struct PrintJobState {
-  enum class Stage : std::uint8_t { unknown, waiting, printing, stopped, canceled, failed, done };
-  Stage stage = Stage::unknown;
-  std::string reasons;  // IPP keywords with commas between
-};
-
 // A PDF document on its way to a queue, as one job, which the service holds until all of it is there: nothing
 // is printed in part. A program that ends in the middle leaves a held job.
 class PrintJobStream : public ByteSink {
@@ -79,14 +73,12 @@ class PrintJobStream : public ByteSink {
                                 const PrintWishes& wishes);
 
   [[nodiscard]] FileError Write(const void* bytes, std::size_t count) override;
+  // The job is whole and let go. Also an error where the service has given it up by then.
   [[nodiscard]] FileError Finish() override;
   // Cancels the job with the service, whatever of it has arrived, also behind Finish. A service that does not
   // answer is left alone after some seconds; it drops what is half sent when it finds the connection cut.
   void Abort() override;
 
-  [[nodiscard]] int JobNumber() const;  // 0 before Begin
-  // How the job stands with the service now.
-  [[nodiscard]] PrintJobState Ask();
   // The service's own words for the last error, UTF-8; may be empty.
   [[nodiscard]] std::string ErrorText() const;
 
