@@ -13,6 +13,7 @@ struct MemoryFile {
   std::uint64_t number = 1;  // another one is another file
   std::int64_t changed = 0;
   FileError failure = 0;  // of every call, unless 0
+  std::int64_t missing = 0;  // bytes that it says to have behind these and does not give
   std::int64_t opens = 0, reads = 0, bytesRead = 0;
 };
 
@@ -21,7 +22,7 @@ class MemoryOrigin : public ByteOrigin {
   explicit MemoryOrigin(MemoryFile& file) : file_(file) {}
   FileError Open(const char* /*name*/, ByteIdentity& identity) override {
     ++file_.opens;
-    identity = {1, file_.number, file_.changed, FilePos::At(file_.bytes.size())};
+    identity = {1, file_.number, file_.changed, FilePos::At(std::ssize(file_.bytes) + file_.missing)};
     return file_.failure;
   }
   FileError ReadAt(FilePos pos, std::uint8_t* to, std::size_t count, std::size_t& got) override {

@@ -211,6 +211,10 @@ TEST(PageComposition, JobsThatEndOtherwise) {
   hex.device.cell = {90, 20};
   EXPECT_EQ(result(hex), is(PrintFailure::format, 0));
 
+  Job dump("abcd\fefgh\f", PO_EJECT_ON_FF);
+  dump.order.style.format = FormatHex;
+  EXPECT_EQ(result(dump), is(PrintFailure::none, 1)) << "a form feed is a byte there";
+
   std::string many;
   for (int i = 0; i < 20'000; ++i)
     many += std::to_string(i) + '\n';

@@ -47,6 +47,7 @@ TEST(DeviceMode, BecomesAPageAndWishes) {
   EXPECT_EQ(WishesOf(nullptr).media, "iso_a4_210x297mm");
   EXPECT_EQ(PageFormatOf(nullptr).width, 4960);
   EXPECT_EQ(PageFormatOf(nullptr).height, 7015);
+  EXPECT_EQ(PageFormatOf(nullptr).margin, 150);
 
   mode.dmFields =
       DM_COPIES | DM_PAPERSIZE | DM_ORIENTATION | DM_DUPLEX | DM_COLOR | DM_PRINTQUALITY | DM_DEFAULTSOURCE;

@@ -89,6 +89,10 @@ TEST_F(RecentFiles, TwoViewersKeepEachOthers) {
   EXPECT_EQ(SaveRecentFiles(file.c_str(), *two), 0);
   EXPECT_EQ(SaveRecentFiles(file.c_str(), *one), 0);
   EXPECT_EQ(Stored(), (Paths{"/b", "/one", "/two", "/a"}));
+  const auto again = ViewerOf({"/b"});
+  EXPECT_EQ(SaveRecentFiles(file.c_str(), *ViewerOf({"/new"})), 0);
+  EXPECT_EQ(SaveRecentFiles(file.c_str(), *again), 0);
+  EXPECT_EQ(Stored().front(), "/b") << "shown once more, although it was the first";
 }
 
 TEST(RecentSearches, AreMergedWithWhatTheProfileHolds) {
