@@ -68,7 +68,7 @@ std::uint64_t ReadNumber(const std::uint8_t* bytes, std::size_t count) {
   return number;
 }
 
-bool WriteHeader(FileHandle index, PageNumber pageCount) {
+FileError WriteHeader(FileHandle index, PageNumber pageCount) {
   Record header = MakeRecord(static_cast<std::uint64_t>(pageCount) << 32);
   std::copy(kMagic.begin(), kMagic.end(), header.begin());
   return TempFileWriteAt(index, 0, header.data(), header.size());
@@ -127,7 +127,8 @@ void KeepTail(PageIndexProbe& tail, const std::uint8_t* bytes, std::int32_t coun
 bool StartAnew(PageIndex& index) {
   PageIndexBuild& build = index.build;
   const bool first = build.index == kNoFile;
-  if (first) build.index = TempFileOpen();
+  FileError error = 0;
+  if (first) build.index = TempFileOpen(error);
   if (build.index == kNoFile) return End(index, PageIndexFault::tempFile);
   if (!first) ++build.restarts;
   build.scanned = 0;
@@ -136,8 +137,8 @@ bool StartAnew(PageIndex& index) {
   build.head.count = build.tail.count = 0;
   build.finished = false;
   const Record page = MakeRecord(0);
-  if (!TempFileEmpty(build.index) || !WriteHeader(build.index, 0) ||
-      !TempFileWriteAt(build.index, kRecordBytes, page.data(), page.size())) {
+  if (TempFileEmpty(build.index) != 0 || WriteHeader(build.index, 0) != 0 ||
+      TempFileWriteAt(build.index, kRecordBytes, page.data(), page.size()) != 0) {
     return End(index, PageIndexFault::indexWrite);
   }
   index.phase = PageIndexPhase::PG_ACTIVE;
@@ -201,7 +202,7 @@ class PageRecords {
     const PageNumber first = build_.pageCount - static_cast<PageNumber>(count_) + 1;
     const std::size_t bytes = count_ * sizeof(Record);
     count_ = 0;
-    return bytes == 0 || TempFileWriteAt(build_.index, first * kRecordBytes, records_.data(), bytes);
+    return bytes == 0 || TempFileWriteAt(build_.index, first * kRecordBytes, records_.data(), bytes) == 0;
   }
 
  private:
@@ -237,7 +238,7 @@ bool RecordPages(PageIndexBuild& build, std::int32_t count) {
 // Notes what is in the first `count` bytes of the block. A finished index is one under way again.
 bool TakeBlock(PageIndex& index, std::int32_t count) {
   PageIndexBuild& build = index.build;
-  if (build.finished && !WriteHeader(build.index, 0)) return End(index, PageIndexFault::headerWrite);
+  if (build.finished && WriteHeader(build.index, 0) != 0) return End(index, PageIndexFault::headerWrite);
   build.finished = false;
   index.phase = PageIndexPhase::PG_ACTIVE;
   if (!RecordPages(build, count)) return End(index, PageIndexFault::recordWrite);
@@ -252,7 +253,7 @@ bool Finish(PageIndex& index) {
   PageIndexBuild& build = index.build;
   build.block.reset();
   if (build.finished) return true;
-  if (!WriteHeader(build.index, build.pageCount)) return End(index, PageIndexFault::headerWrite);
+  if (WriteHeader(build.index, build.pageCount) != 0) return End(index, PageIndexFault::headerWrite);
   build.finished = true;
   build.restartsAtFinish = build.restarts;
   return true;

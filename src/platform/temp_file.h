@@ -13,13 +13,14 @@
 [[nodiscard]] const char* TempFolder();
 
 // Makes an empty file in TempFolder(), open for reading and writing, with rights for the user alone. It has
-// no name, or loses it before this returns. kNoFile when the folder or the system does not permit it.
-[[nodiscard]] FileHandle TempFileOpen();
+// no name, or loses it before this returns. kNoFile, and the reason in `error`, when the folder or the system
+// does not permit it.
+[[nodiscard]] FileHandle TempFileOpen(FileError& error);
 
-// Writes all `count` bytes from `offset` on. False on an error, a full disk and the user's limit on the size
-// of files among them; a part may have been written.
-[[nodiscard]] bool TempFileWriteAt(FileHandle file, std::int64_t offset, const void* buffer,
-                                   std::size_t count);
+// Writes all `count` bytes from `offset` on. On an error, a full disk and the user's limit on the size of
+// files among them, a part may have been written.
+[[nodiscard]] FileError TempFileWriteAt(FileHandle file, std::int64_t offset, const void* buffer,
+                                        std::size_t count);
 
-// Makes the file empty again. False on an error.
-[[nodiscard]] bool TempFileEmpty(FileHandle file);
+// Makes the file empty again.
+[[nodiscard]] FileError TempFileEmpty(FileHandle file);

@@ -143,10 +143,11 @@ TEST(TempFile, IsPrivateAndNothingRemainsOfItInAKilledProcess) {
     ASSERT_EQ(pipe(ready), 0);
     const pid_t child = Start([&]() -> int {
       setenv("TMPDIR", folder.Path().c_str(), 1);
-      const FileHandle file = TempFileOpen();
+      FileError error = 0;
+      const FileHandle file = TempFileOpen(error);
       struct stat status {};
       const bool good = fstat(static_cast<int>(file), &status) == 0 && (status.st_mode & 07777) == 0600 &&
-                        TempFileWriteAt(file, std::int64_t{5} << 30, "page", 4);
+                        TempFileWriteAt(file, std::int64_t{5} << 30, "page", 4) == 0;
       if (write(ready[1], good ? "+" : "-", 1) == 1) pause();
       return 1;
     });
