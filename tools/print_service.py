@@ -253,7 +253,7 @@ class PrintService:
         return process
 
     def run(self, command):
-        done = subprocess.run(command, env=self.environment, capture_output=True, text=True, timeout=PATIENCE_S,
+        done = subprocess.run(command, env=self.environment, capture_output=True, text=True, errors="replace", timeout=PATIENCE_S,
                               check=False)
         if done.returncode != 0:
             raise Failure(f"{' '.join(command)}: {done.stdout}{done.stderr}")

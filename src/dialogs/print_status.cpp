@@ -2,19 +2,17 @@
 
 #include "platform/dialog.h"
 #include "resources/dialogs/abort_print_dialog.h"
+#include "settings/label_text.h"
 
 namespace ids = abort_print_dialog;
 
 namespace {
 
-// The texts of a label, in which & would mark a mnemonic.
-std::string Literal(const std::string& text) {
-  std::string literal;
-  for (const char character : text) {
-    literal += character;
-    if (character == '&') literal += character;
-  }
-  return literal;
+// What a line of the dialog has room for.
+constexpr std::size_t kLineCharacters = 52;
+
+std::string LineOf(const std::string& text) {
+  return LiteralLabel(ShortenInMiddle(text, kLineCharacters));
 }
 
 INT_PTR CALLBACK AbortDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -42,8 +40,8 @@ HWND StartPrintStatus(HWND owner, const std::string& document, const std::string
                       PrintCanceled canceled) {
   const HWND dialog = StartDialog(ids::kTemplate, owner, AbortDlgProc, reinterpret_cast<LPARAM>(canceled));
   if (dialog == nullptr) return nullptr;
-  SetDlgItemTextA(dialog, ids::kDocument, Literal(document).c_str());
-  SetDlgItemTextA(dialog, ids::kPrinter, Literal(printer).c_str());
+  SetDlgItemTextA(dialog, ids::kDocument, LineOf(document).c_str());
+  SetDlgItemTextA(dialog, ids::kPrinter, LineOf(printer).c_str());
   return dialog;
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "resources/menu.h"
+#include "settings/label_text.h"
 #include "window/command_table.h"
 #include "window/main_window_state.h"
 
@@ -49,24 +50,6 @@ void UpdateItems(HMENU popup, const PullDown& pullDown) {
   }
 }
 
-// Byte offsets of the characters of UTF-8 text.
-std::vector<std::size_t> Characters(const std::string& text) {
-  std::vector<std::size_t> offsets;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80) offsets.push_back(i);
-  }
-  return offsets;
-}
-
-// `text` with dots for what it has too many of in its middle.
-std::string ShortenInMiddle(const std::string& text, std::size_t most) {
-  const std::vector<std::size_t> characters = Characters(text);
-  if (characters.size() <= most) return text;
-  const std::size_t head = most / 2;
-  const std::size_t tail = most - head - 3;
-  return text.substr(0, characters[head]) + "..." + text.substr(characters[characters.size() - tail]);
-}
-
 // Which of the pull-downs stands at a position of the bar, from which the profile may have taken some; -1 for
 // none of them.
 int MenuAt(HMENU bar, int position) {
@@ -87,10 +70,7 @@ std::string RecentItemText(const RecentFileList& recent, int number) {
   if (std::count_if(recent.RecentFiles, recent.RecentFiles + recent.RecentFileCount, sameName) > 1) {
     shown += " - " + std::string(path, static_cast<std::size_t>(BaseName(path) - path));
   }
-  std::string text = "&" + std::to_string(number) + " ";
-  for (const char c : ShortenInMiddle(shown, kRecentItemChars))
-    text += c == '&' ? std::string("&&") : std::string(1, c);
-  return text;
+  return "&" + std::to_string(number) + " " + LiteralLabel(ShortenInMiddle(shown, kRecentItemChars));
 }
 
 HMENU BuildMenuBar() {

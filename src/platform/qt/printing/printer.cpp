@@ -33,7 +33,7 @@ class Printer : public PageTarget {
         device_(std::move(device)),
         wishes_(WishesOf(mode)) {}
 
-  [[nodiscard]] int Begin(HDC dc, const char* title);
+  [[nodiscard]] int Begin(HDC dc, const char* name);
   [[nodiscard]] int BeginPage(HDC dc);
   [[nodiscard]] int FinishPage(HDC dc);
   [[nodiscard]] int Finish(HDC dc);
@@ -44,7 +44,7 @@ class Printer : public PageTarget {
  private:
   [[nodiscard]] bool GoesOn(HDC dc);
   [[nodiscard]] int CodeOf(FileError error) const;
-  [[nodiscard]] FileError BeginQueue(HDC dc, const char* title);
+  [[nodiscard]] FileError BeginQueue(HDC dc, const std::string& title);
 
   bool toFile_;
   std::string device_;
@@ -87,7 +87,7 @@ int Printer::CodeOf(FileError error) const {
   }
 }
 
-FileError Printer::BeginQueue(HDC dc, const char* title) {
+FileError Printer::BeginQueue(HDC dc, const std::string& title) {
   auto stream = std::make_unique<PrintJobStream>();
   stream->WhileWaiting([this, dc] { return GoesOn(dc); });
   const FileError error = stream->Begin(device_, title, wishes_);
@@ -99,10 +99,12 @@ FileError Printer::BeginQueue(HDC dc, const char* title) {
   return error;
 }
 
-int Printer::Begin(HDC dc, const char* title) {
+int Printer::Begin(HDC dc, const char* name) {
   assert(document_ == nullptr);
+  // What is no UTF-8 in the name of a document is shown as such.
+  const std::string title = QString::fromUtf8(name).toStdString();
   if (toFile_) {
-    const std::string path = AskForFile(title);
+    const std::string path = AskForFile(name);
     if (path.empty()) {
       return SP_USERABORT;
     }
