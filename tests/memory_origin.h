@@ -12,7 +12,7 @@ struct MemoryFile {
   std::string bytes;
   std::uint64_t number = 1;  // another one is another file
   std::int64_t changed = 0;
-  FileError failure = 0;  // of every call, unless 0
+  FileError failure = 0;     // of every call, unless 0
   std::int64_t missing = 0;  // bytes that it says to have behind these and does not give
   std::int64_t opens = 0, reads = 0, bytesRead = 0;
 };

@@ -196,10 +196,6 @@ void StopToolkit() {
 
 using namespace platform_qt;
 
-std::string ProgramLibraries() {
-  return std::string("Qt ") + qVersion();
-}
-
 int RunProgram(int argc, char** argv, ProgramEntry entry) {
   StoreCommandWords(argc > 1 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>());
   const int descriptor = BlockEndingSignals();

@@ -1,0 +1,9 @@
+#include "platform/printing/libraries.h"
+
+#include <QtGlobal>
+
+#include "platform/program.h"
+
+std::string ProgramLibraries() {
+  return std::string("Qt ") + qVersion() + ", " + platform_printing::PageLibrary();
+}
