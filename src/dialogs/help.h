@@ -4,6 +4,7 @@
 // Contexts: places in the book.
 inline constexpr int kHelpContents = 16;
 inline constexpr int kHelpKeyboard = 32;
+inline constexpr int kHelpFormatOptions = 96;
 inline constexpr int kHelpPageSetup = 112;  // and the shades
 inline constexpr int kHelpColors = 128;
 inline constexpr int kHelpFreezeColumns = 192;

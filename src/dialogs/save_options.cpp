@@ -1,6 +1,7 @@
 #include "dialogs/save_options.h"
 
 #include "dialogs/dialog.h"
+#include "dialogs/group_boxes.h"
 #include "dialogs/save_error.h"
 #include "resources/dialogs/save_options_dialog.h"
 
@@ -8,18 +9,8 @@ namespace {
 
 namespace ids = save_options_dialog;
 
-struct GroupBox {
-  int id;
-  std::int32_t groups;
-  UINT start;
-};
-constexpr GroupBox kGroupBoxes[] = {
-    {ids::kFormat, GROUP_FORMAT, BST_CHECKED},
-    {ids::kTitles, GROUP_TITLES, BST_CHECKED},
-    {ids::kColors, GROUP_COLORS | GROUP_SHADES, BST_CHECKED},
-    {ids::kPage, GROUP_PAGE, BST_INDETERMINATE},
-    {ids::kPrinter, GROUP_PRINTER, BST_INDETERMINATE},
-};
+// What concerns pages and printers stays as it is, unless the user says otherwise.
+constexpr std::int32_t kKeptAtFirst = GROUP_PAGE | GROUP_PRINTER;
 
 class SaveOptionsDialog : public Dialog {
  public:
@@ -29,7 +20,7 @@ class SaveOptionsDialog : public Dialog {
  protected:
   bool Start() override {
     for (const GroupBox& box : kGroupBoxes)
-      CheckDlgButton(Window(), box.id, box.start);
+      CheckDlgButton(Window(), box.id, (box.groups & kKeptAtFirst) != 0 ? BST_INDETERMINATE : BST_CHECKED);
     EnableSave();
     return true;
   }

@@ -17,6 +17,7 @@ enum class ControlKind : std::uint8_t {
   threeState,
   radio,  // those from one kGroupStart to the next exclude each other
   comboBox,
+  simpleCombo,  // an edit field with its list below it, always open
   dropDownList,
   listBox,     // of one choice
   ownerDrawn,  // a button that the program draws at WM_DRAWITEM

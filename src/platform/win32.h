@@ -150,6 +150,7 @@ struct TEXTMETRICA {
   BYTE tmPitchAndFamily;
   BYTE tmCharSet;
 };
+inline constexpr BYTE TMPF_FIXED_PITCH = 0x01;  // set where the pitch is not fixed
 struct ACCEL {
   BYTE fVirt;
   WORD key;
@@ -442,6 +443,8 @@ HFONT CreateFontIndirectA(const LOGFONTA* font);
 // HORZRES and VERTRES are the pixels that can be drawn on; LOGPIXELSX and LOGPIXELSY are alike.
 int GetDeviceCaps(HDC dc, int index);
 BOOL GetTextMetricsA(HDC dc, TEXTMETRICA* metrics);
+// The face that stands for the font's, cut to `size` - 1 bytes; the length copied, with the NUL.
+int GetTextFaceA(HDC dc, int size, LPSTR face);
 HCURSOR LoadCursorA(HINSTANCE instance, LPCSTR name);  // IDC_ARROW, IDC_WAIT
 HCURSOR SetCursor(HCURSOR cursor);
 // Relied on: 32 bits a pixel, one plane; `xorBits` are blue, green, red, alpha from the top row down, and
@@ -577,12 +580,16 @@ void DragFinish(HDROP drop);
 // --- Boxes, beeps, files ---------------------------------------------------------------------------------
 
 inline constexpr UINT MB_OK = 0x0000;
+inline constexpr UINT MB_OKCANCEL = 0x0001;
+inline constexpr UINT MB_DEFBUTTON2 = 0x0100;
 inline constexpr UINT MB_ICONHAND = 0x0010;
 inline constexpr UINT MB_ICONEXCLAMATION = 0x0030;
 inline constexpr UINT MB_ICONASTERISK = 0x0040;
 inline constexpr int IDOK = 1;
 inline constexpr int IDCANCEL = 2;
-int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT style);  // caption null: "Error"
+// The button pressed; IDCANCEL also for a box that is closed, where it has that button. Caption null:
+// "Error".
+int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT style);
 BOOL MessageBeep(UINT type);
 
 inline constexpr DWORD OFN_HIDEREADONLY = 0x00000004;
@@ -620,7 +627,7 @@ BOOL GetOpenFileNameA(OPENFILENAMEA* open);
 //
 // A profile file holds sections of keys. Sections and keys are found without regard to ASCII case and to
 // blanks around them; blanks around a value, and then one pair of like quotes around it, are not part of it.
-// Of names that stand twice the first counts. Section and key are never null in a read. A file that is
+// Of names that stand twice the first counts. A section is never null in a read. A file that is
 // missing, unreadable, no regular file, UTF-16 or longer than 1 MB reads as empty, and is never written over
 // unless it is missing. Text is bytes; a value is read up to a NUL. A name without a directory lies in the
 // user's settings folder (see SettingsPath), which is created by the first save.
@@ -630,7 +637,8 @@ BOOL GetOpenFileNameA(OPENFILENAMEA* open);
 UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, INT fallback, LPCSTR file);
 
 // The text of a key, cut to `size` - 1 bytes and ended by a NUL; the default (null: empty) when the key is
-// absent. Result: the length copied. A size of 0 copies nothing.
+// absent. A null key: the names of all keys of the section, each ended by a NUL, with one more NUL behind the
+// last. Result: the length copied, without the last NUL. A size of 0 copies nothing.
 DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer, DWORD size,
                                LPCSTR file);
 

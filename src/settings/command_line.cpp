@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr std::string_view kSetupPrefix = "Setup: ";
-
 constexpr bool IsLetter(char c) {
   return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
@@ -27,9 +25,11 @@ void Store(std::string_view text, char* field, std::size_t size) {
 }
 
 void TakeSetup(std::string_view name, CommandLineWords& line) {
-  std::string section(kSetupPrefix);
-  section += name.substr(0, name.find('/'));
-  Store(section, line.SetupSection, sizeof line.SetupSection);
+  name = name.substr(0, name.find('/'));
+  const std::string section = std::string(kSetupPrefix).append(name);
+  const bool fits = section.size() < kSetupSectionBytes;
+  line.RefusedSetup = fits ? std::string_view() : name;
+  Store(fits ? section : "", line.SetupSection, sizeof line.SetupSection);
 }
 
 constexpr bool EndsWord(char c) {

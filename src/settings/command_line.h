@@ -2,16 +2,19 @@
 // record out; what the letters mean is told in option_letters.h.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "platform/paths.h"
 
 inline constexpr std::size_t kSetupSectionBytes = 64;
+inline constexpr std::string_view kSetupPrefix = "Setup: ";
 
 struct CommandLineWords {
   // One slot for each letter A to Z: 0 when it was not given, else the letter in the case last typed.
   char OptionLetters[26] = {};
   char SetupSection[kSetupSectionBytes] = {};  // "Setup: " and the name; empty: no setup was named
+  std::string RefusedSetup;                    // the name of one that is longer than SetupSection holds
   char CommandFile[kPathBytes] = {};           // "*.*" after a command line without a file
 
   [[nodiscard]] char Letter(char upperCase) const { return OptionLetters[upperCase - 'A']; }

@@ -38,6 +38,16 @@ bool ProfileHolds(const char* profile, const char* section, const char* key) {
   return !ReadProfileText(profile, section, key, "", 1).empty();
 }
 
+bool ProfileHoldsSection(const char* profile, const char* section) {
+  char names[4];
+  return GetPrivateProfileStringA(section, nullptr, "", names, sizeof names, profile) > 0;
+}
+
+bool SameProfileName(std::string_view one, std::string_view other) {
+  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+  return std::ranges::equal(one, other, {}, lower, lower);
+}
+
 void WriteProfileInt(const char* profile, const char* section, const char* key, std::int64_t value) {
   WriteProfileText(profile, section, key, std::to_string(value));
 }

@@ -19,6 +19,9 @@
 // Whether there is such a key with a value that is not empty.
 [[nodiscard]] bool ProfileHolds(const char* profile, const char* section, const char* key);
 
+// Whether the section holds any key.
+[[nodiscard]] bool ProfileHoldsSection(const char* profile, const char* section);
+
 // At most `longest` bytes of the value; `absent` when there is no such key.
 [[nodiscard]] std::string ReadProfileText(const char* profile, const char* section, const char* key,
                                           const char* absent, std::size_t longest);
@@ -27,6 +30,9 @@
 void WriteProfileInt(const char* profile, const char* section, const char* key, std::int64_t value);
 void WriteProfileText(const char* profile, const char* section, const char* key, const std::string& value);
 void DeleteProfileKey(const char* profile, const char* section, const char* key);
+
+// Whether two names are one to the profile, which looks at no ASCII case.
+[[nodiscard]] bool SameProfileName(std::string_view one, std::string_view other);
 
 // The decimal number that `text` begins with, behind blanks and a sign, as far as 32 bits hold it; 0 when
 // there is none. `end`, if given, gets the offset behind the last digit, or 0 when there was no digit.

@@ -4,6 +4,7 @@
 #include "settings/colors.h"
 #include "settings/profile_values.h"
 #include "settings/title_group.h"
+#include "setups/setup_list.h"
 
 int LoadDefaults(Settings& settings) {
   LoadOptions("Quorl", GROUP_ALL & ~(GROUP_PAGE | GROUP_PRINTER | GROUP_COLORS | GROUP_SHADES), settings);
@@ -67,6 +68,26 @@ FileError SaveGroups(const SaveChoice& choice, const RECT* window, const TitleSe
     save(GROUP_PRINTER, [&] { return SavePrinter(profile, "Print Setup", settings); });
     save(GROUP_COLORS, [&] { return SaveWindowColors(profile, "Quorl Colors"); });
     save(GROUP_SHADES, [&] { return SavePrintShades(profile, "Quorl Colors"); });
+  });
+}
+
+FileError WriteSetup(const RECT* window, const char* section, const TitleSet& titles,
+                     const Settings& settings) {
+  const char* const profile = settings.ProfilePath;
+  return SaveProfile(profile, [&] {
+    WritePrivateProfileStringA(section, nullptr, nullptr, profile);
+    // A save within a save has no result of its own.
+    const auto save = [&settings](std::int32_t group, const auto& saveGroup) {
+      if ((settings.SaveWhat & group) != 0) static_cast<void>(saveGroup());
+    };
+    save(GROUP_FORMAT, [&] { return SaveFormat(profile, section, settings, window); });
+    save(GROUP_PAGE, [&] { return SavePageSetup(profile, section, settings); });
+    save(GROUP_PRINTER, [&] { return SavePrinter(profile, section, settings); });
+    save(GROUP_COLORS, [&] { return SaveWindowColors(profile, section); });
+    save(GROUP_SHADES, [&] { return SavePrintShades(profile, section); });
+    save(GROUP_TITLES, [&] { return SaveTitles(profile, section, &titles); });
+    WriteProfileInt(profile, section, "SaveOptions", settings.SaveWhat);
+    ListSetup(profile, SetupNameOf(section));
   });
 }
 

@@ -65,6 +65,12 @@ struct SaveChoice {
 [[nodiscard]] FileError SaveGroups(const SaveChoice& choice, const RECT* window, const TitleSet& titles,
                                    const Settings& settings);
 
+// Writes the setup of `section`, with the groups of SaveWhat and nothing else, and enters it in the list, in
+// one replacement of the profile. `window` is the present rectangle of the window. 0, or why nothing was
+// saved.
+[[nodiscard]] FileError WriteSetup(const RECT* window, const char* section, const TitleSet& titles,
+                                   const Settings& settings);
+
 // Saves the recent files and searches, as far as they are kept, in one replacement of the profile. One that
 // could not be written at start-up is left alone. 0, or why it failed.
 [[nodiscard]] FileError SaveRecentLists(const Settings& settings);

@@ -13,12 +13,15 @@
 #include "window/printing/page_setup.h"
 #include "window/printing/print_file.h"
 #include "window/printing/print_job.h"
-#include "window/save_options.h"
+#include "window/setups.h"
 #include "window/titles.h"
 
 LRESULT ExitCommand(UINT id);
 
 LRESULT AboutCommand(UINT id);
+
+// The Display Formatting dialog, then a new layout. The dialog's result.
+LRESULT OptionsCommand(UINT id);
 
 // The Color Selection dialog, then a repaint. The dialog's result.
 LRESULT ColorsCommand(UINT id);
@@ -30,9 +33,6 @@ LRESULT WrapCommand(UINT id);
 
 // Toggles "always on top", or sets it.
 LRESULT OnTopCommand(UINT id);
-
-// Loads the setup that SetupSection names, without a dialog.
-LRESULT ReloadSetupCommand(UINT id);
 
 // When items of the menu are live.
 [[nodiscard]] bool FileIsOpen();

@@ -4,6 +4,7 @@
 
 #include "dialogs/about.h"
 #include "dialogs/colors.h"
+#include "dialogs/format_options.h"
 #include "resources/menu.h"
 #include "setups/setups.h"
 #include "window/command_table.h"
@@ -88,6 +89,22 @@ LRESULT AboutCommand(UINT /*id*/) {
   return RunAbout(MainState.MainWindow, MainState.AppIcon);
 }
 
+LRESULT OptionsCommand(UINT /*id*/) {
+  MainWindowState& state = MainState;
+  const auto window = [] {
+    RECT rectangle{};
+    GetWindowRect(MainState.MainWindow, &rectangle);
+    return rectangle;
+  };
+  const INT_PTR result = RunFormatOptions(state.MainWindow, state, state, state.DiagMode != 0,
+                                          {window, ChooseViewFont, FontInUse});
+  state.FormatWidth = -1;
+  SendMessageA(state.MainWindow, WM_VIEW_FONT, 0, 0);
+  PostMessageA(state.MainWindow, WM_VIEW_LAYOUT, 0, 0);
+  RepaintWindow();
+  return result;
+}
+
 LRESULT ColorsCommand(UINT /*id*/) {
   const INT_PTR result = RunColorDialog(MainState.MainWindow);
   RepaintWindow();
@@ -117,17 +134,6 @@ LRESULT OnTopCommand(UINT id) {
   if (!SetWindowPos(MainState.MainWindow, after, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE)) {
     MessageBeep(MB_ICONEXCLAMATION);
   }
-  return 0;
-}
-
-LRESULT ReloadSetupCommand(UINT /*id*/) {
-  MainWindowState& state = MainState;
-  if (!TakeTitles(false)) return 0;
-  LoadSetup(state.SetupSection, &state.Titles, state);
-  UnlockTitles(state.Titles);
-  SendMessageA(state.MainWindow, WM_VIEW_FONT, 0, 0);
-  ReformatView();
-  RepaintWindow();
   return 0;
 }
 

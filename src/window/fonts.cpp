@@ -61,6 +61,26 @@ int ChooseViewFont(HWND owner) {
   return 1;
 }
 
+std::string FontInUse() {
+  const MainWindowState& state = MainState;
+  const HFONT font = CreateFontIndirectA(&state.ViewLogFont);
+  if (font == nullptr) return "the system's own, as no other can be made";
+  const HDC dc = GetDC(state.MainWindow);
+  const HGDIOBJ former = SelectObject(dc, font);
+  char face[256];
+  GetTextFaceA(dc, sizeof face, face);
+  TEXTMETRICA metrics{};
+  GetTextMetricsA(dc, &metrics);
+  SelectObject(dc, former);
+  ReleaseDC(state.MainWindow, dc);
+  DeleteObject(font);
+  std::string text = std::string(state.FontFace) + ", " + std::to_string(state.FontPoints) + " points";
+  // A face that was named by its beginning is found.
+  if (!std::string_view(face).starts_with(state.FontFace)) text += std::string(", shown in ") + face;
+  if ((metrics.tmPitchAndFamily & TMPF_FIXED_PITCH) != 0) text += " (of no fixed pitch)";
+  return text;
+}
+
 void FollowScale(int pixelsPerInch) {
   MainWindowState& state = MainState;
   if (pixelsPerInch == state.PixelsPerInch || state.ViewFont == nullptr) return;

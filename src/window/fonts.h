@@ -2,6 +2,8 @@
 // so that zooming never loses the size the user chose.
 #pragma once
 
+#include <string>
+
 #include "platform/win32.h"
 
 // Pixel height of a font of `points` on a screen of `pixelsPerInch`, as LOGFONTA wants it: below 0, without
@@ -21,6 +23,10 @@ void FollowScale(int pixelsPerInch);
 // Shows the font dialog. Result 1 if the user chose a font, which is then in ViewLogFont, FontFace and
 // FontPoints; else 0.
 int ChooseViewFont(HWND owner);
+
+// The font in use, in words: the face and size that were asked for and, where it is another one or has no
+// fixed pitch, the face that stands for it.
+[[nodiscard]] std::string FontInUse();
 
 // The commands of the font dialog and the zoom.
 LRESULT FontCommand(UINT id);

@@ -27,11 +27,17 @@ struct SearchedText {
     section.clear();
   }
   [[nodiscard]] std::optional<std::string_view> Find(std::string_view wanted, std::string_view key) {
-    if (section.empty() || section != wanted) {
-      section = wanted;
-      body = FindSectionInText(text, wanted);
-    }
+    Turn(wanted);
     return body == std::string::npos ? std::nullopt : FindKeyInText(text, body, key);
+  }
+  [[nodiscard]] std::string Keys(std::string_view wanted) {
+    Turn(wanted);
+    return body == std::string::npos ? "" : KeysInText(text, body);
+  }
+  void Turn(std::string_view wanted) {
+    if (!section.empty() && section == wanted) return;
+    section = wanted;
+    body = FindSectionInText(text, wanted);
   }
 };
 
@@ -100,6 +106,16 @@ std::optional<std::string_view> FindValue(LPCSTR section, LPCSTR key, LPCSTR fil
   return text->Find(section, key);
 }
 
+DWORD CopyKeys(LPCSTR section, LPSTR buffer, DWORD size, LPCSTR file) {
+  assert(section != nullptr && size >= 2);
+  SearchedText* const text = CurrentText(file);
+  const std::string keys = text == nullptr ? "" : text->Keys(section);
+  const std::size_t length = std::min<std::size_t>(keys.size(), size - 2);
+  std::memcpy(buffer, keys.data(), length);
+  buffer[length] = buffer[length + 1] = '\0';
+  return static_cast<DWORD>(length);
+}
+
 // A name or value that cannot stand in the file as it is would turn into other lines of it.
 bool FitsOneLine(std::string_view bytes) {
   return bytes.find('\n') == std::string_view::npos;
@@ -162,6 +178,7 @@ UINT GetPrivateProfileIntA(LPCSTR section, LPCSTR key, INT fallback, LPCSTR file
 DWORD GetPrivateProfileStringA(LPCSTR section, LPCSTR key, LPCSTR fallback, LPSTR buffer, DWORD size,
                                LPCSTR file) {
   if (buffer == nullptr || size == 0) return 0;
+  if (key == nullptr) return CopyKeys(section, buffer, size, file);
   const std::string_view otherwise = fallback != nullptr ? fallback : "";
   std::string_view value = FindValue(section, key, file).value_or(otherwise);
   value = value.substr(0, value.find('\0'));

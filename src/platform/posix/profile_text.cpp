@@ -155,6 +155,19 @@ std::optional<std::string_view> FindKeyInText(std::string_view text, std::size_t
   return std::nullopt;
 }
 
+std::string KeysInText(std::string_view text, std::size_t body) {
+  std::string names;
+  for (std::size_t at = body; at < text.size();) {
+    const Line line = LineAt(text, at);
+    if (IsHeader(Trim(line.bytes))) break;
+    std::string_view key;
+    std::string_view value;
+    if (SplitKeyLine(line.bytes, &key, &value)) (names += key) += '\0';
+    at = line.next;
+  }
+  return names;
+}
+
 bool SetKeyInText(std::string& text, std::string_view section, std::string_view key, std::string_view value) {
   section = Trim(section);
   key = Trim(key);

@@ -20,6 +20,9 @@
 [[nodiscard]] std::optional<std::string_view> FindKeyInText(std::string_view text, std::size_t body,
                                                             std::string_view key);
 
+// The names of the keys in that section, each with a NUL behind it.
+[[nodiscard]] std::string KeysInText(std::string_view text, std::size_t body);
+
 // The edits. Each gives true when the text has changed; writing what stands there already changes nothing.
 
 // Gives `key` the value; key and section come into being as needed: a key behind the last one of its

@@ -52,6 +52,10 @@ void LimitText(Control& control, int limit) {
 }
 
 LRESULT AddRow(Control& control, const char* text) {
+  if (control.list != nullptr) {
+    control.list->addItem(QString::fromUtf8(text));
+    return control.list->count() - 1;
+  }
   QComboBox& combo = *control.combo;
   const int row = control.row;
   const std::string typed = control.Text();
@@ -66,7 +70,29 @@ LRESULT AddRow(Control& control, const char* text) {
   return combo.count() - 1;
 }
 
+LRESULT ChosenRow(const QListWidget& list) {
+  const QModelIndexList chosen = list.selectionModel()->selectedRows();
+  return chosen.isEmpty() ? LB_ERR : chosen.front().row();
+}
+
+LRESULT ChooseRow(QListWidget& list, int row) {
+  list.clearSelection();
+  if (row < 0 || row >= list.count()) {
+    return LB_ERR;
+  }
+  list.setCurrentRow(row, QItemSelectionModel::ClearAndSelect);
+  return row;
+}
+
 LRESULT ChooseRow(Control& control, LPARAM row) {
+  if (control.list != nullptr) {
+    const QSignalBlocker quiet(control.list);
+    const LRESULT chosen = ChooseRow(*control.list, static_cast<int>(row));
+    const QListWidgetItem* const item = control.list->item(static_cast<int>(chosen));
+    control.SetText(item != nullptr ? item->text().toUtf8().constData() : "");
+    control.row = static_cast<int>(chosen);
+    return chosen;
+  }
   const bool exists = row >= 0 && row < control.combo->count();
   const int chosen = exists ? static_cast<int>(row) : -1;
   control.combo->setCurrentIndex(chosen);
@@ -115,20 +141,6 @@ LRESULT ComboMessage(Control& control, UINT message, WPARAM wParam, LPARAM lPara
     default:  // CB_SETCURSEL; the number is a 32-bit one
       return ChooseRow(control, static_cast<int>(wParam));
   }
-}
-
-LRESULT ChosenRow(const QListWidget& list) {
-  const QModelIndexList chosen = list.selectionModel()->selectedRows();
-  return chosen.isEmpty() ? LB_ERR : chosen.front().row();
-}
-
-LRESULT ChooseRow(QListWidget& list, int row) {
-  list.clearSelection();
-  if (row < 0 || row >= list.count()) {
-    return LB_ERR;
-  }
-  list.setCurrentRow(row, QItemSelectionModel::ClearAndSelect);
-  return row;
 }
 
 LRESULT DeleteRow(QListWidget& list, int row) {
@@ -193,7 +205,7 @@ LRESULT CALLBACK ControlProcedure(HWND window, UINT message, WPARAM wParam, LPAR
     case CB_ADDSTRING:
     case CB_GETCURSEL:
     case CB_SETCURSEL:
-      if (control.combo != nullptr) {
+      if (control.IsCombo()) {
         return ComboMessage(control, message, wParam, lParam);
       }
       break;
@@ -201,7 +213,7 @@ LRESULT CALLBACK ControlProcedure(HWND window, UINT message, WPARAM wParam, LPAR
     case LB_DELETESTRING:
     case LB_SETCURSEL:
     case LB_GETCURSEL:
-      if (control.list != nullptr) {
+      if (control.kind == ControlKind::listBox) {
         return ListMessage(*control.list, message, wParam, lParam);
       }
       break;

@@ -78,7 +78,9 @@ class ListCombo : public QComboBox {
 void TakeRow(Control& control, int row) {
   control.row = row;
   if (control.edit != nullptr) {
-    control.SetText(control.combo->itemText(row).toUtf8().constData());
+    const QString text =
+        control.list != nullptr ? control.list->item(row)->text() : control.combo->itemText(row);
+    control.SetText(text.toUtf8().constData());
     control.row = row;
     control.edit->selectAll();
   }
@@ -88,6 +90,11 @@ void TakeRow(Control& control, int row) {
 // The toolkit's list must not go on from a row that is no longer chosen, when the user turns to the arrow
 // keys. Taking its row away empties the field, so the text is put back.
 void DropToolkitRow(Control& control) {
+  if (control.list != nullptr) {
+    const QSignalBlocker blocked(control.list);
+    control.list->setCurrentRow(-1);
+    control.list->clearSelection();
+  }
   if (control.combo == nullptr || control.combo->currentIndex() < 0) return;
   const QString text = control.edit->text();
   const int cursor = control.edit->cursorPosition();
@@ -104,7 +111,7 @@ void TakeTyping(Control& control) {
   if (control.limit > 0) {
     control.edit->setMaxLength(std::max(control.limit, static_cast<int>(control.edit->text().size())));
   }
-  control.host.Notify(control.id, control.combo != nullptr ? CBN_EDITCHANGE : EN_CHANGE, &control);
+  control.host.Notify(control.id, control.IsCombo() ? CBN_EDITCHANGE : EN_CHANGE, &control);
 }
 
 void BuildLabel(Control& control, const ControlTemplate& description) {
@@ -163,6 +170,40 @@ class ListBox : public QListWidget {
     return flags.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : flags;
   }
 };
+
+// The arrow keys go through the list below it.
+class ListedEdit : public QLineEdit {
+ public:
+  ListedEdit(QWidget* parent, QListWidget& list) : QLineEdit(parent), list_(list) {}
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    const int key = event->key();
+    if (key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown) {
+      QCoreApplication::sendEvent(&list_, event);
+    } else {
+      QLineEdit::keyPressEvent(event);
+    }
+  }
+
+ private:
+  QListWidget& list_;
+};
+
+void BuildSimpleCombo(Control& control) {
+  auto* const list = new ListBox(control.host.Widget());
+  auto* const edit = new ListedEdit(control.host.Widget(), *list);
+  list->setFocusProxy(edit);
+  list->setTextElideMode(Qt::ElideNone);
+  QObject::connect(list, &QListWidget::itemSelectionChanged, list, [&control, list] {
+    if (!list->selectedItems().isEmpty()) {
+      TakeRow(control, list->row(list->selectedItems().front()));
+    }
+  });
+  control.list = list;
+  control.edit = edit;
+  control.widget = edit;
+}
 
 void BuildList(Control& control) {
   auto* const list = new ListBox(control.host.Widget());
@@ -231,6 +272,9 @@ void BuildWidget(Control& control, const ControlTemplate& description) {
     case ControlKind::comboBox:
     case ControlKind::dropDownList:
       BuildCombo(control);
+      break;
+    case ControlKind::simpleCombo:
+      BuildSimpleCombo(control);
       break;
     case ControlKind::listBox:
       BuildList(control);

@@ -43,6 +43,7 @@ struct Control : HWND__ {
   Control(const Control&) = delete;
   Control& operator=(const Control&) = delete;
 
+  [[nodiscard]] bool IsCombo() const { return combo != nullptr || kind == ControlKind::simpleCombo; }
   [[nodiscard]] std::string Text() const override;
   void SetText(const char* text) override;
   void SyncSize() override;
@@ -61,12 +62,12 @@ struct Control : HWND__ {
   QLabel* label = nullptr;
   QLineEdit* edit = nullptr;
   QComboBox* combo = nullptr;
-  QListWidget* list = nullptr;
+  QListWidget* list = nullptr;  // of a simple combo box the one below the field
   QAbstractButton* button = nullptr;
   QGroupBox* group = nullptr;
 
   int limit = 0;  // characters that the user can type; 0: no limit
-  int row = -1;   // chosen in a combo box; -1 when the text was edited since
+  int row = -1;   // chosen in a combo box of either kind; -1 when the text was edited since
   HICON icon = nullptr;
 
   std::map<LPARAM, std::unique_ptr<QEvent>> held;

@@ -66,6 +66,7 @@ double HeightNeeded(const Control& control, int width) {
     case ControlKind::threeState:
     case ControlKind::radio:
     case ControlKind::comboBox:
+    case ControlKind::simpleCombo:
     case ControlKind::dropDownList:
       return control.widget->sizeHint().height();
     default:
@@ -73,8 +74,9 @@ double HeightNeeded(const Control& control, int width) {
   }
 }
 
-bool IsClosedList(const Control& control) {
-  return control.combo != nullptr;
+// Whether the field of the control takes a row, and its list the rest of its place, or drops down.
+bool IsFieldWithList(const Control& control) {
+  return control.IsCombo();
 }
 
 Units FittingUnits(const std::deque<Control>& controls, const DialogTemplate& description,
@@ -88,7 +90,7 @@ Units FittingUnits(const std::deque<Control>& controls, const DialogTemplate& de
   double down = 1;
   for (std::size_t i = 0; i < controls.size(); ++i) {
     const ControlTemplate& place = description.controls[i];
-    const int units = IsClosedList(controls[i]) ? kClosedHeight : place.height;
+    const int units = IsFieldWithList(controls[i]) ? kClosedHeight : place.height;
     const auto width = static_cast<int>(place.width * wide.across);
     down = std::max(down, HeightNeeded(controls[i], width) / std::max(units * ordinary.down, 1.0));
   }
@@ -107,9 +109,13 @@ void LayOut(QWidget& dialog, const std::deque<Control>& controls, const DialogTe
     QRect area(QPoint(pixels(place.x * units.across), pixels(place.y * units.down)),
                QPoint(pixels((place.x + place.width) * units.across) - 1,
                       pixels((place.y + place.height) * units.down) - 1));
-    if (IsClosedList(control)) {
+    if (IsFieldWithList(control)) {
+      const int bottom = area.bottom();
       area.setHeight(std::max(control.widget->sizeHint().height(),
                               pixels(std::min<int>(place.height, kClosedHeight) * units.down)));
+      if (control.list != nullptr) {
+        control.list->setGeometry(QRect(area.bottomLeft() + QPoint(0, 1), QPoint(area.right(), bottom)));
+      }
     }
     control.widget->setGeometry(area);
   }

@@ -30,16 +30,18 @@ QMessageBox::Icon IconOf(UINT style) {
 }  // namespace
 
 int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT style) {
-  ReportUnknownBits("MessageBoxA", style, kIconBits);
+  ReportUnknownBits("MessageBoxA", style, kIconBits | MB_OKCANCEL | MB_DEFBUTTON2);
   QMessageBox box(ParentFor(owner));
   box.setIcon(IconOf(style));
   box.setWindowTitle(QString::fromUtf8(caption != nullptr ? caption : "Error"));
   box.setTextFormat(Qt::PlainText);
   box.setText(QString::fromUtf8(text));
-  box.setStandardButtons(QMessageBox::Ok);
+  const bool canCancel = (style & MB_OKCANCEL) != 0;
+  box.setStandardButtons(canCancel ? QMessageBox::Ok | QMessageBox::Cancel : QMessageBox::Ok);
+  box.setDefaultButton((style & MB_DEFBUTTON2) != 0 ? QMessageBox::Cancel : QMessageBox::Ok);
   RunModal(box, owner);
   // A box of one button answers with it, however it was closed.
-  return IDOK;
+  return canCancel && box.clickedButton() != box.button(QMessageBox::Ok) ? IDCANCEL : IDOK;
 }
 
 BOOL MessageBeep(UINT type) {

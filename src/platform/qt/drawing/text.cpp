@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cassert>
+#include <cstdio>
 #include <cstring>
 #include <string_view>
 
@@ -257,6 +258,13 @@ int GetDeviceCaps(HDC dc, int index) {
   }
 }
 
+int GetTextFaceA(HDC dc, int size, LPSTR face) {
+  const QByteArray name = dc->font->face.familyName().toUtf8();
+  return std::snprintf(face, static_cast<std::size_t>(size), "%s", name.constData()) < size
+             ? static_cast<int>(name.size()) + 1
+             : size;
+}
+
 BOOL GetTextMetricsA(HDC dc, TEXTMETRICA* metrics) {
   const HFONT__& font = *dc->font;
   const FontExtent extent = ExtentOn(dc);
@@ -278,7 +286,6 @@ BOOL GetTextMetricsA(HDC dc, TEXTMETRICA* metrics) {
   metrics->tmItalic = font.description.italic() ? 1 : 0;
   metrics->tmUnderlined = font.description.underline() ? 1 : 0;
   metrics->tmStruckOut = font.description.strikeOut() ? 1 : 0;
-  // The bit says the opposite of its name.
-  metrics->tmPitchAndFamily = extent.fixedPitch ? 0 : 1;
+  metrics->tmPitchAndFamily = extent.fixedPitch ? 0 : TMPF_FIXED_PITCH;
   return TRUE;
 }

@@ -181,7 +181,8 @@ ControlState StateOfControl(HWND dialog, int id) {
     state.selected = control.edit->selectedText().toStdString();
   }
   if (control.list != nullptr) {
-    state.row = static_cast<int>(SendDlgItemMessageA(dialog, id, LB_GETCURSEL, 0, 0));
+    const bool combo = control.kind == ControlKind::simpleCombo;
+    state.row = combo ? control.row : static_cast<int>(SendDlgItemMessageA(dialog, id, LB_GETCURSEL, 0, 0));
     for (int row = 0; row < control.list->count(); ++row) {
       state.rows.push_back(control.list->item(row)->text().toStdString());
     }
