@@ -23,10 +23,7 @@ INT_PTR CALLBACK Dialog::Procedure(HWND window, UINT message, WPARAM wParam, LPA
     auto* const dialog = reinterpret_cast<Dialog*>(lParam);
     SetWindowLongPtrA(window, DWLP_USER, lParam);
     dialog->window_ = window;
-    const bool focusFirst = dialog->Start();
-    if (!kHelpIsThere && dialog->help_.button != 0)
-      EnableWindow(dialog->Control(dialog->help_.button), FALSE);
-    return focusFirst ? TRUE : FALSE;
+    return dialog->Start() ? TRUE : FALSE;
   }
   auto* const dialog = reinterpret_cast<Dialog*>(GetWindowLongPtrA(window, DWLP_USER));
   return dialog != nullptr && dialog->Route(message, wParam, lParam) ? TRUE : FALSE;

@@ -10,8 +10,11 @@ inline constexpr int kHelpColors = 128;
 inline constexpr int kHelpFreezeColumns = 192;
 inline constexpr int kHelpSaveOptions = 224;
 
-// Whether there is a help book. Without one, all that would open it is gray.
-inline constexpr bool kHelpIsThere = false;
-
 // Opens the help book at a place; a beep when it cannot be opened.
 void ShowHelp(int context);
+
+// Opens it at the page that tells how to use it.
+void ShowHelpOnHelp();
+
+// Puts it away.
+void CloseHelp();

@@ -592,6 +592,14 @@ inline constexpr int IDCANCEL = 2;
 int MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT style);
 BOOL MessageBeep(UINT type);
 
+// The help book, in a window of its own, opened at the page of a number (HELP_CONTEXT) or at the one that
+// tells how to use it; 0 when there is no such page or no book. HELP_QUIT puts it away. Differs: `file` names
+// a book of this system's kind by its name, in whatever ending and case.
+inline constexpr UINT HELP_CONTEXT = 0x0001;
+inline constexpr UINT HELP_QUIT = 0x0002;
+inline constexpr UINT HELP_HELPONHELP = 0x0004;
+BOOL WinHelpA(HWND owner, LPCSTR file, UINT command, ULONG_PTR data);
+
 inline constexpr DWORD OFN_HIDEREADONLY = 0x00000004;
 struct OPENFILENAMEA {
   DWORD lStructSize;

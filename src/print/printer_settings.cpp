@@ -102,6 +102,17 @@ std::string DeviceName(const ChosenPrinter& printer) {
   return device.empty() || isItsBeginning ? whole : device;
 }
 
+std::vector<PrinterKey> PrinterKeys() {
+  std::vector<PrinterKey> keys;
+  for (const ModeNumber& number : kModeNumbers)
+    keys.push_back({number.key, false});
+  for (const char* key : {kSpecVersionKey, kDriverVersionKey})
+    keys.push_back({key, false});
+  for (const char* key : {kDeviceKey, kDriverKey, kOutputKey})
+    keys.push_back({key, true});
+  return keys;
+}
+
 FileError SavePrinter(const char* profile, const char* section, const ChosenPrinter& printer) {
   return SaveProfile(profile, [&] {
     if (printer.PrinterMode) WriteMode(profile, section, printer);

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/file.h"
 #include "platform/win32.h"
@@ -40,6 +41,13 @@ struct ChosenPrinter {
 // The whole name of the printer, UTF-8. dmDeviceName holds 31 bytes of it at most; where that is the
 // beginning of the device name of PrinterNames, this is what counts.
 [[nodiscard]] std::string DeviceName(const ChosenPrinter& printer);
+
+// The profile keys of the group.
+struct PrinterKey {
+  const char* key;
+  bool isText;
+};
+[[nodiscard]] std::vector<PrinterKey> PrinterKeys();
 
 // Writes what there is of the printer. The key of a field whose bit in dmFields is clear is deleted. 0, or
 // why it failed; without a printer nothing is written, which is no failure.

@@ -5,6 +5,29 @@
 #include "settings/command_line.h"
 #include "settings/format_options.h"
 
+// What the letters mean, as people are told: the list of options in the help book, the manual page and README
+// is made from it.
+struct OptionLetterText {
+  const char* letters;
+  const char* meaning;
+};
+inline constexpr OptionLetterText kOptionLetterTexts[] = {
+    {"T, H, R",
+     "begin in the format Text, Hex Dump, Raw Text, with its stored options, which further letters change"},
+    {"A, C", "the bytes are of the OEM code page (ASCII), or are EBCDIC"},
+    {"W, w", "wrap long lines, do not wrap"},
+    {"E, e", "turn tabs into blanks, show each as a mark"},
+    {"L, l", "lines of a fixed length, lines of the window's width"},
+    {"B, b", "behind the text the background color, the text's own color"},
+    {"X, N", "begin maximized, minimized (until a file is opened)"},
+    {"M", "stay above other windows"},
+    {"Y", "Esc leaves the program"},
+    {"VNAME, vNAME", "alone in its word: the setup of that name, without, with the default options"},
+    {"S, s", "keep recent files and searches, keep none"},
+    {"D", "take commands from other programs (to come)"},
+    {"O, o", "nothing at present"},
+};
+
 // Applies the letters in a fixed order, whatever the order typed, so that R wins over H and H over T. A
 // format comes with its stored word, and the other letters change that of the format in use alone. The
 // letters D, M, N, V and X take effect elsewhere.

@@ -13,12 +13,16 @@
 #include "window/printing/page_setup.h"
 #include "window/printing/print_file.h"
 #include "window/printing/print_job.h"
+#include "window/service.h"
 #include "window/setups.h"
 #include "window/titles.h"
 
 LRESULT ExitCommand(UINT id);
 
 LRESULT AboutCommand(UINT id);
+
+// The help book at its contents, its page of keys, or the page that tells how to use it.
+LRESULT HelpCommand(UINT id);
 
 // The Display Formatting dialog, then a new layout. The dialog's result.
 LRESULT OptionsCommand(UINT id);

@@ -1,7 +1,6 @@
 // What belongs to each command number: its textual name, label and keys, whether it needs an open file, when
 // its menu item is live and when it is ticked, and the routine that does its work. The one table that menu,
-// accelerators, graying and dispatch read. A command without a routine is not built yet: it is gray in the
-// menu and does nothing.
+// accelerators, graying and dispatch read.
 #pragma once
 
 #include <algorithm>
@@ -61,7 +60,7 @@ inline constexpr Command kRows[] = {
     {IDM_PRINT_SETUP, "print-setup", "P&rint Setup...", {}, Needs::nothing, nullptr, nullptr, PrintSetupCommand},
     {IDM_PAGE_SETUP, "page-setup", "Page Se&tup...", {}, Needs::nothing, nullptr, nullptr, PageSetupCommand},
     {IDM_PRINT_PAGE, "print-page", "Print Pa&ge", {Ctrl('P')}, Needs::file, FileIsOpen, nullptr, PrintCommand},
-    {IDM_IGNORE_DDE, "ignore-dde", "Ignore &DDE", {}, Needs::nothing, nullptr, IgnoresDde, nullptr},
+    {IDM_IGNORE_DDE, "ignore-dde", "Ignore &DDE", {}, Needs::nothing, nullptr, IgnoresDde, IgnoreDdeCommand},
     {IDM_EXIT, "exit", "E&xit", {}, Needs::nothing, nullptr, nullptr, ExitCommand},
     {IDM_PRINT_FILE, "print-file", nullptr, {}, Needs::file, nullptr, nullptr, PrintCommand},
     {IDM_PRINT_TAGS, "print-tags", "Print T&ags...", {}, Needs::file, TagsAreSet, nullptr, PrintCommand},
@@ -76,9 +75,9 @@ inline constexpr Command kRows[] = {
     {IDM_CLEAR_TITLE, "clear-title", "&Clear Title", {}, Needs::file, FileIsOpen, nullptr, ClearTitleCommand},
     {IDM_FREEZE_COLUMNS, "freeze-columns", "Fre&eze Columns...", {}, Needs::nothing, FileIsOpen, nullptr, FreezeColumnsCommand},
     {IDM_CLEAR_COLUMNS, "clear-columns", "Cle&ar Columns", {}, Needs::nothing, FileIsOpen, nullptr, ClearColumnsCommand},
-    {IDM_HELP_CONTENTS, "help-contents", "&Contents", {Key(FCONTROL, VK_F1)}, Needs::nothing, nullptr, nullptr, nullptr},
-    {IDM_HELP_KEYBOARD, "help-keyboard", "&Keyboard", {Key(0, VK_F1)}, Needs::nothing, nullptr, nullptr, nullptr},
-    {IDM_HELP_ON_HELP, "help-on-help", "&Help on help", {}, Needs::nothing, nullptr, nullptr, nullptr},
+    {IDM_HELP_CONTENTS, "help-contents", "&Contents", {Key(FCONTROL, VK_F1)}, Needs::nothing, nullptr, nullptr, HelpCommand},
+    {IDM_HELP_KEYBOARD, "help-keyboard", "&Keyboard", {Key(0, VK_F1)}, Needs::nothing, nullptr, nullptr, HelpCommand},
+    {IDM_HELP_ON_HELP, "help-on-help", "&Help on help", {}, Needs::nothing, nullptr, nullptr, HelpCommand},
     {IDM_ABOUT, "about", "&About...", {}, Needs::nothing, nullptr, nullptr, AboutCommand},
     {IDM_FIND_TEXT, "find-text", "&Find Text...", {Key(FSHIFT, VK_F3)}, Needs::file, FileIsOpen, nullptr, FindDialogCommand},
     {IDM_FIND_HEX, "find-hex", "Find &Hex...", {Key(FCONTROL, VK_F3)}, Needs::file, FileIsOpen, nullptr, FindDialogCommand},

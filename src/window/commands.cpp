@@ -5,6 +5,7 @@
 #include "dialogs/about.h"
 #include "dialogs/colors.h"
 #include "dialogs/format_options.h"
+#include "dialogs/help.h"
 #include "resources/menu.h"
 #include "setups/setups.h"
 #include "window/command_table.h"
@@ -16,13 +17,14 @@
 
 namespace {
 
-constexpr bool IdsAreUnique() {
+constexpr bool RowsAreSound() {
   for (const Command& command : kCommands) {
+    if (command.handler == nullptr) return false;
     if (std::ranges::count(kCommands, command.id, &Command::id) != 1) return false;
   }
   return true;
 }
-static_assert(IdsAreUnique());
+static_assert(RowsAreSound());
 
 // No key stands for two commands, and names are unique.
 constexpr bool KeysAndNamesAreUnique() {
@@ -68,7 +70,7 @@ static_assert(MenuIsSound());
 
 LRESULT RunCommand(UINT id) {
   const Command* command = FindCommand(id);
-  if (command == nullptr || command->handler == nullptr) return 0;
+  if (command == nullptr) return 0;
   if (command->needs == Needs::file && !FileIsOpen()) return 0;
   const LRESULT result = command->handler(id);
   // A dialog may have ended by Esc.
@@ -87,6 +89,15 @@ LRESULT ExitCommand(UINT /*id*/) {
 
 LRESULT AboutCommand(UINT /*id*/) {
   return RunAbout(MainState.MainWindow, MainState.AppIcon);
+}
+
+LRESULT HelpCommand(UINT id) {
+  if (id == IDM_HELP_ON_HELP) {
+    ShowHelpOnHelp();
+  } else {
+    ShowHelp(id == IDM_HELP_CONTENTS ? kHelpContents : kHelpKeyboard);
+  }
+  return 0;
 }
 
 LRESULT OptionsCommand(UINT /*id*/) {

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <new>
 
+#include "dialogs/help.h"
 #include "marks/tag_list.h"
 #include "resources/command_ids.h"
 #include "settings/option_letters.h"
@@ -84,6 +85,7 @@ LRESULT DestroyView() {
   MainWindowState& state = MainState;
   RunPageIndex(PG_END);
   SaveAtEnd();
+  CloseHelp();
   FreeView();
   if (state.FontIsStock == 0 && state.ViewFont != nullptr) DeleteObject(state.ViewFont);
   state.ViewFont = nullptr;

@@ -13,7 +13,7 @@
 namespace {
 
 bool Works(const Command& command) {
-  return command.handler != nullptr && (command.isLive == nullptr || command.isLive());
+  return command.isLive == nullptr || command.isLive();
 }
 
 void AppendItem(HMENU popup, UINT id) {
@@ -25,7 +25,7 @@ void AppendItem(HMENU popup, UINT id) {
   assert(command != nullptr && command->label != nullptr);
   std::string text = command->label;
   if (const std::string key = command->KeyText(); !key.empty()) text += '\t' + key;
-  AppendMenuA(popup, MF_STRING | (command->handler == nullptr ? MF_GRAYED : MF_ENABLED), id, text.c_str());
+  AppendMenuA(popup, MF_STRING | MF_ENABLED, id, text.c_str());
 }
 
 // The recent files stand behind the items of the File menu.

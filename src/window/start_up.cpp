@@ -16,6 +16,7 @@
 #include "window/main_window_state.h"
 #include "window/menu.h"
 #include "window/private_messages.h"
+#include "window/service.h"
 #include "window/watch.h"
 
 namespace {
@@ -92,17 +93,6 @@ bool RegisterMainClass() {
   windowClass.hbrBackground = reinterpret_cast<HBRUSH>(static_cast<ULONG_PTR>(COLOR_BACKGROUND + 1));
   windowClass.lpszClassName = kClassName;
   return RegisterClassA(&windowClass) != 0;
-}
-
-void StartService() {
-  MainWindowState& state = MainState;
-  if (DdeStart(state.AppInstance, state.MainWindow) != 0) {
-    state.DdeState = kDdeServing;
-    return;
-  }
-  MessageBeep(MB_ICONEXCLAMATION);
-  MessageBoxA(state.MainWindow, "DDE Initialize failed.\nServer functions disabled.", kProgramName,
-              MB_ICONEXCLAMATION);
 }
 
 int ShowState(int show) {
