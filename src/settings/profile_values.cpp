@@ -38,9 +38,21 @@ bool ProfileHolds(const char* profile, const char* section, const char* key) {
   return !ReadProfileText(profile, section, key, "", 1).empty();
 }
 
-bool ProfileHoldsSection(const char* profile, const char* section) {
-  char names[4];
-  return GetPrivateProfileStringA(section, nullptr, "", names, sizeof names, profile) > 0;
+std::vector<std::string> ProfileKeyNames(const char* profile, const char* section) {
+  std::string text(4096, '\0');
+  for (;;) {
+    const auto size = static_cast<DWORD>(text.size());
+    const DWORD length = GetPrivateProfileStringA(section, nullptr, "", text.data(), size, profile);
+    if (length + 2 < size) {
+      text.resize(length);
+      break;
+    }
+    text.resize(text.size() * 4);
+  }
+  std::vector<std::string> names;
+  for (std::size_t at = 0; at < text.size(); at += names.back().size() + 1)
+    names.emplace_back(text.c_str() + at);
+  return names;
 }
 
 bool SameProfileName(std::string_view one, std::string_view other) {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 // Signed decimal; `absent` when there is no such key.
 [[nodiscard]] std::int32_t ReadProfileInt(const char* profile, const char* section, const char* key,
@@ -19,8 +20,8 @@
 // Whether there is such a key with a value that is not empty.
 [[nodiscard]] bool ProfileHolds(const char* profile, const char* section, const char* key);
 
-// Whether the section holds any key.
-[[nodiscard]] bool ProfileHoldsSection(const char* profile, const char* section);
+// The names of a section's keys, in its order.
+[[nodiscard]] std::vector<std::string> ProfileKeyNames(const char* profile, const char* section);
 
 // At most `longest` bytes of the value; `absent` when there is no such key.
 [[nodiscard]] std::string ReadProfileText(const char* profile, const char* section, const char* key,

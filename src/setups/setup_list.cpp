@@ -38,7 +38,7 @@ std::string_view SetupNameOf(std::string_view section) {
 }
 
 bool SetupExists(const char* profile, const char* section) {
-  return ProfileHoldsSection(profile, section);
+  return !ProfileKeyNames(profile, section).empty();
 }
 
 std::vector<std::string> SetupNames(const char* profile) {

@@ -75,7 +75,11 @@ FileError WriteSetup(const RECT* window, const char* section, const TitleSet& ti
                      const Settings& settings) {
   const char* const profile = settings.ProfilePath;
   return SaveProfile(profile, [&] {
-    WritePrivateProfileStringA(section, nullptr, nullptr, profile);
+    // What is saved again keeps its place, and comments of a hand with it; all else goes.
+    constexpr const char* kStale = "\x01";
+    const std::vector<std::string> former = ProfileKeyNames(profile, section);
+    for (const std::string& key : former)
+      WriteProfileText(profile, section, key.c_str(), kStale);
     // A save within a save has no result of its own.
     const auto save = [&settings](std::int32_t group, const auto& saveGroup) {
       if ((settings.SaveWhat & group) != 0) static_cast<void>(saveGroup());
@@ -87,6 +91,10 @@ FileError WriteSetup(const RECT* window, const char* section, const TitleSet& ti
     save(GROUP_SHADES, [&] { return SavePrintShades(profile, section); });
     save(GROUP_TITLES, [&] { return SaveTitles(profile, section, &titles); });
     WriteProfileInt(profile, section, "SaveOptions", settings.SaveWhat);
+    for (const std::string& key : former) {
+      if (ReadProfileText(profile, section, key.c_str(), "", 2) == kStale)
+        DeleteProfileKey(profile, section, key.c_str());
+    }
     ListSetup(profile, SetupNameOf(section));
   });
 }

@@ -31,7 +31,8 @@ TEST(CommandLine, TextIsSplitIntoWords) {
                         {"-Vmy/set other.txt", "V", "Setup: my", "other.txt"},
                         {"-vone -vtwo", "v", "Setup: two", "*.*"},
                         {"-V", "V", "Setup: ", "*.*"},
-                        {"-v" + std::string(80, 'n'), "v", "Setup: " + std::string(56, 'n'), "*.*"},
+                        {"-v" + std::string(56, 'n'), "v", "Setup: " + std::string(56, 'n'), "*.*"},
+                        {"-v" + std::string(57, 'n'), "v", "", "*.*"},
                         {"a\tb", "", "", "a"},
                         {"\x01\x02-h\x03", "h", "", "*.*"},
                         {std::string("-h\0-x", 5), "hx", "", "*.*"}};
@@ -42,6 +43,7 @@ TEST(CommandLine, TextIsSplitIntoWords) {
     EXPECT_EQ(Letters(*line), c.letters) << c.text;
     EXPECT_STREQ(line->SetupSection, c.setup.c_str()) << c.text;
     EXPECT_STREQ(line->CommandFile, c.file.c_str()) << c.text;
+    EXPECT_EQ(line->RefusedSetup.empty(), c.text.size() != 59) << c.text;
   }
 }
 

@@ -43,7 +43,6 @@ TEST(PageSetupDialog, TakesBoxesAndMarginsOnOk) {
                         EXPECT_EQ(StateOfControl(dialog, page::kEjectOnFormFeeds).checked, BST_UNCHECKED);
                         EXPECT_EQ(StateOfControl(dialog, page::kShadeSelection).checked, BST_UNCHECKED);
                         EXPECT_TRUE(StateOfControl(dialog, page::kSave).enabled);
-                        EXPECT_FALSE(StateOfControl(dialog, page::kHelp).enabled);
                       },
                       Click(page::kFullPath), Click(page::kEjectOnFormFeeds), Fill(page::kTop, "1.239"),
                       Fill(page::kBottom, "3"), Click(end)});

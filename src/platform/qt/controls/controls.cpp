@@ -158,12 +158,20 @@ void BuildCombo(Control& control) {
   QObject::connect(combo, &QComboBox::activated, combo, [&control](int row) { TakeRow(control, row); });
 }
 
-// One row is chosen until another one is.
+// One row is chosen until another one is; where none is, the arrow keys begin with the first.
 class ListBox : public QListWidget {
  public:
   using QListWidget::QListWidget;
 
  protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool arrow = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+    if (arrow && selectedItems().isEmpty() && count() > 0) {
+      setCurrentRow(0, QItemSelectionModel::ClearAndSelect);
+    } else {
+      QListWidget::keyPressEvent(event);
+    }
+  }
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                        const QEvent* event) const override {
     const QItemSelectionModel::SelectionFlags flags = QListWidget::selectionCommand(index, event);

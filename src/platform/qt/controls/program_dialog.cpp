@@ -333,6 +333,9 @@ void ProgramDialog::FocusBehind(const Control& label) {
   const Control* const control = ControlBehind(label);
   if (control != nullptr && control->widget->isEnabled()) {
     control->widget->setFocus(Qt::ShortcutFocusReason);
+    if (control->edit != nullptr) {
+      control->edit->selectAll();  // also where it had the focus already
+    }
   }
 }
 

@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QSplitter>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTextBrowser>
 #include <QToolBar>
@@ -86,10 +87,9 @@ void HelpWindow::Build() {
           [this](const QList<QHelpLink>& links) { browser_->setSource(links.front().url); });
   side->addTab(index, QStringLiteral("&Index"));
   AddSearch(*side);
-  connect(side, &QTabWidget::currentChanged, side, [this, side, word] {
-    QWidget* const fields[] = {engine_->contentWidget(), word, engine_->searchEngine()->queryWidget()};
-    fields[side->currentIndex()]->setFocus();
-  });
+  fields_ = {engine_->contentWidget(), word, engine_->searchEngine()->queryWidget()};
+  side_ = side;
+  side->tabBar()->installEventFilter(this);
 
   auto* const halves = new QSplitter;
   halves->addWidget(side);
@@ -146,6 +146,19 @@ void HelpWindow::AddActions() {
   forward->setEnabled(false);
   connect(browser_, &QTextBrowser::backwardAvailable, back, &QAction::setEnabled);
   connect(browser_, &QTextBrowser::forwardAvailable, forward, &QAction::setEnabled);
+}
+
+// The key of a tab leads to the tab's field, also where the tab is in front already.
+bool HelpWindow::eventFilter(QObject* object, QEvent* event) {
+  if (event->type() == QEvent::Shortcut || event->type() == QEvent::MouseButtonRelease) {
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+          fields_[static_cast<std::size_t>(side_->currentIndex())]->setFocus(Qt::ShortcutFocusReason);
+        },
+        Qt::QueuedConnection);
+  }
+  return QMainWindow::eventFilter(object, event);
 }
 
 bool HelpWindow::ShowPage(const QString& id) {

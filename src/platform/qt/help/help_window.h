@@ -6,6 +6,7 @@
 #include <QString>
 #include <QTemporaryDir>
 #include <QUrl>
+#include <array>
 #include <memory>
 
 class QHelpEngine;
@@ -27,6 +28,9 @@ class HelpWindow : public QMainWindow {
   // The page that is shown.
   [[nodiscard]] QUrl Page() const;
 
+ protected:
+  bool eventFilter(QObject* object, QEvent* event) override;
+
  private:
   HelpWindow() = default;
   void Build();
@@ -36,6 +40,8 @@ class HelpWindow : public QMainWindow {
   QTemporaryDir folder_;  // the toolkit keeps what it makes of the book in files
   std::unique_ptr<QHelpEngine> engine_;
   QTextBrowser* browser_ = nullptr;
+  QTabWidget* side_ = nullptr;
+  std::array<QWidget*, 3> fields_{};  // in which what is looked for is typed or chosen, one for each tab
 };
 
 }  // namespace platform_qt
