@@ -33,6 +33,8 @@ bool Dialog::Route(UINT message, WPARAM wParam, LPARAM lParam) {
   if (Handle(message, wParam, lParam)) return true;
   if (message == WM_CLOSE) {
     PostMessageA(window_, WM_COMMAND, IDCANCEL, 0);
+  } else if (message == WM_HELP) {
+    ShowHelp(help_.context);
   } else if (message == WM_COMMAND) {
     Command(LOWORD(wParam), HIWORD(wParam));
   } else {

@@ -7,10 +7,10 @@
 #include "dialogs/help.h"
 #include "platform/dialog.h"
 
-// The button of a dialog that opens the help book, and where; none: 0.
+// The button of a dialog that opens the help book (none: 0), and where. F1 does the same without a button.
 struct HelpButton {
   int button = 0;
-  int context = 0;
+  int context = kHelpContents;
 };
 
 class Dialog {

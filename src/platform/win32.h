@@ -186,6 +186,7 @@ inline constexpr UINT WM_ERASEBKGND = 0x0014;
 inline constexpr UINT WM_SYSCOLORCHANGE = 0x0015;  // to top-level windows: GetSysColor gives others now
 inline constexpr UINT WM_DRAWITEM = 0x002B;
 inline constexpr UINT WM_SETFONT = 0x0030;
+inline constexpr UINT WM_HELP = 0x0053;  // to a dialog: F1 was pressed. Differs: without a record
 inline constexpr UINT WM_KEYDOWN = 0x0100;
 inline constexpr UINT WM_CHAR = 0x0102;  // control characters only: what accelerators of the ASCII kind need
 inline constexpr UINT WM_INITDIALOG = 0x0110;

@@ -199,6 +199,10 @@ def help_book(bench):
                                 (["alt+m", "e"], "Freeze Columns", "Freeze Columns"),
                                 (["alt+f", "t"], "Page Setup", "Page Setup and Print Shade Selection")):
         settings.open(dialog, *keys)
+        press(viewer, "F1")
+        expect_page(title)
+        press(viewer, "Escape")
+        settings.wait_title(dialog)
         press(viewer, "alt+h")
         expect_page(title)
         press(viewer, "alt+i")

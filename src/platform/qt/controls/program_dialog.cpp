@@ -279,6 +279,9 @@ bool ProgramDialog::TakeKey(const QKeyEvent& event) {
     case Qt::Key_Escape:
       PressEscape();
       return true;
+    case Qt::Key_F1:
+      AppendInput(&window_, WM_HELP, 0, 0, 0);
+      return true;
     default:
       return false;
   }
