@@ -74,9 +74,10 @@ std::string FontInUse() {
   SelectObject(dc, former);
   ReleaseDC(state.MainWindow, dc);
   DeleteObject(font);
-  std::string text = std::string(state.FontFace) + ", " + std::to_string(state.FontPoints) + " points";
+  const std::string_view asked = state.FontFace;
+  std::string text = (asked.empty() ? "no face" : std::string(asked)) + ", " + std::to_string(state.FontPoints) + " points";
   // A face that was named by its beginning is found.
-  if (!std::string_view(face).starts_with(state.FontFace)) text += std::string(", shown in ") + face;
+  if (asked.empty() || !std::string_view(face).starts_with(asked)) text += std::string(", shown in ") + face;
   if ((metrics.tmPitchAndFamily & TMPF_FIXED_PITCH) != 0) text += " (of no fixed pitch)";
   return text;
 }

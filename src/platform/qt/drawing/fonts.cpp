@@ -31,6 +31,9 @@ bool IsControl(char16_t character) {
 // A face name that was cut to the field, between two characters, finds the family it began.
 QString FamilyOf(const LOGFONTA& font) {
   const std::size_t length = strnlen(font.lfFaceName, LF_FACESIZE);
+  if (length == 0) {
+    return QStringLiteral("monospace");
+  }
   QString family = QString::fromUtf8(font.lfFaceName, static_cast<qsizetype>(length));
   constexpr std::size_t kLongestCharacter = 4;
   if (length >= LF_FACESIZE - kLongestCharacter && !QFontDatabase::families().contains(family)) {
