@@ -75,7 +75,8 @@ std::string FontInUse() {
   ReleaseDC(state.MainWindow, dc);
   DeleteObject(font);
   const std::string_view asked = state.FontFace;
-  std::string text = (asked.empty() ? "no face" : std::string(asked)) + ", " + std::to_string(state.FontPoints) + " points";
+  std::string text =
+      (asked.empty() ? "no face" : std::string(asked)) + ", " + std::to_string(state.FontPoints) + " points";
   // A face that was named by its beginning is found.
   if (asked.empty() || !std::string_view(face).starts_with(asked)) text += std::string(", shown in ") + face;
   if ((metrics.tmPitchAndFamily & TMPF_FIXED_PITCH) != 0) text += " (of no fixed pitch)";
