@@ -50,6 +50,8 @@ int main() {
   }
   for (const OptionLetterText& option : kOptionLetterTexts)
     Print({"option", option.letters, option.meaning});
+  for (const OptionLetterText& option : kLongOptionTexts)
+    Print({"option", option.letters, option.meaning});
   for (const ProfileKey& key : ProfileKeys())
     Print({"key", key.section, key.key, key.values, key.absent});
 }

@@ -12,7 +12,8 @@ run_packages=(g++ cmake ninja-build qt6-base-dev libgtest-dev libbenchmark-dev l
     fonts-liberation2 pkg-config libcairo2-dev libcups2-dev
     qt6-tools-dev qt6-documentation-tools libqt6sql6-sqlite python3 python3-markdown)
 test_packages=(xvfb xdotool xclip openbox python3 clang clang-format clang-tidy libfuse3-dev fuse3
-    libfiu-dev fiu-utils poppler-utils xsettingsd cups-daemon cups-client cups-ipp-utils dbus-daemon)
+    libfiu-dev fiu-utils poppler-utils xsettingsd cups-daemon cups-client cups-ipp-utils dbus-daemon dbus-bin
+    libglib2.0-bin)
 ci_packages=(g++-mingw-w64-x86-64-posix)
 measure_packages=(xvfb xdotool openbox python3 ripgrep strace poppler-utils enscript a2ps paps ghostscript)
 

@@ -26,7 +26,6 @@ constexpr OptionBox kOptionBoxes[] = {{ids::kWrap, VO_WRAP},
                                       {ids::kExpandTabs, VO_EXPANDTABS},
                                       {ids::kFixedLength, VO_FIXEDLEN}};
 
-constexpr const char* kFormatNames[] = {"Text", "Hex Dump", "Raw Text"};
 constexpr const char* kCodeNames[] = {"ANSI", "ASCII", "EBCDIC"};
 
 constexpr std::size_t kProfileChars = 70;

@@ -2,6 +2,7 @@
 // and not one text. Operations of this layer's own.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "platform/win32.h"
@@ -11,6 +12,9 @@ using ProgramEntry = int (*)(HINSTANCE instance, HINSTANCE previous, char* comma
 // Brings the toolkit up, runs `entry` with SW_SHOWNORMAL and an empty text, takes the toolkit down, and
 // returns the exit code. Without a display: one line on stderr, and exit code -2.
 int RunProgram(int argc, char** argv, ProgramEntry entry);
+
+// Runs what needs no display, but the toolkit's other means; its result.
+int RunWithoutDisplay(int argc, char** argv, const std::function<int()>& run);
 
 // The libraries that the program runs with, with their versions, a line each.
 [[nodiscard]] std::string ProgramLibraries();

@@ -14,6 +14,7 @@ inline constexpr std::int32_t kFormatText = 0;
 inline constexpr std::int32_t kFormatHex = 1;
 inline constexpr std::int32_t kFormatRaw = 2;
 inline constexpr std::int32_t kFormats = 3;
+inline constexpr const char* kFormatNames[kFormats] = {"Text", "Hex Dump", "Raw Text"};
 
 // Values of CharCode.
 inline constexpr std::int32_t kCodeAnsi = 0;

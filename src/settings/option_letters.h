@@ -24,8 +24,20 @@ inline constexpr OptionLetterText kOptionLetterTexts[] = {
     {"Y", "Esc leaves the program"},
     {"VNAME, vNAME", "alone in its word: the setup of that name, without, with the default options"},
     {"S, s", "keep recent files and searches, keep none"},
-    {"D", "take commands from other programs (to come)"},
+    {"D", "take commands from other programs"},
     {"O, o", "nothing at present"},
+};
+
+// The same of the words that begin with two dashes. They open no window.
+inline constexpr OptionLetterText kLongOptionTexts[] = {
+    {"--send COMMANDS",
+     "send a command string to the viewer that was started last; - sends each line of standard input. Exits "
+     "with 0 "
+     "when it was accepted, 1 when not, 2 when no viewer takes commands"},
+    {"--to PROCESS", "send it to the viewer of that process"},
+    {"--list", "list the viewers that take commands, with their files"},
+    {"--help", "tell the options"},
+    {"--version", "tell the version"},
 };
 
 // Applies the letters in a fixed order, whatever the order typed, so that R wins over H and H over T. A

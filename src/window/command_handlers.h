@@ -13,7 +13,7 @@
 #include "window/printing/page_setup.h"
 #include "window/printing/print_file.h"
 #include "window/printing/print_job.h"
-#include "window/service.h"
+#include "window/service/service.h"
 #include "window/setups.h"
 #include "window/titles.h"
 

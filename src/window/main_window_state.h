@@ -6,7 +6,6 @@
 
 #include <chrono>
 
-#include "dde/service.h"
 #include "engine/hex_format.h"
 #include "engine/long_job.h"
 #include "engine/raw_format.h"
@@ -21,6 +20,10 @@
 #include "settings/colors.h"
 #include "settings/command_line.h"
 #include "setups/setups.h"
+
+// Values of DdeState.
+inline constexpr int kDdeServing = 0;
+inline constexpr int kDdeIgnoring = 2;
 
 // What the main window keeps of the page index.
 struct PageIndexing {

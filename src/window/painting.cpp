@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "platform/bus.h"
 #include "window/main_window_state.h"
 #include "window/notice.h"
 #include "window/scrolling.h"
@@ -213,4 +214,5 @@ void PaintWindow() {
   }
   SelectObject(dc, formerFont);
   EndPaint(MainState.MainWindow, &paint);
+  PublishBusState();
 }

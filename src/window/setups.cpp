@@ -7,6 +7,7 @@
 #include "dialogs/save_setup.h"
 #include "resources/command_ids.h"
 #include "settings/profile.h"
+#include "setups/setup_list.h"
 #include "window/main_window_state.h"
 #include "window/navigation.h"
 #include "window/private_messages.h"
@@ -20,8 +21,8 @@ RECT WindowRectangle() {
   return window;
 }
 
-void SetCurrentSetup(const std::string& section) {
-  std::snprintf(MainState.SetupSection, sizeof MainState.SetupSection, "%s", section.c_str());
+void SetCurrentSetup(std::string_view section) {
+  std::snprintf(MainState.SetupSection, sizeof MainState.SetupSection, "%s", std::string(section).c_str());
 }
 
 FileError SaveSetup(const std::string& section, std::int32_t groups) {
@@ -47,6 +48,20 @@ bool ChooseSetup() {
 }
 
 }  // namespace
+
+bool NameSetup(std::string_view section) {
+  if (section.size() >= kSetupSectionBytes) return false;
+  SetCurrentSetup(section);
+  TellOfUnknownSetup();
+  return true;
+}
+
+void TellOfUnknownSetup() {
+  const MainWindowState& state = MainState;
+  if (state.SetupSection[0] == '\0' || SetupExists(state.ProfilePath, state.SetupSection)) return;
+  std::fprintf(stderr, "quorl: there is no setup \"%s\" in %s\n",
+               std::string(SetupNameOf(state.SetupSection)).c_str(), ProfileFullPath(state).c_str());
+}
 
 FileError SaveOptions(const SaveChoice& choice) {
   const RECT window = WindowRectangle();

@@ -1,6 +1,8 @@
 // Options in force as the window's commands save and load them: by group, and as named setups.
 #pragma once
 
+#include <string_view>
+
 #include "platform/file.h"
 #include "platform/win32.h"
 #include "setups/setups.h"
@@ -8,6 +10,12 @@
 // Saves and resets what `choice` says, in one replacement of the profile. 0, or why it failed; then the
 // profile is as it was.
 [[nodiscard]] FileError SaveOptions(const SaveChoice& choice);
+
+// Makes the setup of `section` the current one. False, and nothing happens, when the name is too long.
+bool NameSetup(std::string_view section);
+
+// A line on stderr when the profile does not hold the current setup. It loads all the same, as defaults.
+void TellOfUnknownSetup();
 
 // The commands, with their dialogs. Result 1, also when the user gives up.
 LRESULT SaveOptionsCommand(UINT id);

@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <cstring>
-#include <string>
 
 #include "platform/paths.h"
 #include "platform/program.h"
@@ -10,13 +9,14 @@
 #include "resources/icon.h"
 #include "settings/option_letters.h"
 #include "settings/profile.h"
-#include "setups/setup_list.h"
 #include "setups/setups.h"
+#include "window/service/dde_service.h"
 #include "window/main_window.h"
 #include "window/main_window_state.h"
 #include "window/menu.h"
 #include "window/private_messages.h"
-#include "window/service.h"
+#include "window/service/service.h"
+#include "window/setups.h"
 #include "window/watch.h"
 
 namespace {
@@ -39,18 +39,6 @@ void ReadCommandLine(const char* commandLine) {
   FinishCommandLine(MainState);
 }
 
-// A setup that was named and cannot be loaded is told of; one that the profile does not hold loads all the
-// same, as defaults.
-void LookAtSetup() {
-  const MainWindowState& state = MainState;
-  if (!state.RefusedSetup.empty()) {
-    std::fprintf(stderr, "quorl: the setup name \"%s\" is too long\n", state.RefusedSetup.c_str());
-  } else if (state.SetupSection[0] != '\0' && !SetupExists(state.ProfilePath, state.SetupSection)) {
-    std::fprintf(stderr, "quorl: there is no setup \"%s\" in %s\n",
-                 std::string(SetupNameOf(state.SetupSection)).c_str(), ProfileFullPath(state).c_str());
-  }
-}
-
 // Each step overlays the ones before it, so that the command line wins.
 void SettleOptions(const char* commandLine) {
   MainWindowState& state = MainState;
@@ -61,7 +49,10 @@ void SettleOptions(const char* commandLine) {
   ResetColors(COLORS_WINDOW, state.DesktopColors);
   ResetColors(COLORS_PRINT, ColorTable);
   if (state.Letter('V') != 'V') LoadDefaults(state);
-  LookAtSetup();
+  if (!state.RefusedSetup.empty()) {
+    std::fprintf(stderr, "quorl: the setup name \"%s\" is too long\n", state.RefusedSetup.c_str());
+  }
+  TellOfUnknownSetup();
   if (state.SetupSection[0] != '\0') LoadSetup(state.SetupSection, nullptr, state);
   ApplyOptionLetters(state, state, state);
 }

@@ -196,6 +196,11 @@ void StopToolkit() {
 
 using namespace platform_qt;
 
+int RunWithoutDisplay(int argc, char** argv, const std::function<int()>& run) {
+  const QCoreApplication application(argc, argv);
+  return run();
+}
+
 int RunProgram(int argc, char** argv, ProgramEntry entry) {
   StoreCommandWords(argc > 1 ? std::vector<std::string>(argv + 1, argv + argc) : std::vector<std::string>());
   const int descriptor = BlockEndingSignals();

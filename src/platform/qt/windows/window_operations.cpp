@@ -5,6 +5,7 @@
 
 #include "platform/qt/base/unknown.h"
 #include "platform/qt/drawing/device_context.h"
+#include "platform/qt/windows/modal.h"
 #include "platform/qt/windows/window.h"
 
 using namespace platform_qt;
@@ -52,6 +53,10 @@ BOOL EnableWindow(HWND window, BOOL enable) {
     return FALSE;
   }
   return window->Enable(enable != FALSE) ? FALSE : TRUE;
+}
+
+BOOL IsWindowEnabled(HWND window) {
+  return IsWindowAlive(window) && window->widget->isEnabled() && !HasModalOver(window) ? TRUE : FALSE;
 }
 
 BOOL GetClientRect(HWND window, RECT* rect) {

@@ -1,7 +1,0 @@
-#include "dde/service.h"
-
-int DdeStart(HINSTANCE /*instance*/, HWND /*window*/) {
-  return 0;
-}
-
-void DdeStop() {}

@@ -1,0 +1,131 @@
+"""Commands from other programs over a session bus of the test's own: by stock clients, and by the viewer's own."""
+import os
+import shutil
+import subprocess
+
+import desktop
+from desktop import wait_until
+from viewer_tests import dialog_of, numbered, press
+
+NAME, PATH = "org.quorl.Quorl", "/org/quorl/Quorl"
+
+
+def unavailable():
+    missing = [tool for tool in ("dbus-daemon", "gdbus", "dbus-send", "dbus-monitor") if shutil.which(tool) is None]
+    return f"{', '.join(missing)} not found" if missing else ""
+
+
+class Bus:
+    def __init__(self, bench):
+        self.bench = bench
+        self.daemon = subprocess.Popen(["dbus-daemon", "--session", "--print-address=1", "--nofork", "--nopidfile"],
+                                       stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+        self.env = dict(bench.desktop.env, DBUS_SESSION_BUS_ADDRESS=self.daemon.stdout.readline().strip())
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.daemon.kill()
+        self.daemon.wait()
+        self.daemon.stdout.close()
+
+    def show(self, *words):
+        viewer = self.bench.show("-D", *words, cwd=self.bench.folder, env=self.env)
+        wait_until(lambda: self.run("--list").returncode == 0, "the viewer to serve", viewer.process)
+        return viewer
+
+    def run(self, *words, program=desktop.PROGRAM, text=None):
+        return subprocess.run([program, *words], env=self.env, input=text, capture_output=True, text=True, timeout=60)
+
+    def send(self, commands, *words):
+        return self.run(*words, "--send", commands).returncode
+
+    def gdbus(self, member, *arguments):
+        return self.run("call", "--session", "--dest", NAME, "--object-path", PATH, "--method", member, *arguments,
+                        program="gdbus")
+
+    def property(self, name):
+        return self.gdbus("org.freedesktop.DBus.Properties.Get", "org.quorl.Viewer", name).stdout.strip()
+
+
+def stock_clients(bench):
+    bench.numbered_file()
+    other = bench.write("of ümläuts %20.txt", b"the other file\n")
+    with Bus(bench) as bus:
+        viewer = bus.show("numbered.txt")
+        bench.expect_top(viewer, 0, "the first lines")
+        watcher = subprocess.Popen(["dbus-monitor", "--session", "interface='org.freedesktop.DBus.Properties'"],
+                                   env=bus.env, stdout=subprocess.PIPE, text=True)
+        described = bus.run("introspect", "--session", "--dest", NAME, "--object-path", PATH, program="gdbus").stdout
+        for member in ("Execute(in  s commands)", "ActivateAction(", "readonly x Position"):
+            assert member in described, described
+        assert bus.property("File") == f"(<'{bench.folder}/numbered.txt'>,)", bus.property("File")
+        done = bus.gdbus("org.quorl.Viewer.Execute", f"[Find '{numbered(700).split()[0]}' Top]".replace("'", '"'))
+        assert done.returncode == 0, done
+        done = bus.gdbus("org.quorl.Viewer.Execute", "[Display Hex]")
+        assert done.returncode == 0, done
+        wait_until(lambda: bus.property("Format") == "(<'Hex Dump'>,)", "the format to be told", viewer.process)
+        assert bus.gdbus("org.freedesktop.Application.ActivateAction", "text", "[]", "{}").returncode == 0
+        wait_until(lambda: bus.property("Format") == "(<'Text'>,)", "the action to act", viewer.process)
+        uri = "file://" + other.replace("%", "%25").replace(" ", "%20")
+        assert bus.gdbus("org.freedesktop.Application.Open", f"['{uri}']", "{}").returncode == 0
+        viewer.find("Quorl - of ümläuts %20.txt")
+        bench.expect_rows(viewer, ["the other file"], "the file of the URI")
+        for commands, error in (("[]", "NotProcessed"), ("[Nonsense]", "NotProcessed"), ("x" * 257, "TooLong")):
+            refused = bus.gdbus("org.quorl.Viewer.Execute", commands)
+            assert refused.returncode != 0 and "org.quorl.Error." + error in refused.stderr, refused
+        refused = bus.gdbus("org.freedesktop.DBus.Properties.Set", "org.quorl.Viewer", "File", "<'x'>")
+        assert "PropertyReadOnly" in refused.stderr, refused
+        sent = bus.run("--session", "--print-reply", "--dest=" + NAME, PATH, "org.quorl.Viewer.Execute",
+                       "string:[Exit]", program="dbus-send")
+        assert sent.returncode == 0, sent
+        viewer.wait_end()
+        watcher.terminate()
+        told = watcher.communicate()[0]
+        assert "PropertiesChanged" in told and '"Hex Dump"' in told, told
+
+
+def own_client(bench):
+    bench.numbered_file()
+    with Bus(bench) as bus:
+        assert bus.send("[Display Hex]") == 2, "nobody serves"
+        first = bus.show("numbered.txt")
+        bench.write("second.txt", b"of the second viewer\n")
+        second = bus.show("second.txt")
+        listed = [line.split("\t") for line in bus.run("--list").stdout.splitlines()]
+        assert [os.path.basename(path) for _, path in listed] == ["second.txt", "numbered.txt"], listed
+        assert [int(process) for process, _ in listed] == [second.process.pid, first.process.pid], listed
+        assert bus.send('[Open "numbered.txt"]') == 0
+        second.find("Quorl - numbered.txt")
+        assert bus.send(f'[Open "{bench.folder}/second.txt"][Display Text]', "--to", str(first.process.pid)) == 0
+        first.find("Quorl - second.txt")
+        bench.expect_rows(first, ["of the second viewer"], "the file that the first viewer was sent")
+        assert bus.send("[]") == 1 and bus.send("[Open missing]") == 0, "what is no command, and what has no effect"
+        # A dialog is not disturbed, and who sends is told.
+        second.focus()
+        press(second, "F5")
+        dialog = dialog_of(second)
+        assert bus.send("[Window Restore][Exit]") == 1 and bus.send("[Window Restore]") == 0
+        assert dialog in second.windows(), "the dialog stays"
+        press(second, "Escape")
+        wait_until(lambda: dialog not in second.windows(), "the dialog to close", second.process)
+        # A client that sends without pause does not keep the keys from the viewer.
+        flood = subprocess.Popen([desktop.PROGRAM, "--send", "-"], env=bus.env, stdin=subprocess.PIPE, text=True)
+        flood.stdin.write("[Window OnTop][Window OnTop]\n" * 3000)
+        flood.stdin.flush()
+        second.focus()
+        press(second, "End", "Home", "Page_Down")
+        rows = bench.reader().rows
+        bench.expect_top(second, rows, "a page on, while strings come in")
+        assert flood.poll() is None, "the strings are all there already"
+        flood.communicate()
+        assert flood.returncode == 0
+        # What the menu turns off is gone from the bus.
+        assert bus.send("[DDE]", "--to", str(first.process.pid)) == 0
+        wait_until(lambda: len(bus.run("--list").stdout.splitlines()) == 1, "the first viewer to serve no more")
+        assert bus.send("[Exit]") == 0
+        second.wait_end()
+
+
+ALL_TESTS = [("bus-stock-clients", stock_clients), ("bus-own-client", own_client)]
