@@ -179,11 +179,11 @@ class Desktop:
 class Viewer:
     """The running program. Ended by close() if it did not end by itself."""
 
-    def __init__(self, desktop, *words, cwd=None, env=None):
+    def __init__(self, desktop, *words, cwd=None, env=None, stdin=subprocess.DEVNULL):
         self.desktop = desktop
         self.errors = tempfile.TemporaryFile()
         self.process = subprocess.Popen([PROGRAM, *words], cwd=cwd, env=dict(desktop.env, **(env or {})),
-                                        stdin=subprocess.DEVNULL, stdout=self.errors, stderr=self.errors)
+                                        stdin=stdin, stdout=self.errors, stderr=self.errors)
         self.window = None
 
     def __enter__(self):

@@ -31,7 +31,7 @@ class GoToDialog : public Dialog {
     const GoToChoice choice = ChosenRadio();
     const std::string text = FieldText(Window(), ids::kNumber);
     if (!CheckField(Window(), ids::kNumber, GoToValidate(choice, text, limits_))) return;
-    answer_ = GoToRead(choice, text);
+    answer_ = GoToRead(choice, text, limits_.fileLength);
     End(1);
   }
 

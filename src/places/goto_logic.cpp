@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <limits>
 
+#include "places/place.h"
+
 namespace {
 
 constexpr std::int64_t kValueOfBottom = 9999999;
@@ -47,6 +49,11 @@ FieldCheck GoToValidate(GoToChoice choice, std::string_view text, const GoToLimi
     case GoToChoice::bottom:
       return {};
     case GoToChoice::bytePosition:
+      if (const auto place = ParsePlace(text)) {
+        if (place->kind == Place::Kind::page)
+          return GoToValidate(GoToChoice::pageNumber, text.substr(1), limits);
+        if (place->kind != Place::Kind::byte || place->value <= limits.fileLength.Offset()) return {};
+      }
       return ValidateLongField(text, 0, limits.fileLength.Offset(), "File Offset");
     case GoToChoice::pageNumber:
       return ValidateLongField(text, 1,
@@ -57,13 +64,15 @@ FieldCheck GoToValidate(GoToChoice choice, std::string_view text, const GoToLimi
   }
 }
 
-GoToAnswer GoToRead(GoToChoice choice, std::string_view text) {
+GoToAnswer GoToRead(GoToChoice choice, std::string_view text, FilePos fileLength) {
   switch (choice) {
     case GoToChoice::top:
       return {choice, 0};
     case GoToChoice::bottom:
       return {choice, kValueOfBottom};
     case GoToChoice::bytePosition:
+      if (const auto place = ParsePlace(text)) return AnswerOf(*place, fileLength);
+      [[fallthrough]];
     case GoToChoice::pageNumber:
       return {choice, NumberOf(text)};
     default:

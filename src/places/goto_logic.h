@@ -31,8 +31,8 @@ struct GoToField {
 };
 [[nodiscard]] GoToField GoToFieldOf(GoToChoice choice, const GoToLimits& limits);
 
-// Whether OK may be pressed with this text in the field. Top and bottom always pass; no choice never does,
-// without a message.
+// Whether OK may be pressed with this text in the field: a number, or for a byte any place (places/place.h).
+// Top and bottom always pass; no choice never does, without a message.
 [[nodiscard]] FieldCheck GoToValidate(GoToChoice choice, std::string_view text, const GoToLimits& limits);
 
 // The dialog's answer.
@@ -40,7 +40,7 @@ struct GoToAnswer {
   GoToChoice choice = GoToChoice::none;
   std::int64_t value = -1;  // the number typed; 0 for the top, 9999999 for the bottom, -1 for no choice
 };
-[[nodiscard]] GoToAnswer GoToRead(GoToChoice choice, std::string_view text);
+[[nodiscard]] GoToAnswer GoToRead(GoToChoice choice, std::string_view text, FilePos fileLength);
 
 // What the command is to do.
 enum class GoToMove : std::int32_t {

@@ -17,16 +17,31 @@ struct CommandLineWords {
   std::string RefusedSetup;                    // the name of one that is longer than SetupSection holds
   char CommandFile[kPathBytes] = {};           // "*.*" after a command line without a file
 
+  // Words that begin with two dashes, and +/TEXT.
+  std::string AskedPlace;  // --at; empty: none
+  std::string AskedKey;    // --find, +/ and --find-hex; empty: none
+  bool KeyIsHex = false;
+  bool InputIsFile = false;             // the file is standard input: a dash alone, and no other file
+  std::string CommandFault;             // what is wrong with the words; empty: nothing
+  std::string* AwaitedValue = nullptr;  // of an option whose value is the next word
+  bool NamesOnly = false;               // behind --
+
   [[nodiscard]] char Letter(char upperCase) const { return OptionLetters[upperCase - 'A']; }
 };
 
 // Takes one word. A word that begins with - (or / where it cannot begin a path) is an option word, else the
-// first such word is the file. A word may hold any byte but NUL; a file word longer than a path can be is
-// cut.
+// first such word is the file. Two dashes begin an option with a name, alone they make all words behind them
+// files; a dash alone is standard input, and +/TEXT a text to find. A word may hold any byte but NUL; a file
+// word longer than a path can be is cut.
 void TakeCommandWord(std::string_view word, CommandLineWords& line);
 
 // Takes the words of a text that stand between blanks and control characters.
 void ParseCommandLine(std::string_view text, CommandLineWords& line);
+
+// Whether a word is an option with a name that is the viewer's, and no client's; whether its value is the
+// next one.
+[[nodiscard]] bool IsViewerOption(std::string_view word);
+[[nodiscard]] bool TakesValue(std::string_view word);
 
 // Ends the command line: without a file the file is "*.*", which no file bears, so that the user is asked.
 void FinishCommandLine(CommandLineWords& line);

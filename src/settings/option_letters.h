@@ -28,8 +28,14 @@ inline constexpr OptionLetterText kOptionLetterTexts[] = {
     {"O, o", "nothing at present"},
 };
 
-// The same of the words that begin with two dashes. They open no window.
+// The same of the words that begin with two dashes.
 inline constexpr OptionLetterText kLongOptionTexts[] = {
+    {"--text, --hex, --raw", "as T, H, R"},
+    {"--at PLACE",
+     "begin at a place: 12345 or 0x3039 (a byte), -4k (before the end), 50%, p12 (a page); FILE:PLACE is the "
+     "same"},
+    {"--find TEXT, +/TEXT", "begin with the first place of a text"},
+    {"--find-hex DIGITS", "begin with the first place of bytes"},
     {"--send COMMANDS",
      "send a command string to the viewer that was started last; - sends each line of standard input. Exits "
      "with 0 "

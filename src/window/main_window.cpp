@@ -9,6 +9,7 @@
 #include "settings/option_letters.h"
 #include "settings/profile.h"
 #include "window/commands.h"
+#include "window/first_place.h"
 #include "window/fonts.h"
 #include "window/main_window_state.h"
 #include "window/menu.h"
@@ -202,6 +203,9 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
       return TryFile(PathOf(lParam), wParam != 0);
     case WM_FILE_OPEN:
       return OpenFileInView(PathOf(lParam));
+    case WM_FILE_PLACE:
+      ShowAskedPlace();
+      return 0;
     case PG_START:
     case PG_CONT:
     case PG_STOP:

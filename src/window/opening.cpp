@@ -4,7 +4,9 @@
 #include <cstring>
 
 #include "engine/error_page.h"
+#include "platform/spool.h"
 #include "resources/command_ids.h"
+#include "window/first_place.h"
 #include "window/main_window_state.h"
 #include "window/navigation.h"
 #include "window/notice.h"
@@ -60,7 +62,7 @@ void ShowOpened(const ViewFile& file, LoadOutcome&& outcome) {
   SendMessageA(window, PG_STOP, 0, 0);
   state.HorzOffset = 0;
   SendMessageA(window, WM_VIEW_UNSELECT, 0, 0);
-  TouchRecentFile(state, file.Fname);
+  if (!IsSpooledInput(file.Fname)) TouchRecentFile(state, file.Fname);
   state.Tags.count = 0;
   ShowNotice("");
   const MoveResult result = outcome.result;
@@ -73,7 +75,7 @@ void ShowOpened(const ViewFile& file, LoadOutcome&& outcome) {
     state.TopBeforeError = 0;
   }
 
-  const std::string caption = std::string(kProgramName) + " - " + BaseName(state.File.Fname);
+  const std::string caption = std::string(kProgramName) + " - " + FileTitle(state.File.Fname);
   SetWindowTextA(window, caption.c_str());
   if (IsIconic(window)) ShowWindow(window, SW_RESTORE);
   RepaintWindow();
@@ -84,9 +86,14 @@ void ShowOpened(const ViewFile& file, LoadOutcome&& outcome) {
 
 }  // namespace
 
+std::string FileTitle(const char* path) {
+  return IsSpooledInput(path) ? "(standard input)" : BaseName(path);
+}
+
 LRESULT StartWithFile(const char* name) {
-  const LRESULT opened = SendMessageA(MainState.MainWindow, WM_FILE_TRY, 1, PathParameter(name));
-  if (opened == 0) PostMessageA(MainState.MainWindow, WM_CLOSE, 0, 0);
+  const std::string file = TakePlaceBehindName(name);
+  const LRESULT opened = SendMessageA(MainState.MainWindow, WM_FILE_TRY, 1, PathParameter(file.c_str()));
+  PostMessageA(MainState.MainWindow, opened == 0 ? WM_CLOSE : WM_FILE_PLACE, 0, 0);
   return opened;
 }
 

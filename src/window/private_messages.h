@@ -16,4 +16,5 @@ inline constexpr UINT WM_FILE_START = 1031;     // open the first file or end th
 inline constexpr UINT WM_VIEW_SELECT = 1032;    // begin a selection: mouse keys, point
 inline constexpr UINT WM_VIEW_EXTEND = 1033;    // extend the selection: mouse keys, point
 inline constexpr UINT WM_VIEW_UNSELECT = 1034;  // forget the selection
+inline constexpr UINT WM_FILE_PLACE = 1040;     // show what the command line asks for in the first file
 inline constexpr UINT WM_VIEW_GOTO = 1039;      // load at the exact position

@@ -2,19 +2,22 @@
 
 #include <cstdio>
 #include <cstring>
+#include <string>
 
+#include "places/place.h"
 #include "platform/paths.h"
 #include "platform/program.h"
+#include "platform/spool.h"
 #include "resources/command_ids.h"
 #include "resources/icon.h"
 #include "settings/option_letters.h"
 #include "settings/profile.h"
 #include "setups/setups.h"
-#include "window/service/dde_service.h"
 #include "window/main_window.h"
 #include "window/main_window_state.h"
 #include "window/menu.h"
 #include "window/private_messages.h"
+#include "window/service/dde_service.h"
 #include "window/service/service.h"
 #include "window/setups.h"
 #include "window/watch.h"
@@ -37,6 +40,19 @@ void ReadCommandLine(const char* commandLine) {
   for (int i = 0; i < words; ++i)
     TakeCommandWord(CommandWord(i), MainState);
   FinishCommandLine(MainState);
+}
+
+// What is wrong with the words of the command line, or with standard input; empty: nothing.
+std::string CommandFault() {
+  MainWindowState& state = MainState;
+  if (state.CommandFault.empty() && !state.AskedPlace.empty() && !ParsePlace(state.AskedPlace)) {
+    state.CommandFault = "not a place in a file: " + state.AskedPlace;
+  }
+  if (state.CommandFault.empty() && state.InputIsFile) {
+    const FileError error = SpoolInput(state.CommandFile, sizeof state.CommandFile);
+    if (error != 0) state.CommandFault = "standard input: " + FileErrorText(error);
+  }
+  return state.CommandFault;
 }
 
 // Each step overlays the ones before it, so that the command line wins.
@@ -99,6 +115,10 @@ std::optional<int> StartProgram(HINSTANCE instance, HINSTANCE previous, const ch
   state.AppInstance = instance;
   state.WaitCursor = LoadCursorA(nullptr, IDC_WAIT);
   SettleOptions(commandLine);
+  if (const std::string fault = CommandFault(); !fault.empty()) {
+    std::fprintf(stderr, "quorl: %s\n", fault.c_str());
+    return kExitBadWords;
+  }
   if (previous == nullptr && !RegisterMainClass()) return Refuse("Cannot register class", kExitNoClass);
   FitWindow();
   constexpr DWORD style = WS_OVERLAPPEDWINDOW | WS_VSCROLL | WS_HSCROLL | WS_CLIPCHILDREN;

@@ -8,6 +8,7 @@
 
 inline constexpr int kExitNoClass = -1;
 inline constexpr int kExitNoWindow = -2;
+inline constexpr int kExitBadWords = 2;
 
 // Everything up to the first message of the loop. `commandLine` counts only where the system hands over no
 // words of its own. The exit code when the program cannot start, after the user has been told.

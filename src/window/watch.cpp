@@ -8,6 +8,7 @@
 #include "resources/command_ids.h"
 #include "window/main_window_state.h"
 #include "window/notice.h"
+#include "window/opening.h"
 #include "window/private_messages.h"
 
 namespace {
@@ -87,7 +88,7 @@ class Display {
     position_ = position;
     if (now - moved_ >= kQuiet && !noticed_) {
       noticed_ = true;
-      ShowNotice(std::string("Waiting for ") + BaseName(MainState.File.Fname) + " (Esc: give up)");
+      ShowNotice("Waiting for " + FileTitle(MainState.File.Fname) + " (Esc: give up)");
     } else if (now - moved_ < kQuiet && noticed_) {
       noticed_ = false;
       ShowNotice("");

@@ -759,6 +759,38 @@ def no_display(bench):
         assert done.stderr.count("\n") == 1 and done.stderr.strip(), f"not one line: {done.stderr!r}"
 
 
+def places_and_input(bench):
+    """What the command line asks to be shown, and standard input as a file."""
+    bench.numbered_file()
+    half = f"numbered.txt:{os.path.getsize(bench.path('numbered.txt')) // 2}"
+    for words in (["--at", "50%", "numbered.txt"], [half]):
+        viewer = bench.show(*words, title="Quorl - numbered.txt", cwd=bench.folder)
+        bench.expect_top(viewer, LINES // 2, "the middle of the file")
+        viewer.close()
+    viewer = bench.show("+/" + numbered(123), "numbered.txt", cwd=bench.folder)
+    time.sleep(0.2)
+    press(viewer, "Down")
+    bench.expect_top(viewer, 124, "the line below it")
+    viewer.signal_end()
+    viewer.wait_end()
+    for words, status in ((["--at", "nowhere", "x"], 2), (["--nosuch"], 2), (["--version"], 0)):
+        viewer = bench.start(*words)
+        assert viewer.wait_end() == status and "quorl" in viewer.messages(), words
+    reading, writing = os.pipe()
+    os.write(writing, b"first\nsecond\n")
+    viewer = bench.show("-", title="Quorl - (standard input)", stdin=reading)
+    bench.expect_rows(viewer, ["first", "second"], "what has come so far")
+    os.write(writing, b"third\n")
+    os.close(writing)
+    time.sleep(0.2)
+    press(viewer, "ctrl+t")
+    bench.expect_rows(viewer, ["first", "second", "third"], "what came later")
+    viewer.signal_end()
+    viewer.wait_end()
+    assert "File1" in bench.profile() and "/proc/" not in bench.profile(), bench.profile()
+
+
 ALL_TESTS = [(test.__name__, test) for test in (
     lines_and_pages, sideways, formats, zoom, wheel, huge_thumb, unusual_names, menu, ways_to_end, not_found, open_dialog, font_dialog, select_and_copy, tags,
-    recent_files, drop, colors, find_text, find_hex, go_to, titles_and_columns, search_ended, scale, no_display)]
+    recent_files, drop, colors, find_text, find_hex, go_to, titles_and_columns, search_ended, scale, no_display,
+    places_and_input)]

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "places/place.h"
+
 namespace {
 
 TEST(GoTo, FieldOfEachChoice) {
@@ -38,6 +40,11 @@ TEST(GoTo, Validate) {
       {GoToChoice::none, "1", false, ""},
       {GoToChoice::bytePosition, "0x64", true, ""},
       {GoToChoice::bytePosition, "101", false, "File Offset must be a number between 0 and 100!"},
+      {GoToChoice::bytePosition, "-200k", true, ""},
+      {GoToChoice::bytePosition, "12.5%", true, ""},
+      {GoToChoice::bytePosition, "p5", true, ""},
+      {GoToChoice::bytePosition, "1k", false, "Invalid character \"k\" in File Offset."},
+      {GoToChoice::bytePosition, "p6", false, "Page Number must be a number between 1 and 5!"},
       {GoToChoice::pageNumber, "0x5", true, ""},
       {GoToChoice::pageNumber, "6", false, "Page Number must be a number between 1 and 5!"},
       {GoToChoice::pageNumber, "6", true, "", true},
@@ -70,7 +77,7 @@ TEST(GoTo, AnswerAndTarget) {
                         {GoToChoice::bytePosition, "5000000000", GoToMove::load, 15},
                         {GoToChoice::pageNumber, "0x30", GoToMove::page, kNoPosition, 48}};
   for (const Case& c : cases) {
-    const GoToTarget target = GoToTargetOf(GoToRead(c.choice, c.text), 15);
+    const GoToTarget target = GoToTargetOf(GoToRead(c.choice, c.text, 100), 15);
     EXPECT_EQ(target.move, c.move) << c.text;
     EXPECT_EQ(target.position, c.position) << c.text;
     EXPECT_EQ(target.page, c.page) << c.text;
@@ -88,6 +95,55 @@ TEST(Places, TheShareOfAnyLength) {
               length == most ? most - 1 : std::max<FilePos>(length - 1, 0));
   }
   EXPECT_EQ(PositionOfShare(1000, 333, 1001), FilePos::At(332));
+}
+
+TEST(Places, AreNamedInOneWay) {
+  const struct {
+    const char* text;
+    GoToChoice choice = GoToChoice::none;  // none: no place
+    std::int64_t value = 0;                // in a file of 10,000 bytes
+  } cases[] = {
+      {"12345", GoToChoice::bytePosition, 10'000},
+      {"0x10", GoToChoice::bytePosition, 16},
+      {"010", GoToChoice::bytePosition, 8},
+      {"4k", GoToChoice::bytePosition, 4096},
+      {"-4K", GoToChoice::bytePosition, 5904},
+      {"-1T", GoToChoice::bytePosition, 0},
+      {"-0", GoToChoice::bytePosition, 10'000},
+      {"50%", GoToChoice::bytePosition, 5000},
+      {"12.345%", GoToChoice::bytePosition, 1234},
+      {"100%", GoToChoice::bytePosition, 10'000},
+      {"p12", GoToChoice::pageNumber, 12},
+      {"P1", GoToChoice::pageNumber, 1},
+      {"9223372036854775807", GoToChoice::bytePosition, 10'000},
+      {""},
+      {"-"},
+      {"%"},
+      {".%"},
+      {"101%"},
+      {"1.2345%"},
+      {"1.2.3%"},
+      {"p"},
+      {"p0"},
+      {"p1k"},
+      {"12x"},
+      {"k"},
+      {"--1"},
+      {"+1"},
+      {" 1"},
+      {"1 "},
+      {"0x"},
+      {"08"},
+      {"9223372036854775807k"},
+  };
+  for (const auto& c : cases) {
+    const auto place = ParsePlace(c.text);
+    ASSERT_EQ(place.has_value(), c.choice != GoToChoice::none) << c.text;
+    if (!place) continue;
+    const GoToAnswer answer = AnswerOf(*place, 10'000);
+    EXPECT_EQ(answer.choice, c.choice) << c.text;
+    EXPECT_EQ(answer.value, c.value) << c.text;
+  }
 }
 
 }  // namespace

@@ -69,6 +69,37 @@ TEST(CommandLine, AWordOfTheSystemMayHoldAnyByte) {
   }
 }
 
+TEST(CommandLine, OptionsWithNames) {
+  const struct {
+    std::vector<std::string> words;
+    const char* told;  // letters | file | place | key, * before bytes | fault
+  } cases[] = {
+      {{"--hex", "-w", "a"}, "Hw|a|||"},
+      {{"--at", "50%", "--find", "--raw", "a"}, "|a|50%|--raw|"},
+      {{"--at=-4k", "a", "--find-hex=0A"}, "|a|-4k|*0A|"},
+      {{"+/a b", "a", "+x"}, "|a||a b|"},
+      {{"--", "-h", "--at"}, "|-h|||"},
+      {{"-"}, "|-|||"},
+      {{"-", "a"}, "|a|||"},
+      {{"--", "-", "file:///a"}, "|-|||"},
+      {{"file:///tmp/a%20b%C3%BC%zz"}, "|/tmp/a b\xC3\xBC%zz|||"},
+      {{"file://localhost/a"}, "|/a|||"},
+      {{"file://other/a"}, "|file://other/a|||"},
+      {{"--nosuch", "a"}, "|a|||there is no option --nosuch"},
+      {{"--hex=1"}, "|*.*|||there is no option --hex=1"},
+      {{"a", "--at"}, "|a|||the last option needs a value"},
+  };
+  for (const auto& c : cases) {
+    const auto line = std::make_unique<CommandLineWords>();
+    for (const std::string& word : c.words)
+      TakeCommandWord(word, *line);
+    FinishCommandLine(*line);
+    EXPECT_EQ(Letters(*line) + "|" + line->CommandFile + "|" + line->AskedPlace + "|" +
+                  (line->KeyIsHex ? "*" : "") + line->AskedKey + "|" + line->CommandFault,
+              c.told);
+  }
+}
+
 TEST(ApplyOptionLetters, WorksInAFixedOrder) {
   struct Case {
     const char* words;

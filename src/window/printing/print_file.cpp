@@ -5,6 +5,7 @@
 #include "print/date_stamp.h"
 #include "resources/command_ids.h"
 #include "window/main_window_state.h"
+#include "window/opening.h"
 #include "window/printing/print_job.h"
 #include "window/view_loading.h"
 #include "window/watch.h"
@@ -270,7 +271,7 @@ void PrintFile(const PrintRequest& request) {
   if (asked.toPage != kLastPage) question.toPage = static_cast<WORD>(asked.toPage);
   PrintOrder order = OrderOf(request);
   const LOGFONTA font = PrintFont();
-  const HDC dc = StartPrintJob(BaseName(order.Fname.c_str()), question);
+  const HDC dc = StartPrintJob(FileTitle(order.Fname.c_str()), question);
   if (dc == nullptr) return;
 
   const PrintChoice choice = ChoiceOf(question);

@@ -9,6 +9,7 @@
 
 #include "platform/bus.h"
 #include "resources/version.h"
+#include "settings/command_line.h"
 #include "settings/option_letters.h"
 
 namespace {
@@ -16,10 +17,6 @@ namespace {
 constexpr int kWrong = 2;
 
 using Words = std::span<const std::string_view>;
-
-bool IsLongOption(std::string_view word) {
-  return word.size() > 2 && word.starts_with("--");
-}
 
 int Refuse(const std::string& why) {
   std::fprintf(stderr, "quorl: %s\n", why.c_str());
@@ -88,7 +85,11 @@ int Send(std::string_view commands, std::int64_t process) {
 }  // namespace
 
 bool IsClientCommand(Words words) {
-  return std::ranges::any_of(words, IsLongOption);
+  for (std::size_t i = 0; i < words.size() && words[i] != "--"; ++i) {
+    if (words[i].starts_with("--") && !IsViewerOption(words[i])) return true;
+    if (TakesValue(words[i])) ++i;
+  }
+  return false;
 }
 
 int RunClientCommand(Words words) {
