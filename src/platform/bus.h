@@ -23,11 +23,25 @@ struct BusState {
   bool operator==(const BusState&) const = default;
 };
 
+// What came of a request: an answer, or why there is none.
+struct BusResult {
+  const char* error = nullptr;  // the last part of its name on the bus: "NotFound"; null: there is an answer
+  std::string why;              // in words
+  std::int64_t position = 0;    // bytes
+  std::vector<std::string> texts;
+};
+
 struct BusHost {
   std::function<BusState()> state;
   std::function<void()> activate;                       // brings the window in front
   std::function<void(const std::string& path)> open;    // not called while the state is busy
   std::function<bool(const std::string& name)> action;  // false: there is none of that name
+  // These are not called while the state is busy, and return when all is done.
+  std::function<BusResult(const std::string& key, const std::vector<std::string>& options)> find;
+  std::function<BusResult(const std::string& place)> goTo;
+  std::function<BusResult()> rows;  // those on the screen
+  std::function<BusResult()> copy;  // the selection, in one text
+  std::function<void()> cancel;     // a search or a load that goes on; called at any time
 };
 
 // What the service offers from DdeNameService on; the window's thread only.

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
-#include "engine/selection_text.h"
 #include "window/main_window_state.h"
 #include "window/private_messages.h"
 #include "window/view_loading.h"
@@ -55,12 +55,8 @@ void RunCopy(CopyJob& job, ByteSource& source) {
 
 }  // namespace
 
-LRESULT CopyCommand(UINT /*id*/) {
-  MainWindowState& state = MainState;
-  if (state.SelStart < 0) {
-    MessageBeep(MB_OK);
-    return 0;
-  }
+std::optional<SelectionText> TextOfSelection() {
+  const MainWindowState& state = MainState;
   const auto job = std::make_shared<CopyJob>();
   job->path = state.File.Fname;
   job->from = state.SelStart;
@@ -70,9 +66,20 @@ LRESULT CopyCommand(UINT /*id*/) {
   if ((state.FormatFlags & VO_FIXEDLEN) != 0) job->style.lineLen = state.LineLength;
   if (RunWatched([job](ByteSource& source, LongJob& /*watch*/) { RunCopy(*job, source); }) !=
       WatchEnd::finished) {
+    return std::nullopt;
+  }
+  return std::move(job->text);
+}
+
+LRESULT CopyCommand(UINT /*id*/) {
+  MainWindowState& state = MainState;
+  if (state.SelStart < 0) {
+    MessageBeep(MB_OK);
     return 0;
   }
-  const SelectionText& text = job->text;
+  const auto made = TextOfSelection();
+  if (!made) return 0;
+  const SelectionText& text = *made;
   if (text.failure != CopyFailure::none) TellFailure(state.MainWindow, text.failure);
   if (!text.text) return 0;
   if (SetClipboardText(state.MainWindow, text)) return 1;

@@ -61,17 +61,36 @@ void ShowBox(const std::string& text) {
   MessageBoxA(nullptr, text.c_str(), kSearchFailureCaption, MB_ICONHAND);
 }
 
-// Runs a search. False when it came to nothing that counts: the user ended it, or it failed and they were
-// told.
-bool Search(const std::shared_ptr<FindJob>& find, bool markAll) {
+// Runs a search. False when the user ended it, or the window is to be closed.
+bool RunSearch(const std::shared_ptr<FindJob>& find, bool markAll) {
   const WatchEnd end =
       RunWatched([find, markAll](ByteSource& source, LongJob& job) { RunFind(*find, markAll, source, job); });
-  if (end != WatchEnd::finished || find->result.hit == kSearchCanceled) return false;
+  return end == WatchEnd::finished && find->result.hit != kSearchCanceled;
+}
+
+// The same. False also when it failed, and the user was told.
+bool Search(const std::shared_ptr<FindJob>& find, bool markAll) {
+  if (!RunSearch(find, markAll)) return false;
   if (find->result.hit == kSearchNoMemory) ShowBox(kSearchNoMemoryText);
   if (find->result.hit != kSearchReadFailed) return true;
   ShowBox("Cannot read " + std::string(find->path) + "\nat byte " + std::to_string(find->place.Offset()) +
           ":\n" + FileErrorText(find->error));
   return false;
+}
+
+// Selects what Find Next has found, and shows it.
+void TakeHit(const FindResult& result) {
+  MainWindowState& state = MainState;
+  state.SelStart = result.selStart;
+  state.SelEnd = result.selEnd;
+  state.Search.SearchNext = result.searchNext;
+  // Also in front of a move, so that it does not scroll an image with the former selection.
+  RepaintWindow();
+  if (result.hit < 0) return;
+  UpdateLinesPerScreen();
+  if (!HitIsOnScreen(state.Lines, state.LinesPerScreen, result.hit)) {
+    SendMessageA(state.MainWindow, WM_VIEW_MOVE, 0, result.hit.Offset());
+  }
 }
 
 }  // namespace
@@ -96,25 +115,20 @@ LRESULT FindDialogCommand(UINT id) {
 }
 
 LRESULT FindNextCommand(UINT /*id*/) {
-  MainWindowState& state = MainState;
   if (!SearchMayRun()) return 0;
   const std::shared_ptr<FindJob> find = MakeFindJob();
   if (!Search(find, false)) return 0;
-  const FilePos hit = find->result.hit;
-  state.SelStart = find->result.selStart;
-  state.SelEnd = find->result.selEnd;
-  state.Search.SearchNext = find->result.searchNext;
-  // Also in front of a move, so that it does not scroll an image with the former selection.
-  RepaintWindow();
-  if (hit < 0) {
-    MessageBeep(MB_ICONEXCLAMATION);
-    return 0;
-  }
-  UpdateLinesPerScreen();
-  if (!HitIsOnScreen(state.Lines, state.LinesPerScreen, hit)) {
-    SendMessageA(state.MainWindow, WM_VIEW_MOVE, 0, hit.Offset());
-  }
+  TakeHit(find->result);
+  if (find->result.hit < 0) MessageBeep(MB_ICONEXCLAMATION);
   return 0;
+}
+
+FilePos FindNextQuietly() {
+  const std::shared_ptr<FindJob> find = MakeFindJob();
+  if (!RunSearch(find, false)) return kSearchCanceled;
+  const FilePos hit = find->result.hit;
+  if (hit >= 0 || hit == kSearchNoHit) TakeHit(find->result);
+  return hit;
 }
 
 LRESULT FindMarkAllCommand(UINT /*id*/) {

@@ -2,10 +2,15 @@
 // other.
 #pragma once
 
+#include "engine/file_pos.h"
 #include "platform/win32.h"
 
 // Runs the Find dialog of the command and has its search follow. The dialog's result.
 LRESULT FindDialogCommand(UINT id);
+
+// Shows the next hit of the stored search as the selection, without a word to the user. The result of
+// SearchFile.
+[[nodiscard]] FilePos FindNextQuietly();
 
 // Shows the next hit of the stored search as the selection. Result 0.
 LRESULT FindNextCommand(UINT id);

@@ -60,9 +60,17 @@ def stock_clients(bench):
         described = bus.run("introspect", "--session", "--dest", NAME, "--object-path", PATH, program="gdbus").stdout
         for member in ("Execute(in  s commands)", "ActivateAction(", "readonly x Position"):
             assert member in described, described
+        assert bus.gdbus("org.quorl.Viewer.GoTo", "50%").stdout.split()[-1].strip("(,)\n").isdigit()
+        bench.expect_top(viewer, 2500, "the middle of the file")
+        found = bus.gdbus("org.quorl.Viewer.Find", numbered(700), "['Top', 'Case']")
+        assert found.stdout.strip() == f"(int64 {700 * (len(numbered(0)) + 1)},)", found
+        assert bus.gdbus("org.quorl.Viewer.Copy").stdout.strip() == f"('{numbered(700)}\\n',)"
+        rows = bus.gdbus("org.quorl.Viewer.Rows").stdout
+        assert rows.startswith(f"(['{numbered(700)}', '{numbered(701)}', "), rows
+        assert "Error.NotFound" in bus.gdbus("org.quorl.Viewer.Find", "nowhere", "[]").stderr
+        assert "Error.BadKey" in bus.gdbus("org.quorl.Viewer.Find", "0G", "['Hex']").stderr
+        assert "Error.BadPlace" in bus.gdbus("org.quorl.Viewer.GoTo", "nowhere").stderr
         assert bus.property("File") == f"(<'{bench.folder}/numbered.txt'>,)", bus.property("File")
-        done = bus.gdbus("org.quorl.Viewer.Execute", f"[Find '{numbered(700).split()[0]}' Top]".replace("'", '"'))
-        assert done.returncode == 0, done
         done = bus.gdbus("org.quorl.Viewer.Execute", "[Display Hex]")
         assert done.returncode == 0, done
         wait_until(lambda: bus.property("Format") == "(<'Hex Dump'>,)", "the format to be told", viewer.process)
@@ -72,6 +80,18 @@ def stock_clients(bench):
         assert bus.gdbus("org.freedesktop.Application.Open", f"['{uri}']", "{}").returncode == 0
         viewer.find("Quorl - of ümläuts %20.txt")
         bench.expect_rows(viewer, ["the other file"], "the file of the URI")
+        # A search of 64 GB is ended by who began it, or by another client.
+        os.truncate(bench.write("huge.bin", b"x"), 1 << 36)
+        assert bus.send('[Open "huge.bin"]') == 0
+        viewer.find("Quorl - huge.bin")
+        search = subprocess.Popen(["gdbus", "call", "--session", "--dest", NAME, "--object-path", PATH, "--method",
+                                   "org.quorl.Viewer.Find", "nowhere", "[]"], env=bus.env, stderr=subprocess.PIPE,
+                                  text=True)
+        wait_until(lambda: bus.property("Busy") == "(<true>,)", "the search to be told", viewer.process)
+        assert "Error.Busy" in bus.gdbus("org.quorl.Viewer.Rows").stderr
+        assert bus.gdbus("org.quorl.Viewer.Cancel").returncode == 0
+        ended = search.communicate(timeout=20)[1]
+        assert "Error.Canceled" in ended, ended
         for commands, error in (("[]", "NotProcessed"), ("[Nonsense]", "NotProcessed"), ("x" * 257, "TooLong")):
             refused = bus.gdbus("org.quorl.Viewer.Execute", commands)
             assert refused.returncode != 0 and "org.quorl.Error." + error in refused.stderr, refused

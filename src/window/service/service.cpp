@@ -9,6 +9,7 @@
 #include "window/printing/print_job.h"
 #include "window/private_messages.h"
 #include "window/service/dde_service.h"
+#include "window/service/requests.h"
 #include "window/setups.h"
 #include "window/watch.h"
 
@@ -51,7 +52,8 @@ bool RunAction(const std::string& name) {
 
 void StartService() {
   MainWindowState& state = MainState;
-  OfferOnBus({StateForBus, BringToFront, OpenForBus, RunAction});
+  OfferOnBus({StateForBus, BringToFront, OpenForBus, RunAction, FindForBus, GoToForBus, RowsForBus,
+              CopyForBus, GiveUpWatched});
   const DdeLinks links{&state.Search, IsBusy, NameSetup};
   if (DdeStart(state.AppInstance, state.MainWindow, links) != 0) state.DdeState = kDdeServing;
 }

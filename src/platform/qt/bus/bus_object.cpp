@@ -23,6 +23,18 @@ constexpr int kMostBytes = 256;  // of a command string
 constexpr const char* kIntrospection = R"(
   <interface name="org.quorl.Viewer">
     <method name="Execute"><arg name="commands" type="s" direction="in"/></method>
+    <method name="Find">
+      <arg name="key" type="s" direction="in"/>
+      <arg name="options" type="as" direction="in"/>
+      <arg name="position" type="x" direction="out"/>
+    </method>
+    <method name="GoTo">
+      <arg name="place" type="s" direction="in"/>
+      <arg name="position" type="x" direction="out"/>
+    </method>
+    <method name="Rows"><arg name="rows" type="as" direction="out"/></method>
+    <method name="Copy"><arg name="text" type="s" direction="out"/></method>
+    <method name="Cancel"/>
     <property name="File" type="s" access="read"/>
     <property name="Length" type="x" access="read"/>
     <property name="Position" type="x" access="read"/>
@@ -127,7 +139,12 @@ bool BusObject::handleMessage(const QDBusMessage& message, const QDBusConnection
   if (interface != QLatin1String(kViewerInterface) && interface != QLatin1String(kApplicationInterface)) {
     return false;
   }
-  if (calls_.size() >= kMostCalls) {
+  if (message.member() == QLatin1String("Cancel")) {
+    host_.cancel();
+    return connection.send(message.createReply());
+  }
+  // A call that goes on, as a search does, holds all others off.
+  if (calls_.size() >= kMostCalls || (serving_ && host_.state().busy)) {
     return connection.send(Busy(message));
   }
   message.setDelayedReply(true);
@@ -158,16 +175,61 @@ QDBusMessage BusObject::Answer(const QDBusMessage& call) {
   if (service_ == nullptr) {
     return call.createErrorReply(QDBusError::ServiceUnknown, QStringLiteral("the viewer serves no more"));
   }
-  return call.interface() == QLatin1String(kViewerInterface) ? Execute(call) : CallApplication(call);
+  return call.interface() == QLatin1String(kViewerInterface) ? CallViewer(call) : CallApplication(call);
+}
+
+QDBusMessage BusObject::CallViewer(const QDBusMessage& call) {
+  const QString member = call.member();
+  const QVariantList arguments = call.arguments();
+  const QString wanted = member == QLatin1String("Find") ? QStringLiteral("sas")
+                         : member == QLatin1String("Rows") || member == QLatin1String("Copy")
+                             ? QString()
+                             : QStringLiteral("s");
+  if (call.signature() != wanted) {
+    return Wrong(call, "the arguments are of other types");
+  }
+  if (member == QLatin1String("Execute")) {
+    return Execute(call);
+  }
+  const std::string first = arguments.value(0).toString().toStdString();
+  const auto run = [&call, this](const std::function<BusResult()>& request, auto valueOf) {
+    if (host_.state().busy) {
+      return Busy(call);
+    }
+    const BusResult result = request();
+    return result.error == nullptr
+               ? call.createReply(QVariant(valueOf(result)))
+               : call.createErrorReply(QStringLiteral("org.quorl.Error.") + QString::fromUtf8(result.error),
+                                       QString::fromStdString(result.why));
+  };
+  const auto position = [](const BusResult& result) { return qint64{result.position}; };
+  if (member == QLatin1String("Find")) {
+    std::vector<std::string> options;
+    for (const QString& option : arguments.value(1).toStringList()) {
+      options.push_back(option.toStdString());
+    }
+    return run([&] { return host_.find(first, options); }, position);
+  }
+  if (member == QLatin1String("GoTo")) {
+    return run([&] { return host_.goTo(first); }, position);
+  }
+  if (member == QLatin1String("Rows")) {
+    return run(host_.rows, [](const BusResult& result) {
+      QStringList rows;
+      for (const std::string& row : result.texts) {
+        rows.append(QString::fromStdString(row));
+      }
+      return rows;
+    });
+  }
+  if (member == QLatin1String("Copy")) {
+    return run(host_.copy,
+               [](const BusResult& result) { return QString::fromStdString(result.texts.front()); });
+  }
+  return call.createErrorReply(QDBusError::UnknownMethod, member);
 }
 
 QDBusMessage BusObject::Execute(const QDBusMessage& call) {
-  if (call.member() != QLatin1String("Execute")) {
-    return call.createErrorReply(QDBusError::UnknownMethod, call.member());
-  }
-  if (call.signature() != QLatin1String("s")) {
-    return Wrong(call, "Execute takes one string");
-  }
   HDDEDATA__ data{call.arguments().front().toString().toStdString()};
   if (data.bytes.size() > kMostBytes) {
     return call.createErrorReply(QStringLiteral("org.quorl.Error.TooLong"),

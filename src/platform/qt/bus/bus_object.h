@@ -46,6 +46,7 @@ class BusObject : public QDBusVirtualObject {
 
   // What a call is answered with, once it has run.
   QDBusMessage Answer(const QDBusMessage& call);
+  QDBusMessage CallViewer(const QDBusMessage& call);
   QDBusMessage Execute(const QDBusMessage& call);
   QDBusMessage CallApplication(const QDBusMessage& call);
   [[nodiscard]] QDBusMessage Property(const QDBusMessage& call) const;
