@@ -5,6 +5,7 @@
 #   tools/setup.sh run       to build and run the viewer
 #   tools/setup.sh test      ... and for ./test.sh
 #   tools/setup.sh ci        ... and for .ci/run
+#   tools/setup.sh package   to build the Debian package and to check it
 #   tools/setup.sh measure   ... and for tools/measure
 set -euo pipefail
 
@@ -14,6 +15,7 @@ run_packages=(g++ cmake ninja-build qt6-base-dev libgtest-dev libbenchmark-dev l
 test_packages=(xvfb xdotool xclip openbox python3 clang clang-format clang-tidy libfuse3-dev fuse3
     libfiu-dev fiu-utils poppler-utils xsettingsd cups-daemon cups-client cups-ipp-utils dbus-daemon dbus-bin
     libglib2.0-bin)
+package_packages=(debhelper dpkg-dev fakeroot pkgconf lintian desktop-file-utils appstream man-db)
 ci_packages=(g++-mingw-w64-x86-64-posix)
 measure_packages=(xvfb xdotool openbox python3 ripgrep strace poppler-utils enscript a2ps paps ghostscript)
 
@@ -33,9 +35,10 @@ case "$purpose" in
 run) wanted=("${run_packages[@]}") ;;
 test) wanted=("${run_packages[@]}" "${test_packages[@]}") ;;
 ci) wanted=("${run_packages[@]}" "${test_packages[@]}" "${ci_packages[@]}") ;;
+package) wanted=("${run_packages[@]}" "${package_packages[@]}") ;;
 measure) wanted=("${run_packages[@]}" "${measure_packages[@]}") ;;
 *)
-    echo "setup: what for? One of run, test, ci, measure" >&2
+    echo "setup: what for? One of run, test, ci, package, measure" >&2
     exit 2
     ;;
 esac

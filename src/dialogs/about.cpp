@@ -5,10 +5,15 @@
 #include "resources/dialogs/about_dialog.h"
 #include "resources/version.h"
 
+// The day of the build; a package names the day of its release, so that it is built the same at any time.
+#ifndef QUORL_BUILD_DATE
+#define QUORL_BUILD_DATE __DATE__
+#endif
+
 namespace {
 
 std::string VersionText() {
-  return std::string("Version ") + kVersion + "   [" __DATE__ "]";
+  return std::string("Version ") + kVersion + "   [" QUORL_BUILD_DATE "]";
 }
 
 class AboutDialog : public Dialog {

@@ -33,6 +33,8 @@ void TakeSetup(std::string_view name, CommandLineWords& line) {
   Store(fits ? section : "", line.SetupSection, sizeof line.SetupSection);
 }
 
+constexpr std::string_view kServiceOption = "--service";
+
 struct NamedOption {
   std::string_view name;
   char letter = '\0';                              // for which it stands
@@ -46,6 +48,7 @@ constexpr NamedOption kNamedOptions[] = {
     {"--at", '\0', &CommandLineWords::AskedPlace},
     {"--find", '\0', &CommandLineWords::AskedKey},
     {"--find-hex", '\0', &CommandLineWords::AskedKey, true},
+    {kServiceOption, 'D'},
 };
 
 const NamedOption* FindOption(std::string_view name) {
@@ -60,6 +63,7 @@ void TakeNamedOption(std::string_view word, CommandLineWords& line) {
     line.CommandFault = "there is no option " + std::string(word);
   } else if (option->value == nullptr) {
     TakeLetter(option->letter, line);
+    if (option->name == kServiceOption) line.StartsHidden = true;
   } else {
     if (option->value == &CommandLineWords::AskedKey) line.KeyIsHex = option->hex;
     if (equals != std::string_view::npos) {

@@ -21,8 +21,9 @@ struct CommandLineWords {
   std::string AskedPlace;  // --at; empty: none
   std::string AskedKey;    // --find, +/ and --find-hex; empty: none
   bool KeyIsHex = false;
-  bool InputIsFile = false;             // the file is standard input: a dash alone, and no other file
-  std::string CommandFault;             // what is wrong with the words; empty: nothing
+  bool InputIsFile = false;   // the file is standard input: a dash alone, and no other file
+  bool StartsHidden = false;  // --service: the window is not shown before another program asks for it
+  std::string CommandFault;   // what is wrong with the words; empty: nothing
   std::string* AwaitedValue = nullptr;  // of an option whose value is the next word
   bool NamesOnly = false;               // behind --
 

@@ -36,6 +36,7 @@ inline constexpr OptionLetterText kLongOptionTexts[] = {
      "same"},
     {"--find TEXT, +/TEXT", "begin with the first place of a text"},
     {"--find-hex DIGITS", "begin with the first place of bytes"},
+    {"--service", "take commands from other programs, and show no window before one asks for it"},
     {"--send COMMANDS",
      "send a command string to the viewer that was started last; - sends each line of standard input. Exits "
      "with 0 "

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 #include "engine/error_page.h"
 #include "platform/spool.h"
@@ -77,6 +78,7 @@ void ShowOpened(const ViewFile& file, LoadOutcome&& outcome) {
 
   const std::string caption = std::string(kProgramName) + " - " + FileTitle(state.File.Fname);
   SetWindowTextA(window, caption.c_str());
+  if (std::exchange(state.StartsHidden, false)) ShowWindow(window, SW_SHOWNORMAL);
   if (IsIconic(window)) ShowWindow(window, SW_RESTORE);
   RepaintWindow();
   SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);

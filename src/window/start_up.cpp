@@ -126,7 +126,7 @@ std::optional<int> StartProgram(HINSTANCE instance, HINSTANCE previous, const ch
       CreateWindowExA(0, kClassName, kProgramName, style, state.WindowX, state.WindowY, state.WindowW,
                       state.WindowH, nullptr, BuildMenuBar(), instance, nullptr);
   if (window == nullptr) return Refuse("Cannot create window", kExitNoWindow);
-  ShowWindow(window, ShowState(show));
+  if (!state.StartsHidden) ShowWindow(window, ShowState(show));
   state.AccelTable = BuildAccelerators();
 
   const bool serve = state.Letter('D') != '\0';

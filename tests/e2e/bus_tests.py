@@ -16,10 +16,12 @@ def unavailable():
 
 
 class Bus:
-    def __init__(self, bench):
+    def __init__(self, bench, data=None):
+        """`data` is a folder in which the bus looks for services that it can start."""
         self.bench = bench
+        own = dict(bench.desktop.env, XDG_DATA_DIRS=data) if data else None
         self.daemon = subprocess.Popen(["dbus-daemon", "--session", "--print-address=1", "--nofork", "--nopidfile"],
-                                       stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+                                       stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True, env=own)
         self.env = dict(bench.desktop.env, DBUS_SESSION_BUS_ADDRESS=self.daemon.stdout.readline().strip())
 
     def __enter__(self):
@@ -148,4 +150,35 @@ def own_client(bench):
         second.wait_end()
 
 
-ALL_TESTS = [("bus-stock-clients", stock_clients), ("bus-own-client", own_client)]
+def installed(bench):
+    """An installed program is started by the bus, without a window until it is asked for one, and finds its help."""
+    prefix = bench.path("installed")
+    subprocess.run(["cmake", "--install", desktop.BUILD, "--prefix", prefix], check=True, stdout=subprocess.DEVNULL)
+    bench.write("asked for.txt", b"of the client\n")
+    with Bus(bench, os.path.join(prefix, "share")) as bus:
+        assert bus.gdbus("org.freedesktop.DBus.Properties.Get", "org.quorl.Viewer", "File").stdout.strip() == "(<''>,)"
+        process = int(bus.run("--list").stdout.split()[0])
+        exe = os.readlink(f"/proc/{process}/exe")
+        assert exe == os.path.join(prefix, "bin", "quorl"), exe
+
+        def windows():
+            return bench.desktop.xdotool("search", "--all", "--onlyvisible", "--pid", process, "--name", ".",
+                                         check=False).split()
+
+        try:
+            assert windows() == [], "no window yet"
+            assert bus.gdbus("org.freedesktop.Application.Open", f"['file://{bench.folder}/asked%20for.txt']",
+                             "{}").returncode == 0
+            window = wait_until(windows, "the window")[0]
+            bench.desktop.xdotool("windowactivate", "--sync", window)
+            title = ["getwindowfocus", "getwindowname"]
+            wait_until(lambda: bench.desktop.xdotool(*title, check=False).strip() == "Quorl - asked for.txt", "the file")
+            bench.desktop.keys("F1")
+            wait_until(lambda: bench.desktop.xdotool(*title, check=False).strip() == "Keys and mouse - Quorl Help", "the help book")
+        finally:
+            os.kill(process, 15)
+        wait_until(lambda: not windows(), "the windows to go")
+
+
+ALL_TESTS = [("bus-stock-clients", stock_clients), ("bus-own-client", own_client),
+             ("bus-installed", installed)]

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <string>
+#include <utility>
 
 #include "platform/bus.h"
 #include "window/command_table.h"
@@ -31,6 +32,7 @@ BusState StateForBus() {
 
 void BringToFront() {
   const HWND window = MainState.MainWindow;
+  if (std::exchange(MainState.StartsHidden, false)) ShowWindow(window, SW_SHOWNORMAL);
   if (IsIconic(window)) ShowWindow(window, SW_RESTORE);
   SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
   SetFocus(window);

@@ -173,7 +173,7 @@ void StartToolkit(const char* programName) {
   toolkit->application = std::make_unique<QApplication>(toolkit->argumentCount, toolkit->arguments);
   comesUp = false;
   QApplication::setApplicationName(QStringLiteral("quorl"));
-  QGuiApplication::setDesktopFileName(QStringLiteral("quorl"));
+  QGuiApplication::setDesktopFileName(QStringLiteral("org.quorl.Quorl"));
   QApplication::setQuitOnLastWindowClosed(false);
   TakeDesktopColors();
   WatchScreens(toolkit->application.get());

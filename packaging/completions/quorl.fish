@@ -1,0 +1,13 @@
+# Completion of quorl for fish.
+complete -c quorl -l text -d 'begin in the format Text'
+complete -c quorl -l hex -d 'begin in the format Hex Dump'
+complete -c quorl -l raw -d 'begin in the format Raw Text'
+complete -c quorl -l at -x -d 'begin at a place: 12345, -4k, 50%, p12'
+complete -c quorl -l find -x -d 'begin with the first place of a text'
+complete -c quorl -l find-hex -x -d 'begin with the first place of bytes'
+complete -c quorl -l service -d 'take commands, and show no window before one is asked for'
+complete -c quorl -l send -x -d 'send commands to a viewer'
+complete -c quorl -l to -x -a '(quorl --list 2>/dev/null)' -d 'the process of the viewer'
+complete -c quorl -l list -f -d 'list the viewers that take commands'
+complete -c quorl -l help -f -d 'tell the options'
+complete -c quorl -l version -f -d 'tell the version'
