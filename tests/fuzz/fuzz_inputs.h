@@ -11,6 +11,7 @@
 // Each runs one input to its end, or prints what was broken and aborts.
 void FuzzFormat(const std::uint8_t* data, std::size_t size);
 void FuzzLoad(const std::uint8_t* data, std::size_t size);
+void FuzzWords(const std::uint8_t* data, std::size_t size);
 
 class FuzzInput {
  public:
