@@ -18,7 +18,7 @@ constexpr int kWrong = 2;
 
 using Words = std::span<const std::string_view>;
 
-int Refuse(const std::string& why) {
+int TellWrong(const std::string& why) {
   std::fprintf(stderr, "quorl: %s\n", why.c_str());
   return kWrong;
 }
@@ -38,9 +38,9 @@ int PrintHelp() {
 std::optional<std::vector<BusViewer>> Viewers() {
   auto viewers = ViewersOnBus();
   if (!viewers) {
-    Refuse("there is no session bus");
+    TellWrong("there is no session bus");
   } else if (viewers->empty()) {
-    Refuse("no viewer takes commands (start one with -D, or take the tick off Ignore DDE in its menu)");
+    TellWrong("no viewer takes commands (start one with -D, or take the tick off Ignore DDE in its menu)");
     viewers.reset();
   }
   return viewers;
@@ -65,7 +65,7 @@ int SendOne(std::int64_t process, const std::string& commands) {
     case BusAnswer::nobody:
       break;
   }
-  return Refuse("the viewer does not answer");
+  return TellWrong("the viewer does not answer");
 }
 
 // The worst of the statuses of all strings.
@@ -107,12 +107,12 @@ int RunClientCommand(Words words) {
       const std::string_view number = words[++i];
       const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), process);
       if (error != std::errc() || end != number.data() + number.size() || process <= 0) {
-        return Refuse("not the number of a process: " + std::string(number));
+        return TellWrong("not the number of a process: " + std::string(number));
       }
     } else {
-      return Refuse("do not know what to do with " + std::string(word) +
-                    "; quorl --help tells what there is");
+      return TellWrong("do not know what to do with " + std::string(word) +
+                       "; quorl --help tells what there is");
     }
   }
-  return commands ? Send(*commands, process) : Refuse("--to needs --send");
+  return commands ? Send(*commands, process) : TellWrong("--to needs --send");
 }
