@@ -1,10 +1,10 @@
-// What the session bus offers of a running viewer beside command strings (which are DDEML's, see win32.h),
+// What the session bus offers of a running viewer beside command strings (which are DDEML's, see ddeml.h),
 // and how one program speaks to the viewers there. Operations of this layer's own: a system without such a
 // bus offers nothing, and finds nobody.
 //
 // On the bus a viewer owns org.quorl.Quorl, if no other one does, and org.quorl.Quorl.Instance<its process
 // number>. Its object /org/quorl/Quorl has the interfaces org.quorl.Viewer and org.freedesktop.Application,
-// whose introspection data tells their members (Desktop Entry Specification, "D-Bus Activation").
+// whose introspection data tells their members (freedesktop.org, "D-Bus Activation" of desktop entries).
 #pragma once
 
 #include <cstdint>

@@ -4,6 +4,7 @@
 
 #include "dde/dde_command.h"
 #include "dde/dde_verbs.h"
+#include "platform/ddeml.h"
 #include "window/command_table.h"
 #include "window/private_messages.h"
 

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "platform/bus.h"
-#include "platform/win32.h"
+#include "platform/ddeml.h"
 
 // The handles of the service, which nobody else makes.
 struct HSZ__ {
