@@ -56,6 +56,9 @@ constexpr const char* kIntrospection = R"(
   </interface>
 )";
 
+// Never destroyed: a call may still run when the service ends.
+BusObject* theObject = nullptr;
+
 // Calls wait in the queue as messages of this window, which is never shown.
 constexpr UINT kCallWaits = 0xFFFF0002U;
 
@@ -93,9 +96,14 @@ QVariantMap MapOf(const BusState& state) {
 }  // namespace
 
 BusObject& BusObject::Get() {
-  // Never destroyed: a call may still run when the service ends.
-  static BusObject& object = *new BusObject;
-  return object;
+  if (theObject == nullptr) {
+    theObject = new BusObject;
+  }
+  return *theObject;
+}
+
+bool BusObject::IsThere() {
+  return theObject != nullptr;
 }
 
 BusObject::BusObject() : started_(QDateTime::currentMSecsSinceEpoch()), window_(new CallWindow) {}
@@ -336,5 +344,8 @@ void OfferOnBus(BusHost host) {
 }
 
 void PublishBusState() {
-  BusObject::Get().Publish();
+  // Painting calls this, also where nobody is served.
+  if (BusObject::IsThere()) {
+    BusObject::Get().Publish();
+  }
 }

@@ -25,6 +25,8 @@ class BusObject : public QDBusVirtualObject {
  public:
   // The one object, which stays when the service ends.
   static BusObject& Get();
+  // Whether anybody has asked for it.
+  static bool IsThere();
   BusObject(const BusObject&) = delete;
   BusObject& operator=(const BusObject&) = delete;
 
