@@ -46,6 +46,7 @@ void FreeView() {
   MainWindowState& state = MainState;
   delete[] state.Tags.entries;
   state.Run = state.SpareRun = nullptr;
+  state.File = ViewFile{};  // a program that asks over the bus finds none
   state.Lines = LineArray{};
   state.Text = TextBuffer{};
   state.Tags = TagList{};

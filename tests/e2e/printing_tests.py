@@ -7,6 +7,7 @@ import re
 import signal
 import subprocess
 
+import bus_tests
 import desktop
 import print_service
 from desktop import wait_until
@@ -34,7 +35,7 @@ def facts_of(path):
 class Printing:
     """A viewer on a file of numbered lines, and what it prints."""
 
-    def __init__(self, bench, service=None, settings=(), file=None):
+    def __init__(self, bench, service=None, settings=(), file=None, bus=None):
         self.bench, self.service = bench, service
         if file is None:
             text = "".join(numbered(line) + "\n" for line in range(ROWS))
@@ -44,10 +45,10 @@ class Printing:
         with open(os.path.join(folder, "QUORL.INI"), "w", encoding="utf-8") as profile:
             # Headings would be the first line of each page.
             profile.write("[Page Setup]\nPrintOptions=0\n" + "".join(f"{line}\n" for line in settings))
-        env = dict(bench.desktop.env)
+        env = dict(bus.env if bus else bench.desktop.env)
         env["CUPS_SERVER"] = service.environment["CUPS_SERVER"] if service else "localhost:9"
         self.title = "Quorl - " + os.path.basename(file)
-        self.viewer = bench.show(file, env=env)
+        self.viewer = bench.show(*(["-D"] if bus else []), file, env=env)
 
     def keys(self, *keys):
         self.bench.desktop.keys(*keys)
@@ -218,15 +219,19 @@ def test_through_the_service(bench):
 
 def test_given_up(bench):
     """A job that is cancelled in the middle leaves nothing, and the viewer is as before."""
-    with print_service.PrintService() as service:
+    with print_service.PrintService() as service, bus_tests.Bus(bench) as bus:
         large = bench.path("large.txt")
         with open(large, "w", encoding="ascii") as file:
             for line in range(2000000):
                 file.write(numbered(line) + "\n")
-        printing = Printing(bench, service, file=large)
+        printing = Printing(bench, service, file=large, bus=bus)
         printing.open_print()
         printing.keys("Return")
         printing.wait_under_way(1)
+        # Other programs are told that they have to wait.
+        for commands in ("[Display Hex]", "[Open printed.txt]", "[Print]", "[Setup \"Setup: x\"]", "[Exit]"):
+            check(bus.send(commands) == 1, f"{commands} is refused")
+        check(bus.send("[Window OnTop][Window OnTop]") == 0, "what concerns the window alone is done")
         printing.keys("Escape")
         printing.wait_idle()
         job = service.ended_job("kept", 1)
