@@ -24,9 +24,19 @@ build_target() {
 }
 
 has_file=no
+before=
 for word in "$@"; do
+    case "$before" in
+    --at | --find | --find-hex) word=+value ;; # no file, but the value of an option
+    esac
+    before=$word
     case "$word" in
-    -*) ;;
+    --help | --version | --list | --send*) # needs neither a file nor a display
+        build_target quorl
+        exec "$build/bin/quorl" "$@"
+        ;;
+    - | --service) has_file=yes ;;
+    -* | +*) ;;
     *) has_file=yes ;;
     esac
 done
