@@ -1,6 +1,9 @@
 #include "window/fonts.h"
 
 #include "resources/command_ids.h"
+#include "resources/dialogs/color_dialog.h"
+#include "resources/dialogs/format_options_dialog.h"
+#include "tests/window/dialog_steps.h"
 #include "tests/window/viewer.h"
 
 namespace {
@@ -33,6 +36,20 @@ TEST(Fonts, TheDialogsFontIsTakenAndTheZoomStays) {
   EXPECT_EQ(MainState.ZoomLevel, 1);
   EXPECT_GT(MainState.CharHeight, height + height / 2);
   EXPECT_EQ(MainState.FormatWidth, MainState.ClientWidth / MainState.CharWidth) << "laid out anew";
+  // The same from Display Formatting, where it stays when that is cancelled. So do colors.
+  platform_testing::AnswerNextFontDialog(platform_testing::FontAnswer{"Liberation Mono", 12, 400, false});
+  platform_testing::AnswerNextColorDialog(RGB(1, 2, 3));
+  namespace ids = format_options_dialog;
+  using namespace dialog_steps;
+  platform_testing::ScriptNextDialog(
+      {Click(ids::kFont), Click(ids::kWrap), Click(ids::kColors), Click(IDCANCEL)});
+  platform_testing::ScriptNextDialog({Click(color_dialog::kChange), Click(IDOK)});
+  EXPECT_EQ(SendMessageA(viewer.Window(), WM_COMMAND, IDM_OPTIONS, 0), 0);
+  viewer.Pump();
+  EXPECT_EQ(MainState.FontPoints, 12);
+  EXPECT_LT(MainState.CharHeight, height + height / 2);
+  EXPECT_EQ(ColorTable[WindowText], RGB(1, 2, 3));
+  EXPECT_EQ(MainState.FormatFlags & VO_WRAP, 0U) << "the tick is dropped, and what the letter -W had set";
 }
 
 }  // namespace
