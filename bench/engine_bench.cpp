@@ -61,7 +61,7 @@ struct View {
     text.Tlen = kViewText;
   }
   std::vector<LineEntry> entries;
-  std::vector<char> characters;
+  std::vector<Cell> characters;
   LineArray lines;
   TextBuffer text;
 };

@@ -6,7 +6,7 @@
 #include <optional>
 #include <span>
 
-#include "platform/posix/windows_1252.h"
+#include "platform/cells.h"
 #include "platform/testing.h"
 #include "window/main_window_state.h"
 
@@ -74,17 +74,8 @@ std::optional<KeyStroke> ParseKey(std::string_view name) {
   return stroke;
 }
 
-std::string Utf8(char16_t character) {
-  if (character < 0x80) return {static_cast<char>(character)};
-  if (character < 0x800) {
-    return {static_cast<char>(0xC0 | (character >> 6)), static_cast<char>(0x80 | (character & 0x3F))};
-  }
-  return {static_cast<char>(0xE0 | (character >> 12)), static_cast<char>(0x80 | ((character >> 6) & 0x3F)),
-          static_cast<char>(0x80 | (character & 0x3F))};
-}
-
-constexpr char kFrozenEnd = '|';
-constexpr char kTextEnd = '\xBB';
+constexpr const char* kFrozenEnd = "|";
+constexpr const char* kTextEnd = "\u00BB";
 
 // The screen as it is drawn, call by call.
 class Canvas {
@@ -102,9 +93,9 @@ class Canvas {
     for (std::size_t i = 0; i < rows_.size(); ++i) {
       int column = 0;
       for (const auto& [at, character] : cells_[i]) {
-        if (character == ' ') continue;
+        if (character == " ") continue;
         rows_[i].text.append(static_cast<std::size_t>(at - column), ' ');
-        rows_[i].text += Utf8(UnicodeOfWindows1252(static_cast<std::uint8_t>(character)));
+        rows_[i].text += character;
         column = at + 1;
       }
     }
@@ -147,7 +138,7 @@ class Canvas {
     const auto row = static_cast<std::size_t>(y / Height());
     return y >= 0 && row < rows_.size() ? &rows_[row] : nullptr;
   }
-  void Put(int y, int column, char character) {
+  void Put(int y, int column, const std::string& character) {
     if (RowAt(y) != nullptr) cells_[static_cast<std::size_t>(y / Height())][column] = character;
   }
   void DrawText(const DrawCall& call) {
@@ -163,8 +154,9 @@ class Canvas {
     const int left = clipped ? std::max<int>(call.rect.left, 0) : 0;
     const int right = clipped ? std::min<int>(call.rect.right, MainState.ClientWidth) : MainState.ClientWidth;
     int x = call.x;
-    for (const char character : call.text) {
-      if (x >= left && x < right) Put(call.y, ColumnOf(x), character);
+    const CellRow cells = CellsOfUtf8(call.text);
+    for (std::size_t i = 0; i < cells.cells.size(); ++i) {
+      if (x >= left && x < right) Put(call.y, ColumnOf(x), CellsToUtf8(cells.View().substr(i, 1)));
       x += MainState.CharWidth;
     }
   }
@@ -186,7 +178,7 @@ class Canvas {
   }
 
   std::vector<ScreenRow> rows_;
-  std::vector<std::map<int, char>> cells_;
+  std::vector<std::map<int, std::string>> cells_;
   int rule_ = -1;  // of the frozen columns
 };
 

@@ -9,8 +9,8 @@
 #   tools/setup.sh measure   ... and for tools/measure
 set -euo pipefail
 
-run_packages=(g++ cmake ninja-build qt6-base-dev libgtest-dev libbenchmark-dev libhwy-dev fontconfig
-    fonts-liberation2 pkg-config libcairo2-dev libcups2-dev
+run_packages=(g++ cmake ninja-build qt6-base-dev libgtest-dev libbenchmark-dev libhwy-dev libutf8proc-dev fontconfig
+    fonts-liberation2 pkg-config libcairo2-dev libharfbuzz-dev libcups2-dev
     qt6-tools-dev qt6-documentation-tools libqt6sql6-sqlite python3 python3-markdown)
 test_packages=(xvfb xdotool xclip openbox python3 clang clang-format clang-tidy libfuse3-dev fuse3
     libfiu-dev fiu-utils poppler-utils xsettingsd cups-daemon cups-client cups-ipp-utils dbus-daemon dbus-bin

@@ -1,6 +1,7 @@
 #include "engine/char_map.h"
 
 #include <algorithm>
+#include <array>
 
 #include "platform/cells.h"
 
@@ -69,6 +70,22 @@ const std::uint8_t* GetCharMap(ViewOptions options) {
   if ((options & VO_EBCDIC) != 0) return kEbcdicMap;
   if ((options & VO_ASCII) != 0) return AsciiMap(options);
   return AnsiMap(options);
+}
+
+const Cell* GetCellMap(ViewOptions options) {
+  static const auto maps = [] {
+    constexpr ViewOptions kCodeOptions[] = {0, VO_ASCII, VO_EBCDIC};
+    std::array<std::array<std::array<Cell, kCodes>, 2>, 3> made{};
+    for (std::size_t code = 0; code < 3; ++code) {
+      for (const bool keepsPages : {false, true}) {
+        const std::uint8_t* map = GetCharMap(kCodeOptions[code] | (keepsPages ? VO_KEEPFF : 0));
+        std::transform(map, map + kCodes, made[code][keepsPages ? 1 : 0].begin(), CellOf);
+      }
+    }
+    return made;
+  }();
+  const std::size_t code = (options & VO_EBCDIC) != 0 ? 2 : (options & VO_ASCII) != 0 ? 1 : 0;
+  return maps[code][(options & VO_KEEPFF) != 0 ? 1 : 0].data();
 }
 
 const std::uint8_t* GetEbcdicInverse() {

@@ -1,5 +1,5 @@
-// Display maps: what character of the Windows-1252 set stands for each byte of the file, in the three
-// character codes. A map is a table of 256 bytes that lives as long as the program.
+// Display maps: what character of the Windows-1252 set stands for each byte of the file, in the three codes
+// of one byte a character. A map is a table of 256 bytes that lives as long as the program.
 #pragma once
 
 #include <cstdint>
@@ -16,6 +16,9 @@ inline constexpr std::uint8_t kPageMark = 240;
 // With VO_KEEPFF the page character stays itself in the ANSI and ASCII maps. The same table is given out at
 // every call; the entry of the page character is set anew each time.
 [[nodiscard]] const std::uint8_t* GetCharMap(ViewOptions options);
+
+// The cells that the map's characters stand in. These tables do not change.
+[[nodiscard]] const Cell* GetCellMap(ViewOptions options);
 
 // EBCDIC code of each character, 0 for a character that has none. For a character that several codes share,
 // the highest of them.

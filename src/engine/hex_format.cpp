@@ -28,8 +28,8 @@ static_assert(VO_FILEDIGITS == ViewOptions{15} << kFileDigitsBit);
 constexpr auto kDigitPairs = [] {
   std::array<Cell, 512> pairs{};
   for (std::size_t value = 0; value < 256; ++value) {
-    pairs[2 * value] = CellOf(kDigits[value >> 4]);
-    pairs[2 * value + 1] = CellOf(kDigits[value & 15]);
+    pairs[2 * value] = static_cast<Cell>(kDigits[value >> 4]);
+    pairs[2 * value + 1] = static_cast<Cell>(kDigits[value & 15]);
   }
   return pairs;
 }();
@@ -76,19 +76,19 @@ constexpr ViewOptions DigitsAboveFewest(FilePos last) {
 void WriteAddress(Cell* row, std::int32_t digits, FilePos pos) {
   auto value = static_cast<std::uint64_t>(pos.Offset());
   for (std::int32_t i = digits - 1; i >= 0; --i) {
-    row[i] = CellOf(kDigits[value & 15]);
+    row[i] = static_cast<Cell>(kDigits[value & 15]);
     value >>= 4;
   }
 }
 
 // Writes the digits and characters of the row's bytes `first` to `end` - 1; *bytes is the one at `first`.
 void WriteBytes(Cell* row, const RowShape& shape, std::int32_t first, std::int32_t end,
-                const std::uint8_t* bytes, const std::uint8_t* map) {
+                const std::uint8_t* bytes, const Cell* map) {
   Cell* characters = row + shape.characterColumn;
   for (std::int32_t i = first; i < end; ++i) {
     const std::int32_t column = shape.groupColumn + i / kGroupBytes * kGroupColumns + i % kGroupBytes * 2;
     std::memcpy(row + column, &kDigitPairs[std::size_t{2} * *bytes], 2 * sizeof(Cell));
-    characters[i] = CellOf(map[*bytes++]);
+    characters[i] = map[*bytes++];
   }
 }
 
@@ -97,13 +97,13 @@ bool HasRoom(const TextBuffer& text, const RowShape& shape) {
   return text.Tlen - text.Tend >= shape.full;
 }
 
-void FillForward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos,
-                 const std::uint8_t* map, const RowShape& shape) {
+void FillForward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos, const Cell* map,
+                 const RowShape& shape) {
   std::int32_t off = slice.Soff;
   while (lines.Ccur < lines.Ccnt - 1 && off < slice.Slen && HasRoom(text, shape)) {
     const std::int32_t count = std::min(shape.bytes, slice.Slen - off);
     Cell* row = text.Tbuf + text.Tend;
-    std::fill_n(row, shape.full, CellOf(' '));
+    std::fill_n(row, shape.full, U' ');
     WriteAddress(row, shape.digits, pos);
     WriteBytes(row, shape, 0, count, slice.Sbuf + off, map);
 
@@ -117,8 +117,8 @@ void FillForward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, Fi
   lines.Cend = pos;
 }
 
-void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos,
-                  const std::uint8_t* map, const RowShape& shape) {
+void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos, const Cell* map,
+                  const RowShape& shape) {
   ByteCount off = slice.Soff;
   if (off > slice.Slen) {  // the file ends before pos: start from where it ends
     pos -= off - slice.Slen;
@@ -130,7 +130,7 @@ void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, F
     if (off < 0 && pos - off > 0) return;  // the row begins above the slice, but not above the file
 
     Cell* row = text.Tbuf + text.Tend;
-    std::fill_n(row, shape.full, CellOf(' '));
+    std::fill_n(row, shape.full, U' ');
     WriteAddress(row, shape.digits, pos);
     const auto first = static_cast<std::int32_t>(std::max<ByteCount>(-off, 0));
     WriteBytes(row, shape, first, shape.bytes, slice.Sbuf + std::max<ByteCount>(off, 0), map);
@@ -153,7 +153,7 @@ ViewStatus FormatHex(const FileSlice& slice, LineCursor& lines, TextBuffer& text
   assert(slice.Slen >= 0 && slice.Soff >= 0);
   const RowShape shape = WidestRow(lineLen, options);
   if (shape.groups == 0) return VS_FAILED | VS_NARROW;
-  const std::uint8_t* map = GetCharMap(options);
+  const Cell* map = GetCellMap(options);
   if (direction == FILL_FORWARD) {
     FillForward(slice, lines, text, pos, map, shape);
   } else {

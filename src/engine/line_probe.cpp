@@ -4,18 +4,19 @@
 
 namespace {
 
-TextPiece PieceOf(const ByteView& view, const ByteSource& source) {
-  return {view.bytes, view.count, view.from == 0, view.End() == source.Length()};
+TextPiece PieceOf(const ByteView& view, const ByteSource& source, TextUnit unit) {
+  return {view.bytes, view.count, view.from == 0, view.End() == source.Length(), unit};
 }
 
 }  // namespace
 
 LineAround FindLine(ByteSource& source, FilePos at, ViewOptions options) {
   const std::int32_t limit = LongLineLimit(options);
+  const TextUnit unit = TextUnitOf(options);
   ByteView view = source.ViewAround(at, at + 1);
   std::int32_t start = 0;
   while (view.count > 0) {
-    TextPiece piece = PieceOf(view, source);
+    TextPiece piece = PieceOf(view, source, unit);
     start = piece.LineStart(static_cast<std::int32_t>(at - view.from));
     if (piece.KnowsStart(start)) break;
     if (at - view.from > std::max(limit, kLongestLine)) return {view.from, true};
@@ -23,7 +24,7 @@ LineAround FindLine(ByteSource& source, FilePos at, ViewOptions options) {
   }
   while (view.count > 0) {
     const FilePos lineStart = view.from + start;
-    const LongLine judgement = PieceOf(view, source).Judge(start, limit);
+    const LongLine judgement = PieceOf(view, source, unit).Judge(start, limit);
     if (judgement != LongLine::unknown) return {lineStart, judgement == LongLine::yes};
     view = source.ViewAround(lineStart, view.End() + 1);
     start = static_cast<std::int32_t>(lineStart - view.from);
@@ -38,8 +39,9 @@ FilePos FindRow(ByteSource& source, FilePos at, ViewOptions options, std::int32_
   const bool oneRow = (options & (VO_WRAP | VO_PAGEGAP)) == 0 && !isLong;
   if (oneRow || source.Failure() != 0) return line.start;
   // Rows of a long line are measured from a place at most one step in front of the line's last character.
-  const FilePos from = isLong ? std::max<FilePos>(line.start, at - LongLineStep(lineLen) - 2) : line.start;
-  const ByteView view = source.ViewAround(std::max<FilePos>(from, 0), at + 1);
+  const FilePos from =
+      isLong ? std::max<FilePos>(line.start, at - LongLineStep(lineLen) - kCutMargin) : line.start;
+  const ByteView view = source.ViewAround(std::max<FilePos>(from, 0), at + kLongestCharacter);
   if (view.count == 0) return line.start;
   const FileSlice slice{view.bytes, view.count, 0, view.End() == source.Length()};
   return TextRowStart(slice, view.from, line.start, at, isLong, options, lineLen);

@@ -2,7 +2,12 @@
 // and whether it is a long line of the text format. Knows nothing of runs and rows.
 #pragma once
 
+#include "codes/decoders.h"
 #include "engine/view_records.h"
+
+// Bytes in front of a stretch of a long line that may tell where its first character begins, and whose line
+// break it is.
+inline constexpr std::int32_t kCutMargin = 2 * kLongestCharacter;
 
 // The physical line that holds a byte of the file.
 struct LineAround {

@@ -7,7 +7,7 @@ namespace {
 constexpr std::int32_t kUnknownRow = -1;  // until the first page begins
 
 constexpr bool IsWhite(Cell c) {
-  return c == CellOf(' ') || (c >= CellOf('\t') && c <= CellOf('\r'));
+  return c == U' ' || (c >= U'\t' && c <= U'\r');
 }
 
 bool IsBlank(const LineEntry& line, const TextBuffer& text) {

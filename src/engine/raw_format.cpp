@@ -8,18 +8,18 @@
 namespace {
 
 // Eight look-ups a step: with one, the loop's own work costs as much as the look-up.
-void MapBytes(Cell* to, const std::uint8_t* from, std::int32_t count, const std::uint8_t* map) {
+void MapBytes(Cell* to, const std::uint8_t* from, std::int32_t count, const Cell* map) {
   std::int32_t i = 0;
   for (; i + 8 <= count; i += 8) {
     for (std::int32_t k = 0; k < 8; ++k)
-      to[i + k] = CellOf(map[from[i + k]]);
+      to[i + k] = map[from[i + k]];
   }
   for (; i < count; ++i)
-    to[i] = CellOf(map[from[i]]);
+    to[i] = map[from[i]];
 }
 
-void FillForward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos,
-                 const std::uint8_t* map, std::int32_t lineLen) {
+void FillForward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos, const Cell* map,
+                 std::int32_t lineLen) {
   std::int32_t off = slice.Soff;
   while (lines.Ccur < lines.Ccnt - 1 && off < slice.Slen && text.Tend < text.Tlen) {
     const std::int32_t count = std::min({lineLen, slice.Slen - off, text.Tlen - text.Tend});
@@ -33,8 +33,8 @@ void FillForward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, Fi
   lines.Cend = pos;
 }
 
-void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos,
-                  const std::uint8_t* map, std::int32_t lineLen) {
+void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos, const Cell* map,
+                  std::int32_t lineLen) {
   if (text.Tend >= text.Tlen) return;
   ByteCount off = slice.Soff;
   if (off > slice.Slen) {  // the file ends before pos: start from where it ends
@@ -54,7 +54,7 @@ void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, F
     }
     const auto blanks = static_cast<std::int32_t>(std::max<ByteCount>(-off, 0));
     Cell* line = text.Tbuf + text.Tend;
-    std::fill_n(line, blanks, CellOf(' '));
+    std::fill_n(line, blanks, U' ');
     MapBytes(line + blanks, slice.Sbuf + off + blanks, lineLen - blanks, map);
 
     lines.Cline[--lines.Ccur] = {std::max<FilePos>(pos, 0), text.Tend, lineLen, 0, 0};
@@ -67,7 +67,7 @@ void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, F
 ViewStatus FormatRaw(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos,
                      std::int32_t direction, ViewOptions options, std::int32_t lineLen) {
   assert(slice.Slen >= 0 && slice.Soff >= 0);
-  const std::uint8_t* map = GetCharMap(options);
+  const Cell* map = GetCellMap(options);
   lineLen = std::max(lineLen, 1);
   if (direction == FILL_FORWARD) {
     FillForward(slice, lines, text, pos, map, lineLen);

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr Cell kLineEnd[] = {CellOf('\r'), CellOf('\n'), Cell{}};
+constexpr Cell kLineEnd[] = {U'\r', U'\n', U'\0'};
 
 // The longest line must fit with room left over.
 constexpr std::int32_t kBatchText = 2 * kLongestLine;
@@ -21,13 +21,14 @@ std::unique_ptr<T[]> Allocate(std::size_t count) {
 struct Batch {
   std::unique_ptr<LineEntry[]> entries = Allocate<LineEntry>(kViewLines);
   std::unique_ptr<Cell[]> cells = Allocate<Cell>(kBatchText);
+  std::unique_ptr<CellCluster[]> clusters = Allocate<CellCluster>(kBatchText);
   std::int32_t count = 0;
 };
 
 // The lines from `pos` on, as many as one piece of the file and the buffers give.
 CopyFailure FillBatch(Batch& batch, FilePos pos, ByteSource& source, const LineStyle& style) {
   LineCursor cursor{batch.entries.get(), kViewLines};
-  TextBuffer text{batch.cells.get(), kBatchText, 0};
+  TextBuffer text{batch.cells.get(), kBatchText, 0, batch.clusters.get(), 0};
   bool cut = false;
   const ViewStatus status = FormatSlice(source, pos, BlockEnd(pos), cursor, text, style, cut);
   batch.count = cursor.Ccur;
@@ -48,7 +49,7 @@ SelectionText FormatSelection(FilePos from, FilePos to, ByteSource& source, cons
   style.options = (style.options & ~VO_HEXDIGITS) | HexAddressOptions(end - 1, fileEnd);
   Batch batch;
   auto output = Allocate<Cell>(kSelectionTextSize);
-  if (!batch.entries || !batch.cells || !output) {
+  if (!batch.entries || !batch.cells || !batch.clusters || !output) {
     result.failure = CopyFailure::memory;
     return result;
   }
@@ -65,7 +66,8 @@ SelectionText FormatSelection(FilePos from, FilePos to, ByteSource& source, cons
     const LineEntry& line = batch.entries[static_cast<std::size_t>(i)];
     const std::int32_t room = kSelectionTextSize - used - 3;
     const std::int32_t length = std::clamp(line.Llen, 0, room);
-    std::copy_n(&batch.cells[line.Ltext], length, &output[used]);
+    const CellView cells(&batch.cells[line.Ltext], static_cast<std::size_t>(length), batch.clusters.get());
+    CopyCells(cells, &output[used], result.clusters);
     used += length;
     std::ranges::copy(kLineEnd, &output[used]);
     used += 2;

@@ -21,7 +21,7 @@ ViewStatus FormatPiece(ByteSource& source, FilePos pos, FilePos reach, LineCurso
   const bool mayBeCut = lines.Cend >= view.End() ? !last : text.Tend >= text.Tlen;
   if (mayBeCut && lines.Ccur > first) {
     const LineEntry& dropped = lines.Cline[--lines.Ccur];
-    text.Tend = dropped.Ltext;
+    DropText(dropped, text);
     lines.Cend = dropped.Lpos;
   }
   lines.Cline[lines.Ccur] = SentinelAt(lines.Cend);

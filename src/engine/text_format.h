@@ -5,6 +5,7 @@
 // start in one go, so its rows must not depend on where a pass came from. A long line is shown in rows of
 // lineLen characters, wrapped or not, measured from its first byte and anew from each multiple of
 // LongLineStep behind it. So every row start is known from the bytes within one step, in both directions.
+// Where a character has several bytes, rows are measured anew from the first one that begins there or behind.
 #pragma once
 
 #include "engine/view_records.h"
@@ -18,6 +19,9 @@ extern std::int32_t TextTabLength;
 ViewStatus FormatText(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos,
                       std::int32_t direction, ViewOptions options, std::int32_t lineLen);
 
+// The units that line breaks are found in, in the code that the options name.
+[[nodiscard]] TextUnit TextUnitOf(ViewOptions options);
+
 // The most bytes that a line, its line break included, may have without being a long line.
 [[nodiscard]] std::int32_t LongLineLimit(ViewOptions options);
 
@@ -27,6 +31,7 @@ ViewStatus FormatText(const FileSlice& slice, LineCursor& lines, TextBuffer& tex
 
 // The start of the row that holds the byte at file offset `pos`, in the line that begins at `lineStart`. The
 // slice must reach from lineStart to pos; in a long line (`isLong`) LongLineStep bytes before pos are enough,
-// and lineStart may be any earlier offset.
+// and lineStart may be any earlier offset. Behind
+// `pos` it must reach as far as the character there does.
 [[nodiscard]] FilePos TextRowStart(const FileSlice& slice, FilePos slicePos, FilePos lineStart, FilePos pos,
                                    bool isLong, ViewOptions options, std::int32_t lineLen);

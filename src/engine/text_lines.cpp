@@ -48,48 +48,73 @@ std::int32_t BehindLineBreak(const std::uint8_t* bytes, std::int32_t from) {
   return from;
 }
 
-// Whether the line break at `index` is the second byte of a pair.
+namespace {
+
+bool IsWideBreak(const std::uint8_t* at, TextUnit unit) {
+  const int low = unit == TextUnit::utf16le ? 0 : 1;
+  return at[1 - low] == 0 && IsLineBreak(at[low]);
+}
+
+}  // namespace
+
+std::int32_t FindLineBreak(const std::uint8_t* bytes, std::int32_t from, std::int32_t end, TextUnit unit) {
+  if (unit == TextUnit::byte) return FindLineBreak(bytes, from, end);
+  for (; from + 1 < end; from += 2) {
+    if (IsWideBreak(bytes + from, unit)) return from;
+  }
+  return end;
+}
+
+std::int32_t BehindLineBreak(const std::uint8_t* bytes, std::int32_t from, TextUnit unit) {
+  if (unit == TextUnit::byte) return BehindLineBreak(bytes, from);
+  while (from > 0 && !IsWideBreak(bytes + from - 2, unit))
+    from -= 2;
+  return from;
+}
+
+// Whether the line break at `index` is the second one of a pair.
 bool TextPiece::IsSecondOfPair(std::int32_t index) {
   if (index < alternatingFrom_ || index > alternatingTo_) {
     std::int32_t from = index;
-    while (from > 0 && IsBreakPair(bytes_[from - 1], bytes_[from]))
-      --from;
+    while (from > 0 && IsBreakPair(UnitAt(from - step_), UnitAt(from)))
+      from -= step_;
     alternatingFrom_ = from;
     alternatingTo_ = index;
   }
   const bool startUnknown = alternatingFrom_ == 0 && !fromStart_;
   // Then lines end as nearly all do that end in two bytes.
-  const std::int32_t from = startUnknown && bytes_[0] == 10 ? 1 : alternatingFrom_;
-  return index > from && (index - from) % 2 != 0;
+  const std::int32_t from = startUnknown && UnitAt(0) == 10 ? step_ : alternatingFrom_;
+  return index > from && (index - from) / step_ % 2 != 0;
 }
 
 std::int32_t TextPiece::BreakStart(std::int32_t index) {
-  if (IsEndMark(index)) --index;
-  return IsLineBreak(bytes_[index]) && IsSecondOfPair(index) ? index - 1 : index;
+  index -= index % step_;
+  if (IsEndMark(index)) index -= step_;
+  return IsLineBreak(UnitAt(index)) && IsSecondOfPair(index) ? index - step_ : index;
 }
 
 std::int32_t TextPiece::LineStart(std::int32_t index) {
-  return BehindLineBreak(bytes_, BreakStart(index));
+  return BehindLineBreak(bytes_, BreakStart(index), unit_);
 }
 
 bool TextPiece::KnowsStart(std::int32_t start) {
   if (fromStart_ || start > kFarEnough) return true;
   if (start == 0) return false;
   // How the line breaks in front of it are paired may depend on what lies before the piece.
-  IsSecondOfPair(start - 1);
+  IsSecondOfPair(start - step_);
   return alternatingFrom_ > 0;
 }
 
 LongLine TextPiece::Judge(std::int32_t start, std::int32_t limit) const {
   const std::int32_t reach = size_ - start <= limit ? size_ : start + limit;
-  std::int32_t end = FindLineBreak(bytes_, start, reach);
+  std::int32_t end = FindLineBreak(bytes_, start, reach, unit_);
   if (end == reach) {
     if (reach < size_) return LongLine::yes;
     return toEnd_ ? LongLine::no : LongLine::unknown;
   }
-  ++end;
+  end += step_;
   const bool pairMayFollow = end == size_ && !toEnd_;
-  if (end < size_ && IsBreakPair(bytes_[end - 1], bytes_[end])) ++end;
+  if (end < size_ && IsBreakPair(UnitAt(end - step_), UnitAt(end))) end += step_;
   if (end - start > limit) return LongLine::yes;
-  return pairMayFollow && end - start == limit ? LongLine::unknown : LongLine::no;
+  return pairMayFollow && end - start + step_ > limit ? LongLine::unknown : LongLine::no;
 }

@@ -99,7 +99,7 @@ ViewStatus Loader::BackwardPiece(FilePos pos, std::int32_t wanted, LineCursor& c
     const LineAround line = FindLine(source_, pos - 1, style_.options);
     cursor.Clong = line.isLong ? LongLine::yes : LongLine::no;
     from = line.start;
-    if (line.isLong) from = std::max<FilePos>(from, pos - LongLineStep(style_.lineLen) - 4);
+    if (line.isLong) from = std::max<FilePos>(from, pos - LongLineStep(style_.lineLen) - kCutMargin);
   } else {
     from = pos - std::min<ByteCount>(std::int64_t{std::max(wanted, 1)} * style_.lineLen, kLargestPiece);
   }
@@ -133,6 +133,7 @@ ViewStatus Loader::FillBackward(FilePos pos, std::int32_t from, std::int32_t wan
 void Loader::Finish(std::int32_t first, std::int32_t top, std::int32_t last) {
   if (top >= last && first < top) top = last - 1;
   text_.Tend = working_.Tend;
+  text_.Tclusters = working_.Tclusters;
   lines_.Afirst = static_cast<std::int16_t>(first);
   lines_.Acur = static_cast<std::int16_t>(top);
   lines_.Alast = static_cast<std::int16_t>(last);
@@ -178,7 +179,7 @@ ViewStatus Loader::Run() {
     style_.options =
         (style_.options & ~VO_HEXDIGITS) | HexAddressOptions(std::max<FilePos>(furthest, 0), length);
   }
-  working_ = TextBuffer{text_.Tbuf, 0, 0};
+  working_ = TextBuffer{text_.Tbuf, 0, 0, text_.Tcluster, 0};
   ViewStatus status = 0;
   if (pos == 0) {
     status = RunForward(0, 0);

@@ -39,6 +39,13 @@ inline constexpr ViewOptions VO_EBCDIC = 0x0080;      // bytes are EBCDIC; wins 
 inline constexpr ViewOptions VO_KEEPFF = 0x0100;      // the page character stays itself in the text
 inline constexpr ViewOptions VO_FORMFEED = 0x0200;    // a form feed at a line start is a page mark
 inline constexpr ViewOptions VO_PAGEGAP = 0x0800;     // a form feed becomes a line of its own
+// The code of the bytes where it is none of one byte a character: at most one of these, which wins over the
+// two above. No setting: they follow from the setting and the file.
+inline constexpr ViewOptions VO_UTF8 = 0x1000;
+inline constexpr ViewOptions VO_UTF16LE = 0x2000;
+inline constexpr ViewOptions VO_UTF16BE = 0x4000;
+inline constexpr ViewOptions VO_UNICODE = VO_UTF8 | VO_UTF16LE | VO_UTF16BE;
+inline constexpr ViewOptions VO_AUTOCODE = 0x8000;  // to be found out from the file; reads as ANSI
 // Digits that hex addresses have above six, as HexAddressOptions gives them anew for each run. No setting.
 inline constexpr ViewOptions VO_RUNDIGITS = 0x000F0000;   // the addresses of this run
 inline constexpr ViewOptions VO_FILEDIGITS = 0x00F00000;  // the largest address of the file
@@ -87,16 +94,30 @@ struct LineArray {
   std::int16_t Alast = 0;
 };
 
-// The cells of a run, mapped for display (Windows-1252), in the order in which lines were formatted.
+// The cells of a run, mapped for display, in the order in which lines were formatted; and the clusters that
+// they name, of which there is room for as many as for cells. Text in a code of one byte a character has
+// none.
 struct TextBuffer {
   Cell* Tbuf = nullptr;
-  std::int32_t Tlen = 0;  // capacity in characters
-  std::int32_t Tend = 0;  // characters in use
+  std::int32_t Tlen = 0;  // capacity in cells
+  std::int32_t Tend = 0;  // cells in use
+  CellCluster* Tcluster = nullptr;
+  std::int32_t Tclusters = 0;  // clusters in use
 };
 
 // The cells of a line.
 [[nodiscard]] inline CellView LineCells(const LineEntry& line, const TextBuffer& text) {
-  return {text.Tbuf + line.Ltext, static_cast<std::size_t>(std::max(line.Llen, 0))};
+  return {text.Tbuf + line.Ltext, static_cast<std::size_t>(std::max(line.Llen, 0)), text.Tcluster};
+}
+
+// Gives the text of a line back, which is the last one that was made.
+inline void DropText(const LineEntry& line, TextBuffer& text) {
+  for (const Cell cell : LineCells(line, text)) {
+    if ((cell & kCellKinds) != kClusterCell) continue;
+    text.Tclusters = static_cast<std::int32_t>(cell & ~kCellKinds);
+    break;
+  }
+  text.Tend = line.Ltext;
 }
 
 // A piece of the file in memory: Slen bytes, and Soff is the index in Sbuf of the byte at Fcur (it may be

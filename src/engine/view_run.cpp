@@ -18,10 +18,11 @@ std::shared_ptr<ViewRun> MakeRun(const RunSize& size) {
   std::shared_ptr<ViewRun> run(new (std::nothrow) ViewRun);
   if (run == nullptr) return nullptr;
   run->entries.reset(new (std::nothrow) LineEntry[static_cast<std::size_t>(size.entries)]);
-  // Characters that nothing is written to take no memory.
+  // What nothing is written to takes no memory.
   run->cells.reset(new (std::nothrow) Cell[static_cast<std::size_t>(size.text)]);
-  if (run->entries == nullptr || run->cells == nullptr) return nullptr;
+  run->clusters.reset(new (std::nothrow) CellCluster[static_cast<std::size_t>(size.text)]);
+  if (run->entries == nullptr || run->cells == nullptr || run->clusters == nullptr) return nullptr;
   run->Lines = {run->entries.get(), size.entries, 0, 0, 0};
-  run->Text = {run->cells.get(), size.text, 0};
+  run->Text = {run->cells.get(), size.text, 0, run->clusters.get(), 0};
   return run;
 }

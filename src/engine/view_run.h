@@ -12,6 +12,7 @@ struct ViewRun {
   TextBuffer Text;
   std::unique_ptr<LineEntry[]> entries;
   std::unique_ptr<Cell[]> cells;
+  std::unique_ptr<CellCluster[]> clusters;
 };
 
 // How large a run must be.

@@ -28,6 +28,8 @@ void ResetTitles(TitleSet& titles) {
   titles.Lines.Acur = titles.Lines.Afirst = titles.Lines.Alast = 0;
   titles.Lines.Aline[0] = LineEntry{};
   titles.Text.Tend = 0;
+  titles.clusters.clear();
+  titles.Text.Tclusters = 0;
 }
 
 void FreeTitles(TitleSet& titles) {
@@ -45,7 +47,9 @@ bool AppendTitle(TitleSet& titles, FilePos position, CellView text) {
   entry.Lpos = position;
   entry.Ltext = titles.Text.Tend;
   entry.Llen = length;
-  std::copy_n(text.data(), length, titles.Text.Tbuf + titles.Text.Tend);
+  CopyCells(text, titles.Text.Tbuf + titles.Text.Tend, titles.clusters);
+  titles.Text.Tcluster = titles.clusters.data();
+  titles.Text.Tclusters = static_cast<std::int32_t>(titles.clusters.size());
   titles.Text.Tend += length;
   return true;
 }

@@ -3,6 +3,8 @@
 // window; who changes titles repaints.
 #pragma once
 
+#include <vector>
+
 #include "engine/view_records.h"
 
 inline constexpr std::int16_t kTitleSlots = 16;  // the end entry's included, so 15 titles
@@ -12,6 +14,7 @@ inline constexpr std::int32_t kTitleText = 32000;
 struct TitleSet {
   LineArray Lines;
   TextBuffer Text;
+  std::vector<CellCluster> clusters;  // Text.Tcluster points into it
 };
 
 // Begins a use of the titles: gets the storage, if it is missing, and empties the set then, or when `reset`

@@ -105,7 +105,7 @@ struct DrawCall {
   enum class Kind { text, fillText, line, rectangle, invert, scroll } kind{};
   int x = 0, y = 0;         // text origin; start of a line
   RECT rect{};              // opaque rectangle, rectangle, inverted or scrolled rectangle; end of a line
-  std::string text;         // Windows-1252 bytes
+  std::string text;         // UTF-8
   COLORREF color = 0;       // text, pen
   COLORREF background = 0;  // text background, brush
   int penStyle = PS_SOLID;

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr Cell kFormFeed = CellOf(12);
+constexpr Cell kFormFeed = 12;
 constexpr std::uint32_t kNoteFlags = 0x0F00;  // a line with any of these flags carries a note
 constexpr std::string_view kTruncatedNote = " [Truncated...]";
 constexpr std::string_view kIncompleteNote = " [Incomplete Line...]";
@@ -169,9 +169,9 @@ int Composer::DrawHeading() {
 // The y of what stands below the titles.
 int Composer::DrawTitles(int y) {
   if (!Wants(PO_PAGE_TITLES)) return y;
-  for (const CellText& title : order_.titles) {
+  for (const CellRow& title : order_.titles) {
     if (Sent() && Fits(y)) {
-      device_.DrawRow(RowAt(y), title, Wants(PO_SHADE_TAGS) ? order_.heading : order_.text);
+      device_.DrawRow(RowAt(y), title.View(), Wants(PO_SHADE_TAGS) ? order_.heading : order_.text);
     }
     y += cell_.height;
   }
@@ -206,7 +206,8 @@ void Composer::DrawLines(int y) {
   for (; Fits(y); ++linesOnPage) {
     if (!HaveLine()) return;
     LineEntry& line = batch_->entries[next_];
-    CellView text(&batch_->cells[line.Ltext], static_cast<std::size_t>(std::max(line.Llen, 0)));
+    CellView text(&batch_->cells[line.Ltext], static_cast<std::size_t>(std::max(line.Llen, 0)),
+                  batch_->clusters.get());
     bool breaks = false;
     if (EjectsOnFormFeed()) {
       if (linesOnPage == 0 && text.starts_with(kFormFeed)) {

@@ -34,7 +34,7 @@ struct PrintOrder {
   bool PrintMessages = true;  // notes at lines that are not whole
   PageShade text, tag, heading, comment;
   std::vector<TagEntry> tags;  // ascending
-  std::vector<CellText> titles;
+  std::vector<CellRow> titles;
   std::string stamp;  // date and time
 };
 

@@ -18,7 +18,9 @@ std::shared_ptr<PrintBatch> MakePrintBatch() {
   if (batch == nullptr) return nullptr;
   batch->entries.reset(new (std::nothrow) LineEntry[kViewLines]());
   batch->cells.reset(new (std::nothrow) Cell[kBatchText]());
-  return batch->entries != nullptr && batch->cells != nullptr ? batch : nullptr;
+  batch->clusters.reset(new (std::nothrow) CellCluster[kBatchText]());
+  const bool complete = batch->entries != nullptr && batch->cells != nullptr && batch->clusters != nullptr;
+  return complete ? batch : nullptr;
 }
 
 FilePos FirstPrintedRow(FilePos from, ByteSource& source, const LineStyle& style) {
@@ -46,7 +48,7 @@ void FillPrintBatch(PrintBatch& batch, FilePos from, FilePos end, const ByteIden
   style.lineLen = std::clamp(style.lineLen, 1, kLongestLine);
   style.options = (style.options & ~VO_HEXDIGITS) | HexAddressOptions(end - 1, length);
   LineCursor cursor{batch.entries.get(), kViewLines};
-  TextBuffer text{batch.cells.get(), kBatchText, 0};
+  TextBuffer text{batch.cells.get(), kBatchText, 0, batch.clusters.get(), 0};
   bool cut = false;
   const ViewStatus status = FormatSlice(source, from, BlockEnd(from), cursor, text, style, cut);
   batch.count = cursor.Ccur;

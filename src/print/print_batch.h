@@ -18,6 +18,7 @@ enum class BatchOutcome : std::uint8_t {
 struct PrintBatch {
   std::unique_ptr<LineEntry[]> entries;  // entry `count` is the sentinel
   std::unique_ptr<Cell[]> cells;
+  std::unique_ptr<CellCluster[]> clusters;
   std::int32_t count = 0;
   ByteIdentity identity;  // of the file that the batch was read from
   BatchOutcome outcome = BatchOutcome::end;

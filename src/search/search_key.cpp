@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "engine/char_map.h"
+#include "engine/text_bytes.h"
 #include "platform/cells.h"
 #include "platform/win32.h"
 
@@ -35,23 +36,26 @@ std::ptrdiff_t CountCharacters(std::string_view text) {
   return std::ranges::count_if(text, [](char byte) { return !ContinuesCharacter(byte); });
 }
 
-}  // namespace
-
-std::string KeyToFileCode(CellView key, ViewOptions formatFlags) {
-  const std::uint8_t* bytes = nullptr;  // of the codes of the cells; null: the same
+// The bytes of characters of the Windows-1252 set in the code of one byte that the option word names. A
+// character without an EBCDIC code ends the key there; CheckTextKey refuses it.
+std::string KeyToByteCode(const std::string& codes, ViewOptions formatFlags) {
+  const std::uint8_t* bytes = nullptr;  // null: the same
   if ((formatFlags & VO_ASCII) != 0) {
     bytes = OemBytes();
   } else if ((formatFlags & VO_EBCDIC) != 0) {
     bytes = GetEbcdicInverse();
   }
   std::string coded;
-  for (const Cell cell : key) {
-    const std::uint8_t byte = bytes != nullptr ? bytes[CodeOf(cell)] : CodeOf(cell);
+  for (const char character : codes) {
+    const auto code = static_cast<std::uint8_t>(character);
+    const std::uint8_t byte = bytes != nullptr ? bytes[code] : code;
     if (byte == 0) break;
     coded += static_cast<char>(byte);
   }
   return coded;
 }
+
+}  // namespace
 
 std::int32_t ParseHexText(std::uint8_t* destination, const char* text, std::int32_t length) {
   std::int32_t count = 0;
@@ -76,10 +80,13 @@ std::int32_t ParseHexText(std::uint8_t* destination, const char* text, std::int3
 }
 
 std::string KeyDisplayText(const void* key, std::int32_t count, ViewOptions formatFlags) {
-  const std::uint8_t* const map = GetCharMap(formatFlags);
+  const auto* const bytes = static_cast<const std::uint8_t*>(key);
+  if ((formatFlags & VO_UNICODE) != 0)
+    return TextOfBytes({bytes, static_cast<std::size_t>(count)}, formatFlags);
+  const Cell* const map = GetCellMap(formatFlags);
   CellText shown;
   for (std::int32_t i = 0; i < count; ++i)
-    shown += CellOf(map[static_cast<const std::uint8_t*>(key)[i]]);
+    shown += map[bytes[i]];
   return CellsToUtf8(shown);
 }
 
@@ -95,11 +102,16 @@ FieldCheck CheckTextKey(std::string_view text, ViewOptions formatFlags) {
       return {false, "Invalid character \"" + std::string(character) + "\" in " + kTextName + "."};
     }
   }
+  if (TextKeyOf(text, formatFlags).size() > kSearchKeyBytes) {
+    return {false, std::string(kTextName) + " length must be " + std::to_string(kSearchKeyBytes) +
+                       " bytes at most in the code of the file!"};
+  }
   return {};
 }
 
 std::string TextKeyOf(std::string_view text, ViewOptions formatFlags) {
-  return KeyToFileCode(Utf8ToCells(text).value_or(CellText()), formatFlags);
+  if ((formatFlags & VO_UNICODE) != 0) return BytesOfText(text, formatFlags).value_or("");
+  return KeyToByteCode(Utf8ToCodes(text).value_or(""), formatFlags);
 }
 
 HexKey ReadHexKey(std::string_view text, std::int32_t least) {

@@ -15,10 +15,6 @@
 
 inline constexpr std::int32_t kHexDigits = kRecentHexBytes - 1;  // of hex text, blanks included
 
-// The bytes of a key in the code that the option word names. A character without an EBCDIC code ends the key
-// there; CheckTextKey refuses it.
-[[nodiscard]] std::string KeyToFileCode(CellView key, ViewOptions formatFlags);
-
 // Reads hex text: two digits make a byte; one that stands alone is the high half, with 0 below it. Blanks
 // (0x20) part bytes. The number of bytes written to `destination`, at most half of `length` rounded up; at
 // the first character that is neither digit nor blank, at index i, -1 - i.
@@ -27,8 +23,8 @@ inline constexpr std::int32_t kHexDigits = kRecentHexBytes - 1;  // of hex text,
 // What the bytes of a key look like in the view's character code, as UTF-8.
 [[nodiscard]] std::string KeyDisplayText(const void* key, std::int32_t count, ViewOptions formatFlags);
 
-// Whether typed text (UTF-8) can be a key: 1 to kSearchKeyBytes characters, all of the Windows-1252 set, and
-// of EBCDIC where the option word names that.
+// Whether typed text (UTF-8) can be a key: 1 to kSearchKeyBytes characters and bytes in the code that the
+// option word names. Where that has one byte a character, all of the Windows-1252 set, and of EBCDIC in that.
 [[nodiscard]] FieldCheck CheckTextKey(std::string_view text, ViewOptions formatFlags);
 
 // The key of a text that passes, in the code of the option word.

@@ -20,20 +20,18 @@ std::string TitleKey(int number) {
 
 std::string TitleText(const TitleSet& titles, int index) {
   const LineEntry& line = titles.Lines.Aline[index];
-  CellText cells(LineCells(line, titles.Text).substr(0, kLongestTitle));
+  CellRow title = CopyOf(LineCells(line, titles.Text).substr(0, kLongestTitle));
   std::ranges::replace_if(
-      cells, [](Cell cell) { return cell == CellOf('\n') || cell == CellOf('\r') || cell == Cell{}; },
-      CellOf(' '));
-  return CellsToUtf8(cells);
+      title.cells, [](Cell cell) { return cell == U'\n' || cell == U'\r' || cell == U'\0'; }, U' ');
+  return CellsToUtf8(title.View());
 }
 
 // What is no UTF-8 was written when titles stood in the profile as the bytes of their cells.
-CellText TitleCells(const std::string& text) {
-  if (auto cells = Utf8ToCells(text)) return std::move(*cells);
-  CellText cells;
-  for (const char byte : text)
-    cells += CellOf(static_cast<std::uint8_t>(byte));
-  return cells;
+CellRow TitleCells(const std::string& text) {
+  CellRow row = CellsOfUtf8(text);
+  const auto isBad = [](Cell cell) { return (cell & kCellKinds) == kBadCell; };
+  if (std::ranges::any_of(row.cells, isBad)) row = {CellsOfBytes(text), {}};
+  return row;
 }
 
 void WriteTitles(const char* profile, const char* section, const TitleSet* titles) {
@@ -57,7 +55,7 @@ int LoadTitles(const char* profile, const char* section, TitleSet& titles) {
   for (int i = 0; i < count; ++i) {
     const std::string text =
         ReadProfileText(profile, section, TitleKey(i + 1).c_str(), "", kLongestTitle * kLongestCharacter);
-    if (!AppendTitle(titles, FilePos::At(i), TitleCells(text).substr(0, kLongestTitle))) break;
+    if (!AppendTitle(titles, FilePos::At(i), TitleCells(text).View().substr(0, kLongestTitle))) break;
   }
   EndTitles(titles, FilePos::At(titles.Lines.Alast));
   return 1;

@@ -21,7 +21,7 @@ void TellFailure(HWND owner, CopyFailure failure) {
 
 // Hands the text over to the clipboard. False when there is no memory for it.
 bool SetClipboardText(HWND owner, const SelectionText& text) {
-  const std::u16string utf16 = CellsToUtf16({text.text.get(), static_cast<std::size_t>(text.length)});
+  const std::u16string utf16 = CellsToUtf16(text.Cells());
   const std::size_t size = (utf16.size() + 1) * sizeof utf16[0];
   const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE | GMEM_ZEROINIT, size);
   if (block == nullptr) return false;

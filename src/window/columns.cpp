@@ -17,10 +17,10 @@ constexpr int kSamplePoints = 8;
 std::string SampleLine() {
   const LineArray& lines = MainState.Lines;
   if (lines.Acur >= lines.Alast) return {};
-  CellText sample(LineCells(lines.Aline[lines.Acur], MainState.Text).substr(0, kLongestSample));
+  CellRow sample = CopyOf(LineCells(lines.Aline[lines.Acur], MainState.Text).substr(0, kLongestSample));
   std::ranges::replace_if(
-      sample, [](Cell cell) { return CodeOf(cell) < ' ' || CodeOf(cell) == 0x7F; }, CellOf(' '));
-  return CellsToUtf8(sample);
+      sample.cells, [](Cell cell) { return cell < U' ' || cell == 0x7F; }, U' ');
+  return CellsToUtf8(sample.View());
 }
 
 }  // namespace

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/cell_text.h"
+
 namespace {
 
 TEST(ErrorPage, SaysTheStatusAndTheNumbersAsFarAsThereIsRoom) {
@@ -24,13 +26,13 @@ TEST(ErrorPage, SaysTheStatusAndTheNumbersAsFarAsThereIsRoom) {
   file->Flen = 68719476736;
   for (const std::int16_t room : {std::int16_t{5}, std::int16_t{kViewLines}}) {
     std::vector<LineEntry> entries(static_cast<std::size_t>(room));
-    std::vector<char> characters(kViewText);
+    std::vector<Cell> characters(kViewText);
     LineArray lines = {entries.data(), room, -3, 12, 32767};
     TextBuffer text = {characters.data(), kViewText, 4711};
     EXPECT_EQ(ShowErrorPage(VS_FAILED | VS_SHORT, *file, lines, text), 0);
     std::string shown;
     for (const LineEntry* line = lines.Aline; line->Llen != kSentinelLength; ++line) {
-      shown.append(text.Tbuf + line->Ltext, static_cast<std::size_t>(line->Llen)) += '\n';
+      shown += BytesOf(LineCells(*line, text)) + '\n';
       EXPECT_EQ(line->Lpos, FilePos::At(1));
       EXPECT_EQ(line->Lflags, LF_MESSAGE);
     }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "engine/view_records.h"
+#include "tests/cell_text.h"
 
 struct PassLine {
   FilePos pos = 0;
@@ -56,10 +57,11 @@ inline PassResult RunPass(FormatProc format, const std::string& bytes, std::int3
   const auto data = std::make_unique<std::uint8_t[]>(bytes.size());
   std::copy(bytes.begin(), bytes.end(), data.get());
   std::vector<LineEntry> entries(static_cast<std::size_t>(limits.entries), LineEntry{77, 77, 77, 77, 77});
-  const auto characters = std::make_unique<char[]>(static_cast<std::size_t>(limits.textSize));
+  const auto cells = std::make_unique<Cell[]>(static_cast<std::size_t>(limits.textSize));
+  const auto clusters = std::make_unique<CellCluster[]>(static_cast<std::size_t>(limits.textSize));
   const FileSlice slice = {data.get(), static_cast<std::int32_t>(bytes.size()), off};
   LineCursor cursor{entries.data(), limits.entries, limits.firstEntry, limits.isLong};
-  TextBuffer text = {characters.get(), limits.textSize, limits.textUsed};
+  TextBuffer text = {cells.get(), limits.textSize, limits.textUsed, clusters.get(), 0};
   PassResult result;
   result.status = format(slice, cursor, text, pos, direction, options, lineLen);
   result.end = cursor.Cend;
@@ -69,9 +71,8 @@ inline PassResult RunPass(FormatProc format, const std::string& bytes, std::int3
   for (std::int32_t i = forward ? limits.firstEntry : cursor.Ccur;
        i < (forward ? cursor.Ccur : limits.firstEntry); ++i) {
     const LineEntry& line = cursor.Cline[i];
-    result.lines.push_back({line.Lpos,
-                            {text.Tbuf + line.Ltext, static_cast<std::size_t>(line.Llen)},
-                            line.Lflags | static_cast<std::uint32_t>(line.Lpage)});
+    result.lines.push_back(
+        {line.Lpos, BytesOf(LineCells(line, text)), line.Lflags | static_cast<std::uint32_t>(line.Lpage)});
   }
   if (forward && (result.status & VS_FAILED) == 0) {
     const LineEntry& sentinel = cursor.Cline[cursor.Ccur];

@@ -16,7 +16,7 @@ bool IsPadding(const LineEntry& line) {
 // gap line. Every line has 10 bytes of file. Tags are on the blank lines.
 struct SmallRun {
   std::vector<LineEntry> entries;
-  std::string characters = "text  ";
+  CellText cells = U"text  ";
   TextBuffer text;
   LineArray lines;
 
@@ -24,7 +24,7 @@ struct SmallRun {
       : entries(static_cast<std::size_t>(count), LineEntry{-9, -9, -9, -9, 9}) {
     lines = {entries.data(), static_cast<std::int16_t>(count), static_cast<std::int16_t>(cur),
              static_cast<std::int16_t>(first), static_cast<std::int16_t>(first + std::ssize(words))};
-    text = {characters.data(), static_cast<std::int32_t>(characters.size()), 6};
+    text = {cells.data(), static_cast<std::int32_t>(cells.size()), 6};
     LineEntry* entry = entries.data() + first;
     for (const char word : words) {
       if (word == 'x') *entry = {pos, 0, 4, 0, 0};

@@ -9,6 +9,7 @@
 #include "engine/raw_format.h"
 #include "engine/text_format.h"
 #include "platform/posix/file_counters.h"
+#include "tests/cell_text.h"
 #include "tests/memory_origin.h"
 #include "tests/scratch.h"
 
@@ -23,7 +24,7 @@ struct Selected {
                      ViewOptions options = VO_EXPANDTABS, std::int32_t lineLen = 80) {
     const SelectionText text = FormatSelection(from, to, source, {format, options, lineLen});
     EXPECT_EQ(text.failure, CopyFailure::none);
-    return text.text ? std::string(text.text.get()) : "nothing";
+    return text.text ? BytesOf(text.Cells()) : "nothing";
   }
   ScratchFile scratch;
   ByteSource source;

@@ -11,6 +11,7 @@
 #include "engine/hex_format.h"
 #include "engine/raw_format.h"
 #include "engine/text_format.h"
+#include "tests/cell_text.h"
 #include "tests/memory_origin.h"
 
 namespace {
@@ -114,7 +115,7 @@ struct View {
   [[nodiscard]] FilePos Top() const { return Start(run->Lines.Acur); }
   [[nodiscard]] std::string Text(std::int32_t below) const {
     const LineEntry& line = run->Lines.Aline[run->Lines.Acur + below];
-    return {run->Text.Tbuf + line.Ltext, static_cast<std::size_t>(line.Llen)};
+    return BytesOf(LineCells(line, run->Text));
   }
 
   MemoryFile file;

@@ -101,8 +101,8 @@ void CheckRun(const ViewRun& run, const NumberedFile& file, long number) {
     if (index >= file.starts.size() || line.Lpos != file.starts[index]) Break("a row is missing", number);
     const auto from =
         static_cast<std::size_t>(line.Lpos.Offset()) + ((line.Lflags & LF_PAGEMARK) != 0 ? 1 : 0);
-    if (file.bytes.compare(from, static_cast<std::size_t>(line.Llen), run.Text.Tbuf + line.Ltext,
-                           static_cast<std::size_t>(line.Llen)) != 0) {
+    const std::string shown = CellsToUtf8(LineCells(line, run.Text));
+    if (file.bytes.compare(from, shown.size(), shown) != 0) {
       Break("a row shows other characters", number);
     }
   }

@@ -24,9 +24,9 @@ struct Room {
     const std::int32_t entryCounts[] = {1, 2, 5, 40, kViewLines};
     const std::int32_t count = input.OneOf(entryCounts);
     from = input.Chance(2) ? input.Between(0, count - 1) : forward ? 0 : count;
-    characters.assign(static_cast<std::size_t>(text.Tlen + kGuard), '#');
+    cells.assign(static_cast<std::size_t>(text.Tlen + kGuard), U'#');
     entries.assign(static_cast<std::size_t>(count), kRubbish);
-    text.Tbuf = characters.data();
+    text.Tbuf = cells.data();
   }
   [[nodiscard]] const LineEntry& At(std::int32_t line) const {
     return entries[static_cast<std::size_t>(line)];
@@ -35,11 +35,11 @@ struct Room {
   void CheckUntouched(std::int32_t first, std::int32_t behind) const {
     for (std::int32_t i = 0; i < static_cast<std::int32_t>(entries.size()); ++i)
       FUZZ_CHECK((i >= first && i < behind) || Same(At(i), kRubbish));
-    const auto isGuard = [](char c) { return c == '#'; };
-    FUZZ_CHECK(std::all_of(characters.begin(), characters.begin() + text.Tend, isGuard));
-    FUZZ_CHECK(std::all_of(characters.begin() + text.Tlen, characters.end(), isGuard));
+    const auto isGuard = [](Cell c) { return c == U'#'; };
+    FUZZ_CHECK(std::all_of(cells.begin(), cells.begin() + text.Tend, isGuard));
+    FUZZ_CHECK(std::all_of(cells.begin() + text.Tlen, cells.end(), isGuard));
   }
-  std::vector<char> characters;
+  std::vector<Cell> cells;
   std::vector<LineEntry> entries;
   TextBuffer text{};
   std::int32_t from = 0;

@@ -10,6 +10,7 @@
 #include "engine/hex_format.h"
 #include "engine/raw_format.h"
 #include "engine/text_format.h"
+#include "tests/cell_text.h"
 
 const FormatProc kFuzzRoutines[3] = {FormatText, FormatHex, FormatRaw};
 std::int64_t FuzzInputNumber = -1;
@@ -83,10 +84,8 @@ namespace {
 // Walks from `pos` over what the characters of a text line stand for; the offset behind the last such byte,
 // or kNoPosition where a character stands for another byte.
 FilePos WalkCharacters(const Shown& shown, const LineEntry& line, FilePos pos) {
-  const std::uint8_t* map = GetCharMap(shown.options);
-  const auto character = [&](std::int32_t column) {
-    return static_cast<std::uint8_t>(shown.text[line.Ltext + column]);
-  };
+  const Cell* map = GetCellMap(shown.options);
+  const auto character = [&](std::int32_t column) { return shown.text[line.Ltext + column]; };
   for (std::int32_t column = 0; column < line.Llen; ++pos) {
     if (pos >= shown.End() || shown.BreakAt(pos)) return kNoPosition;
     if (shown.At(pos) == 9 && (shown.options & VO_EXPANDTABS) != 0) {
@@ -144,14 +143,14 @@ bool TextEndsAt(const Shown& shown, const LineEntry& line, FilePos pos, FilePos 
 void CheckAddress(const Shown& shown, const LineEntry& line, const HexColumns& hex, bool headCut) {
   char address[40];
   std::snprintf(address, sizeof address, "%032llX ", static_cast<unsigned long long>(line.Lpos.Offset()));
-  const std::string_view row(shown.text + line.Ltext, static_cast<std::size_t>(line.Llen));
+  const std::string row = BytesOf({shown.text + line.Ltext, static_cast<std::size_t>(line.Llen)});
   const std::string_view wanted = std::string_view(address).substr(32 - static_cast<std::size_t>(hex.digits));
   FUZZ_CHECK(row.substr(0, wanted.size()) == wanted || (headCut && line.Lpos == 0));
 }
 
 // Raw and hex: the characters, after a head of blanks if the line begins above the file.
 void CheckBytesShown(const Shown& shown, const LineEntry& line, FilePos next, LineEnd end, bool headCut) {
-  const std::uint8_t* map = GetCharMap(shown.options);
+  const Cell* map = GetCellMap(shown.options);
   std::int32_t column = 0;
   if (shown.format == 1) {
     const HexColumns hex = ColumnsOfHex(shown.options);
@@ -174,8 +173,7 @@ void CheckBytesShown(const Shown& shown, const LineEntry& line, FilePos next, Li
   for (std::int32_t i = 0; i < count; ++i) {
     const FilePos pos = line.Lpos + i - blanks;
     FUZZ_CHECK(pos < shown.End());
-    const auto character = static_cast<std::uint8_t>(shown.text[line.Ltext + column + i]);
-    FUZZ_CHECK(character == (i < blanks ? ' ' : map[shown.At(pos)]));
+    FUZZ_CHECK(shown.text[line.Ltext + column + i] == (i < blanks ? U' ' : map[shown.At(pos)]));
   }
 }
 

@@ -49,7 +49,7 @@ struct Shown {
   int format = 0;
   ViewOptions options = 0;
   std::int32_t lineLen = 0;
-  const char* text = nullptr;
+  const Cell* text = nullptr;
   [[nodiscard]] FilePos End() const { return base + bytes.size(); }
   // -1 where no byte is known.
   [[nodiscard]] int At(FilePos pos) const {

@@ -9,11 +9,11 @@ namespace {
 
 // A run of lines of ten bytes from offset 100 on, each showing `length` characters.
 struct LineRun {
-  explicit LineRun(int lineCount, int length) : text(static_cast<std::size_t>(lineCount) * length, ' ') {
+  explicit LineRun(int lineCount, int length) : text(static_cast<std::size_t>(lineCount) * length, U' ') {
     for (int i = 0; i < lineCount; ++i) {
       entries.push_back({FilePos::At(100 + i * 10), i * length, length, 0, LF_TAGMASK});
       for (int k = 0; k < length; ++k)
-        text[static_cast<std::size_t>(i * length + k)] = static_cast<char>('a' + i % 26);
+        text[static_cast<std::size_t>(i * length + k)] = static_cast<Cell>('a' + i % 26);
     }
     entries.push_back(SentinelAt(FilePos::At(100 + lineCount * 10)));
     lines.Aline = entries.data();
@@ -21,7 +21,7 @@ struct LineRun {
     lines.Acnt = static_cast<std::int16_t>(lineCount + 1);
     buffer.Tbuf = text.data();
   }
-  std::string text;
+  CellText text;
   std::vector<LineEntry> entries;
   LineArray lines;
   TextBuffer buffer;
@@ -56,7 +56,7 @@ TEST(Titles, AreTheLinesThatTheSelectionTouches) {
     EXPECT_EQ(titles.Lines.Aline[0].Lflags, 0U) << c.what;
     EXPECT_EQ(titles.Lines.Aline[c.count].Lpos, titles.Lines.Aline[c.count - 1].Lpos + 1) << c.what;
     const auto at = static_cast<std::size_t>((c.first.Offset() - 100) / 10 * 4);
-    EXPECT_EQ(std::string(titles.Text.Tbuf, 4), run.text.substr(at, 4)) << c.what;
+    EXPECT_EQ(CellText(titles.Text.Tbuf, 4), run.text.substr(at, 4)) << c.what;
   }
   FreeTitles(titles);
 }
@@ -67,7 +67,7 @@ TEST(Titles, StopWhereTheTextIsFull) {
   ASSERT_EQ(LockTitles(titles, true), 1);
   FreezeLines(titles, run.lines, run.buffer, 0, 1000);
   EXPECT_EQ(titles.Lines.Alast, 3);
-  const std::string rest(static_cast<std::size_t>(kTitleText) - 27001, 'r');
+  const CellText rest(static_cast<std::size_t>(kTitleText) - 27001, U'r');
   EXPECT_FALSE(AppendTitle(titles, 0, rest));
   EXPECT_TRUE(AppendTitle(titles, 0, CellView(rest).substr(1)));
   EndTitles(titles, 1);

@@ -9,6 +9,7 @@
 #include "engine/raw_format.h"
 #include "engine/text_format.h"
 #include "engine/view_loader.h"
+#include "tests/cell_text.h"
 #include "tests/engine/format_pass.h"
 #include "tests/memory_origin.h"
 
@@ -32,8 +33,8 @@ class RecordingDevice : public PageDevice {
   }
   void StartPage() override { pages.emplace_back(); }
   std::int32_t EndPage() override { return static_cast<int>(pages.size()) == failsAt ? -4 : kPageSent; }
-  void DrawRow(const RECT& rect, std::string_view text, PageShade shade) override {
-    pages.back().push_back({Drawn::Kind::row, rect.left, rect.top, std::string(text), shade});
+  void DrawRow(const RECT& rect, CellView text, PageShade shade) override {
+    pages.back().push_back({Drawn::Kind::row, rect.left, rect.top, BytesOf(text), shade});
     EXPECT_EQ(rect.bottom - rect.top, cell.height);
     EXPECT_LE(rect.bottom, extent.height);
     EXPECT_LE(rect.right, extent.width);
@@ -152,7 +153,7 @@ TEST(PageComposition, FormFeedsEndPages) {
 TEST(PageComposition, HeadingsTitlesAndShades) {
   Job job("one\ntwo\nthree\n", PO_DATE_TIME | PO_PAGE_NUMBER | PO_FILE_NAME | PO_PAGE_TITLES);
   job.device.extent.height = 600;
-  job.order.titles = {"T"};
+  job.order.titles = {CellsOfUtf8("T")};
   EXPECT_EQ(job.Shown(), "|[name][1/2/03  4:05  Page 1  ]T one two three ");
   const Page& page = job.device.pages[0];
   EXPECT_EQ(page[0], (Drawn{Drawn::Kind::heading, 0, 0, "name", kPlain}));
@@ -196,7 +197,7 @@ TEST(PageComposition, JobsThatEndOtherwise) {
   EXPECT_EQ(result(narrow), is(PrintFailure::none, 3)) << "three lines are enough";
 
   Job titles(lines, PO_PAGE_TITLES);
-  titles.order.titles = {"a", "b", "c", "d"};
+  titles.order.titles = {4, CellsOfUtf8("a")};
   EXPECT_EQ(result(titles), is(PrintFailure::titles, 1));
 
   Job failing(lines);
@@ -252,15 +253,15 @@ std::vector<std::string> RowsOfViews(MemoryFile& file, const LineStyle& style) {
   ByteSource source(std::make_unique<MemoryOrigin>(file));
   EXPECT_EQ(source.Open("file"), 0);
   std::vector<LineEntry> entries(kViewLines);
-  std::vector<char> chars(300'000);
+  std::vector<Cell> cells(300'000);
   LineArray lines{entries.data(), kViewLines};
-  TextBuffer text{chars.data(), static_cast<std::int32_t>(chars.size())};
+  TextBuffer text{cells.data(), static_cast<std::int32_t>(cells.size())};
   ViewFile view;
   std::vector<std::string> rows;
   for (FilePos pos = 0; pos < source.Length(); pos = entries[static_cast<std::size_t>(lines.Alast)].Lpos) {
     EXPECT_EQ(LoadView({pos, -1, 50, 0, style}, source, view, lines, text), 0);
     for (auto i = static_cast<std::size_t>(lines.Acur); i < static_cast<std::size_t>(lines.Alast); ++i)
-      rows.emplace_back(&chars[static_cast<std::size_t>(entries[i].Ltext)], entries[i].Llen);
+      rows.push_back(BytesOf(LineCells(entries[i], text)));
   }
   return rows;
 }

@@ -140,8 +140,8 @@ TEST(PdfDocument, TextKeepsToItsClipAndPageAndColumns) {
   PdfDocument document(sink, kDpi, "");
   document.StartPage(kWidth, kHeight);
   for (const int at : {-2'000'000'000, -100'000, 100'000, 2'000'000'000}) {
-    document.DrawRow(*font, 0, at / 2, U"out", advance, {}, kWholePage);
-    document.DrawRow(*font, at / 2, 0, U"out", advance, {}, kWholePage);
+    document.DrawRow(*font, 0, at / 2, CellText(U"out"), advance, {}, kWholePage);
+    document.DrawRow(*font, at / 2, 0, CellText(U"out"), advance, {}, kWholePage);
     document.Fill({at / 2, 0, at / 2 + 10, 10}, {1, 2, 3});
   }
   EXPECT_EQ(document.EndPage(), 0);
@@ -309,7 +309,8 @@ TEST(DocumentFile, AFullDiskLeavesTheOldFile) {
     for (int page = 0; page < 1000 && error == 0; ++page) {
       document.StartPage(kWidth, kHeight);
       for (int row = 0; row < 60; ++row)
-        document.DrawRow(*font, 0, row * 80, U"a row of text", font->Metrics().advance, {}, kWholePage);
+        document.DrawRow(*font, 0, row * 80, CellText(U"a row of text"), font->Metrics().advance, {},
+                         kWholePage);
       error = document.EndPage();
     }
     EXPECT_EQ(error, EFBIG);

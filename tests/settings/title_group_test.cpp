@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/cell_text.h"
 #include "tests/scratch.h"
 
 namespace {
@@ -14,14 +15,13 @@ class TitleGroup : public testing::Test {
   void Set(const std::vector<std::string>& texts) {
     ResetTitles(titles);
     for (const std::string& text : texts)
-      ASSERT_TRUE(AppendTitle(titles, 7, text));
+      ASSERT_TRUE(AppendTitle(titles, 7, CellsOfBytes(text)));
     EndTitles(titles, 8);
   }
   [[nodiscard]] std::vector<std::string> Texts() const {
     std::vector<std::string> texts;
     for (int i = 0; i < titles.Lines.Alast; ++i) {
-      const LineEntry& line = titles.Lines.Aline[i];
-      texts.emplace_back(titles.Text.Tbuf + line.Ltext, static_cast<std::size_t>(line.Llen));
+      texts.push_back(BytesOf(LineCells(titles.Lines.Aline[i], titles.Text)));
     }
     return texts;
   }

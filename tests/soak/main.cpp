@@ -116,7 +116,7 @@ bool RowsAreRight(std::int64_t& rows, std::string& why) {
   std::int64_t lastGeneration = -1, lastNumber = -1;
   for (std::int32_t i = lines.Acur; i < end; ++i) {
     const LineEntry& line = lines.Aline[i];
-    const std::string shown(MainState.Text.Tbuf + line.Ltext, static_cast<std::size_t>(line.Llen));
+    const std::string shown = CellsToUtf8(LineCells(line, MainState.Text));
     long long generation = 0, number = 0;
     const bool last = i + 1 == lines.Alast;
     const bool cut = (line.Lflags & (LF_INCOMPLETE | LF_TRUNCATED)) != 0;

@@ -100,7 +100,7 @@ class Viewer {
   static std::string Text(int below = 0) {
     const LineEntry& line = Entry(below);
     if (MainState.Lines.Acur + below >= MainState.Lines.Alast) return "(no line)";
-    return {MainState.Text.Tbuf + line.Ltext, static_cast<std::size_t>(line.Llen)};
+    return CellsToUtf8(LineCells(line, MainState.Text));
   }
   static const LineEntry& Entry(int below) { return MainState.Lines.Aline[MainState.Lines.Acur + below]; }
   static bool ErrorPage() {

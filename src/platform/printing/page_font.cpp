@@ -2,10 +2,13 @@
 
 #include <cairo/cairo-ft.h>
 #include <fontconfig/fontconfig.h>
+#include <hb-ft.h>
+#include <hb-ot.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <map>
 #include <optional>
 #include <unordered_map>
 #include <vector>
@@ -16,6 +19,8 @@ namespace {
 
 constexpr char32_t kFirstKept = 0x100;  // characters below are kept in a table
 constexpr int kNormalWeight = 400;
+constexpr double kStretchSteps = 1000;
+constexpr std::size_t kMostPictures = 8192;
 
 struct PatternEnd {
   void operator()(FcPattern* pattern) const { FcPatternDestroy(pattern); }
@@ -82,6 +87,7 @@ class OpenFace {
 
   [[nodiscard]] bool IsUsable() const { return face_ != nullptr && FT_IS_SCALABLE(face_); }
   [[nodiscard]] const FT_FaceRec& Facts() const { return *face_; }
+  [[nodiscard]] FT_Face Handle() const { return face_; }
   [[nodiscard]] unsigned long GlyphOf(char32_t character) const {
     return FT_Get_Char_Index(face_, character);
   }
@@ -117,7 +123,8 @@ int Round(double pixels) {
 struct Fallback {
   FcPattern* proposal;  // of the list of proposals
   Face face;
-  // Glyphs that are wider than a cell are made narrower, each as far as it needs; by width in units.
+  // Glyphs that are wider than their cells are made narrower, each as far as it needs; by thousandths of
+  // that.
   std::unordered_map<long, Scaled> sizes;
 };
 
@@ -129,6 +136,10 @@ struct PageFont::Faces {
   [[nodiscard]] Glyph Find(char32_t character);
   [[nodiscard]] Glyph FindElsewhere(char32_t character);
   [[nodiscard]] Glyph FindIn(Fallback& fallback, char32_t character);
+  [[nodiscard]] cairo_scaled_font_t* SizeOf(Fallback& fallback, double stretch);
+  [[nodiscard]] Picture Compose(std::u32string_view text, int columns);
+  [[nodiscard]] Picture ComposeIn(Fallback& fallback, std::u32string_view text, std::size_t needed,
+                                  int columns);
   void AskForFallbacks();
 
   FontWish wish;
@@ -139,6 +150,8 @@ struct PageFont::Faces {
   Scaled main;
   std::array<std::optional<Glyph>, kFirstKept> kept;
   std::unordered_map<char32_t, Glyph> others;
+  std::map<std::u32string, Picture> pictures;
+  Fallback first{nullptr, nullptr, {}};  // the font's own face, for pictures
   std::unique_ptr<FcFontSet, FontSetEnd> proposals;
   std::vector<Fallback> fallbacks;
   bool asked = false;
@@ -217,20 +230,84 @@ void PageFont::Faces::AskForFallbacks() {
 }
 
 PageFont::Glyph PageFont::Faces::FindIn(Fallback& fallback, char32_t character) {
+  cairo_scaled_font_t* const whole = SizeOf(fallback, 1);
+  if (whole == nullptr) return {};
+  const OpenFace open(whole);
+  const unsigned long glyph = open.IsUsable() ? open.GlyphOf(character) : 0;
+  if (glyph == 0) return {};
+  const double natural = open.AdvanceOf(glyph) / open.Facts().units_per_EM * em;
+  return {SizeOf(fallback, natural > metrics.advance ? metrics.advance / natural : 1), glyph};
+}
+
+// Null when the face cannot be opened.
+cairo_scaled_font_t* PageFont::Faces::SizeOf(Fallback& fallback, double stretch) {
   if (fallback.face == nullptr) {
     const Pattern prepared(FcFontRenderPrepare(nullptr, pattern.get(), fallback.proposal));
     fallback.face.reset(cairo_ft_font_face_create_for_pattern(prepared.get()));
   }
-  const Scaled probe = ScaleFace(fallback.face.get(), em, 1);
-  if (probe == nullptr) return {};
-  const OpenFace open(probe.get());
-  const unsigned long glyph = open.IsUsable() ? open.GlyphOf(character) : 0;
-  if (glyph == 0) return {};
-  const double natural = open.AdvanceOf(glyph) / open.Facts().units_per_EM * em;
-  const double stretch = natural > metrics.advance ? metrics.advance / natural : 1;
-  Scaled& size = fallback.sizes[stretch < 1 ? std::lround(natural) : 0];
+  Scaled& size = fallback.sizes[std::lround(stretch * kStretchSteps)];
   if (size == nullptr) size = ScaleFace(fallback.face.get(), em, stretch);
-  return {size.get(), glyph};
+  return size.get();
+}
+
+PageFont::Picture PageFont::Faces::Compose(std::u32string_view text, int columns) {
+  AskForFallbacks();
+  // A face that has the marks too is better than one that lacks them.
+  for (const std::size_t needed : {text.size(), std::size_t{1}}) {
+    if (first.face == nullptr) first.face.reset(cairo_font_face_reference(face.get()));
+    Picture picture = ComposeIn(first, text, needed, columns);
+    for (std::size_t i = 0; picture.face == nullptr && i < fallbacks.size(); ++i) {
+      FcCharSet* characters = nullptr;
+      if (FcPatternGetCharSet(fallbacks[i].proposal, FC_CHARSET, 0, &characters) != FcResultMatch) continue;
+      const auto has = [characters](char32_t one) { return FcCharSetHasChar(characters, one) != FcFalse; };
+      if (std::ranges::all_of(text.substr(0, needed), has)) {
+        picture = ComposeIn(fallbacks[i], text, needed, columns);
+      }
+    }
+    if (picture.face != nullptr) return picture;
+  }
+  return {};
+}
+
+// Nothing when the face lacks one of the first `needed` characters.
+PageFont::Picture PageFont::Faces::ComposeIn(Fallback& fallback, std::u32string_view text, std::size_t needed,
+                                             int columns) {
+  cairo_scaled_font_t* const whole = SizeOf(fallback, 1);
+  if (whole == nullptr) return {};
+  const OpenFace open(whole);
+  const auto lacks = [&open](char32_t one) { return open.GlyphOf(one) == 0; };
+  if (!open.IsUsable() || std::ranges::any_of(text.substr(0, needed), lacks)) return {};
+  const std::unique_ptr<hb_face_t, decltype(&hb_face_destroy)> shapes(
+      hb_ft_face_create_referenced(open.Handle()), hb_face_destroy);
+  const std::unique_ptr<hb_font_t, decltype(&hb_font_destroy)> units(hb_font_create(shapes.get()),
+                                                                     hb_font_destroy);
+  const std::unique_ptr<hb_buffer_t, decltype(&hb_buffer_destroy)> buffer(hb_buffer_create(),
+                                                                          hb_buffer_destroy);
+  for (const char32_t one : text)
+    if (!lacks(one)) hb_buffer_add(buffer.get(), one, 0);
+  hb_buffer_set_content_type(buffer.get(), HB_BUFFER_CONTENT_TYPE_UNICODE);
+  hb_buffer_guess_segment_properties(buffer.get());
+  hb_buffer_set_direction(buffer.get(), HB_DIRECTION_LTR);
+  hb_shape(units.get(), buffer.get(), nullptr, 0);
+  unsigned count = 0;
+  const hb_glyph_info_t* const infos = hb_buffer_get_glyph_infos(buffer.get(), &count);
+  const hb_glyph_position_t* const places = hb_buffer_get_glyph_positions(buffer.get(), &count);
+  const double scale = em / hb_face_get_upem(shapes.get());
+  double natural = 0;
+  for (unsigned i = 0; i < count; ++i)
+    natural += places[i].x_advance * scale;
+  const double room = columns * static_cast<double>(metrics.advance);
+  const double stretch = natural > room ? room / natural : 1;
+  // A narrow one stands at the left, as those of the font do.
+  double x = columns > 1 ? std::max((room - natural) / 2, 0.0) : 0;
+  Picture picture{SizeOf(fallback, stretch), {}};
+  for (unsigned i = 0; i < count; ++i) {
+    const hb_glyph_position_t& place = places[i];
+    picture.glyphs.push_back(
+        {infos[i].codepoint, x + place.x_offset * scale * stretch, -place.y_offset * scale});
+    x += place.x_advance * scale * stretch;
+  }
+  return picture;
 }
 
 PageFont::PageFont(std::unique_ptr<Faces> faces) : faces_(std::move(faces)) {}
@@ -258,6 +335,17 @@ PageFont::Glyph PageFont::GlyphOf(char32_t character) const {
   }
   const auto [place, isNew] = faces_->others.try_emplace(character);
   if (isNew) place->second = faces_->Find(character);
+  return place->second;
+}
+
+const PageFont::Picture& PageFont::PictureOf(const CellCluster& content, int columns) const {
+  std::u32string text{content.base};
+  for (const char32_t mark : content.marks)
+    if (mark != 0) text += mark;
+  auto& pictures = faces_->pictures;
+  if (pictures.size() >= kMostPictures) pictures.clear();
+  const auto [place, isNew] = pictures.try_emplace(text + static_cast<char32_t>(columns));
+  if (isNew) place->second = faces_->Compose(text, columns);
   return place->second;
 }
 

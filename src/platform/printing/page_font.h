@@ -7,6 +7,9 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
+
+#include "platform/cells.h"
 
 typedef struct _cairo_scaled_font cairo_scaled_font_t;  // NOLINT(modernize-use-using)
 
@@ -54,6 +57,19 @@ class PageFont {
   };
   // The glyph is at most one cell wide where it comes from another face than the first.
   [[nodiscard]] Glyph GlyphOf(char32_t character) const;
+
+  // The glyphs of a character that is wide, or has marks: those of one face, made as narrow as its columns
+  // ask.
+  struct Placed {
+    unsigned long index;
+    double x, y;  // pixels from the left end of its cells, on the base line; downward
+  };
+  struct Picture {
+    cairo_scaled_font_t* face = nullptr;  // null where nobody has the character
+    std::vector<Placed> glyphs;
+  };
+  // Valid until the next call.
+  [[nodiscard]] const Picture& PictureOf(const CellCluster& content, int columns) const;
 
  private:
   struct Faces;

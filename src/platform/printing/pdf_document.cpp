@@ -9,7 +9,9 @@
 #include <cerrno>
 #include <vector>
 
+#include "platform/posix/cell_content.h"
 #include "platform/printing/page_font.h"
+#include "platform/unicode.h"
 
 namespace platform_printing {
 
@@ -49,10 +51,10 @@ int AppendUtf8(std::string& text, char32_t character) {
   return static_cast<int>(more) + 1;
 }
 
-// What is no character that could be drawn: controls, halves of pairs, numbers beyond Unicode.
+// What is no character that could be drawn.
 bool IsNoCharacter(char32_t character) {
-  return character < 0x20 || (character >= 0x7F && character < 0xA0) ||
-         (character >= 0xD800 && character < 0xE000) || character > 0x10FFFF;
+  const CharacterKind kind = KindOfCharacter(character);
+  return kind == CharacterKind::control || kind == CharacterKind::format;
 }
 
 bool IsUtf8(const std::string& text) {
@@ -82,9 +84,12 @@ struct PdfDocument::Writer {
   void NoteState();
   void SetColor(Ink24 color);
   void PaintRect(const PixelRect& rect, Ink24 color);
-  void DrawBox(const PageFont& font, int x, int y, int advance, Ink24 color);
+  void DrawBox(const PageFont& font, int x, int y, int width, Ink24 color);
   void DrawFontLines(const PageFont& font, const PixelRect& cells, Ink24 color);
-  void DrawCells(const PageFont& font, int x, int y, std::u32string_view text, int advance, Ink24 color);
+  void DrawCells(const PageFont& font, int x, int y, CellView text, int advance, Ink24 color);
+  void DrawPicture(const PageFont& font, int x, int y, const CellCluster& content, int columns, int advance,
+                   Ink24 color);
+  void DrawNothing(const PageFont& font, int x, int y, int width, Ink24 color);
   void AddGlyph(const PageFont::Glyph& glyph, char32_t character, int x, int base);
   void FlushGlyphs();
 
@@ -140,11 +145,11 @@ void PdfDocument::Writer::PaintRect(const PixelRect& rect, Ink24 wanted) {
 }
 
 // A small hollow box: what stands for a character that has no picture.
-void PdfDocument::Writer::DrawBox(const PageFont& font, int x, int y, int advance, Ink24 wanted) {
+void PdfDocument::Writer::DrawBox(const PageFont& font, int x, int y, int cells, Ink24 wanted) {
   const int pen = font.Metrics().lineThickness;
-  const int width = std::max(advance * 3 / 5, 3 * pen);
+  const int width = std::max(cells * 3 / 5, 3 * pen);
   const int height = std::max(font.Metrics().ascent * 3 / 5, 3 * pen);
-  const int left = x + (advance - width) / 2;
+  const int left = x + (cells - width) / 2;
   const int bottom = y + font.Metrics().ascent;
   const int top = bottom - height;
   PaintRect({left, top, left + width, top + pen}, wanted);
@@ -181,21 +186,46 @@ void PdfDocument::Writer::FlushGlyphs() {
   characters.clear();
 }
 
-void PdfDocument::Writer::DrawCells(const PageFont& font, int x, int y, std::u32string_view text, int advance,
+// A box, and a blank on it as text.
+void PdfDocument::Writer::DrawNothing(const PageFont& font, int x, int y, int width, Ink24 wanted) {
+  DrawBox(font, x, y, width, wanted);
+  const PageFont::Glyph blank = font.GlyphOf(U' ');
+  if (blank.face != nullptr) AddGlyph(blank, U' ', x, y + font.Metrics().ascent);
+}
+
+void PdfDocument::Writer::DrawPicture(const PageFont& font, int x, int y, const CellCluster& content,
+                                      int columns, int advance, Ink24 wanted) {
+  const PageFont::Picture& picture = font.PictureOf(content, columns);
+  if (picture.face == nullptr) return DrawNothing(font, x, y, columns * advance, wanted);
+  if (picture.face != face) FlushGlyphs();
+  face = picture.face;
+  for (const PageFont::Placed& placed : picture.glyphs)
+    glyphs.push_back({placed.index, x + placed.x, y + font.Metrics().ascent + placed.y});
+  int bytes = AppendUtf8(characters, content.base);
+  for (const char32_t mark : content.marks)
+    if (mark != 0) bytes += AppendUtf8(characters, mark);
+  clusters.push_back({bytes, static_cast<int>(picture.glyphs.size())});
+}
+
+void PdfDocument::Writer::DrawCells(const PageFont& font, int x, int y, CellView text, int advance,
                                     Ink24 wanted) {
   SetColor(wanted);
-  const int base = y + font.Metrics().ascent;
-  const PageFont::Glyph blank = font.GlyphOf(U' ');
-  int cell = x;
-  for (const char32_t character : text) {
-    const PageFont::Glyph glyph = IsNoCharacter(character) ? PageFont::Glyph{} : font.GlyphOf(character);
-    if (glyph.face != nullptr) {
-      AddGlyph(glyph, character, cell, base);
-    } else {
-      DrawBox(font, cell, y, advance, wanted);
-      if (blank.face != nullptr) AddGlyph(blank, U' ', cell, base);
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const int left = x + static_cast<int>(i) * advance;
+    const int columns = ColumnsAt(text, i);
+    const CellCluster content = ContentAt(text, i);
+    if (columns == 0) continue;
+    if (columns > 1 || content.marks[0] != 0) {
+      DrawPicture(font, left, y, content, columns, advance, wanted);
+      continue;
     }
-    cell += advance;
+    const PageFont::Glyph glyph =
+        IsNoCharacter(content.base) ? PageFont::Glyph{} : font.GlyphOf(content.base);
+    if (glyph.face != nullptr) {
+      AddGlyph(glyph, content.base, left, y + font.Metrics().ascent);
+    } else {
+      DrawNothing(font, left, y, advance, wanted);
+    }
   }
   FlushGlyphs();
 }
@@ -235,8 +265,8 @@ void PdfDocument::Fill(const PixelRect& rect, Ink24 color) {
   w.PaintRect(seen, color);
 }
 
-void PdfDocument::DrawRow(const PageFont& font, int x, int y, std::u32string_view text, int advance,
-                          Ink24 color, const PixelRect& clip) {
+void PdfDocument::DrawRow(const PageFont& font, int x, int y, CellView text, int advance, Ink24 color,
+                          const PixelRect& clip) {
   Writer& w = *writer_;
   assert(w.onPage && advance > 0);
   const PixelRect window = Common(clip, w.page);

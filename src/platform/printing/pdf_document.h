@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/cells.h"
 #include "platform/printing/byte_sink.h"
 
 namespace platform_printing {
@@ -46,10 +47,10 @@ class PdfDocument {
 
   void Fill(const PixelRect& rect, Ink24 color);
 
-  // Characters one to a cell, the first with its upper left corner at x, y; the cells are `advance` wide, the
-  // font's own or wider. Nothing is drawn outside `clip`. A character that no font has is a small box.
-  // Control characters and the like are boxes too.
-  void DrawRow(const PageFont& font, int x, int y, std::u32string_view text, int advance, Ink24 color,
+  // Cells, the first with its upper left corner at x, y; they are `advance` wide, the font's own or wider.
+  // Nothing is drawn outside `clip`. A character that no font has is a small box. Control and format
+  // characters are boxes too; half a wide character is a blank.
+  void DrawRow(const PageFont& font, int x, int y, CellView text, int advance, Ink24 color,
                const PixelRect& clip);
 
   // The page goes to the sink. The first error of the sink, or a lack of memory, is the result of this call

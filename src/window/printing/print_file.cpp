@@ -133,12 +133,10 @@ PageShade ShadeOfSlots(ColorSlot text) {
   return {ColorTable[text], ColorTable[text + 1]};
 }
 
-std::vector<CellText> TitleTexts(const TitleSet& titles) {
-  std::vector<CellText> texts;
-  for (int i = 0; i < titles.Lines.Alast; ++i) {
-    const LineEntry& line = titles.Lines.Aline[i];
-    texts.emplace_back(titles.Text.Tbuf + line.Ltext, static_cast<std::size_t>(std::max(line.Llen, 0)));
-  }
+std::vector<CellRow> TitleTexts(const TitleSet& titles) {
+  std::vector<CellRow> texts;
+  for (int i = 0; i < titles.Lines.Alast; ++i)
+    texts.push_back(CopyOf(LineCells(titles.Lines.Aline[i], titles.Text)));
   return texts;
 }
 

@@ -96,7 +96,7 @@ BusResult CopyForBus() {
   if (!text) return Fail("Canceled", "the copy was ended");
   if (!text->text || text->failure != CopyFailure::none)
     return Fail("ReadFailed", "the selection cannot be read");
-  std::string lines = CellsToUtf8({text->text.get(), static_cast<std::size_t>(text->length)});
+  std::string lines = CellsToUtf8(text->Cells());
   std::erase(lines, '\r');  // of the line ends, which are those of this system on its bus
   BusResult result;
   result.texts.push_back(std::move(lines));

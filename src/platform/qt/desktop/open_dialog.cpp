@@ -168,7 +168,7 @@ void OpenDialog::ShowStrange() {
   }
   strangeList_->clear();
   for (const std::string& name : strange_->names) {
-    strangeList_->addItem(QString::fromStdString(CellsToUtf8(name)));
+    strangeList_->addItem(QString::fromStdString(CellsToUtf8(CellsOfBytes(name))));
   }
   strangeLabel_->show();
   strangeList_->show();

@@ -33,7 +33,7 @@ class DrawTarget {
   // Whether text is text here, and not a matter of pixels: then it is drawn by DrawCharacters alone, one to a
   // cell, the upper left corner of the first at (x, y).
   [[nodiscard]] virtual bool TakesText() const { return false; }
-  virtual void DrawCharacters(HFONT__& /*font*/, int /*x*/, int /*y*/, std::u32string_view /*text*/,
+  virtual void DrawCharacters(HFONT__& /*font*/, int /*x*/, int /*y*/, CellView /*text*/,
                               const QRegion& /*clip*/, Pixel /*color*/) {}
   // These pixels were drawn by way of Painter or Pixels.
   virtual void NoteDrawn(const QRegion& /*region*/) {}

@@ -10,7 +10,9 @@
 #include <cmath>
 #include <cstring>
 
+#include "platform/cells.h"
 #include "platform/posix/windows_1252.h"
+#include "platform/unicode.h"
 
 namespace platform_qt {
 
@@ -21,6 +23,11 @@ constexpr int kSmallestEm = 1;
 constexpr int kLargestEm = 8000;
 constexpr int kOrdinaryEm = 13;
 constexpr BYTE kFixedPitch = 1;
+
+// What a tab is drawn as.
+constexpr Cell kTabSign = 0xA4;
+// Glyphs of characters beyond the Windows-1252 set that are remembered.
+constexpr std::size_t kMostOtherGlyphs = 8192;
 
 HFONT stockFont = nullptr;
 
@@ -92,9 +99,9 @@ void LookUpGlyphs(HFONT__& font) {
   }
   for (std::size_t byte = 0; byte < 256; ++byte) {
     if (characters[byte].unicode() == 0) {
-      font.glyphs[byte].source = ByteGlyph::Source::box;
+      font.glyphs[byte].source = CellGlyph::Source::box;
     } else if (indexes[byte] != 0) {
-      font.glyphs[byte] = {ByteGlyph::Source::font, 0, indexes[byte]};
+      font.glyphs[byte] = {CellGlyph::Source::font, 0, indexes[byte]};
     }
   }
 }
@@ -123,8 +130,8 @@ HFONT MakeFont(const LOGFONTA& asked) {
 }
 
 // Finds a font of the system that has the character.
-ByteGlyph FindFallback(HFONT__& font, char16_t character) {
-  QTextLayout layout(QString(QChar(character)), font.description);
+CellGlyph FindFallback(HFONT__& font, char32_t character) {
+  QTextLayout layout(QString::fromUcs4(&character, 1), font.description);
   layout.beginLayout();
   layout.createLine();
   layout.endLayout();
@@ -132,11 +139,19 @@ ByteGlyph FindFallback(HFONT__& font, char16_t character) {
     const QList<quint32> indexes = run.glyphIndexes();
     if (indexes.size() == 1 && indexes.front() != 0 && font.fallbacks.size() < 256) {
       font.fallbacks.push_back(run.rawFont());
-      return {ByteGlyph::Source::fallback, static_cast<std::uint16_t>(font.fallbacks.size() - 1),
+      return {CellGlyph::Source::fallback, static_cast<std::uint16_t>(font.fallbacks.size() - 1),
               indexes.front()};
     }
   }
-  return {ByteGlyph::Source::box, 0, 0};
+  return {CellGlyph::Source::box, 0, 0};
+}
+
+// Of a character beyond the Windows-1252 set. What the font itself lacks becomes a picture.
+CellGlyph FindGlyph(const HFONT__& font, char32_t character) {
+  const QList<quint32> indexes = font.face.glyphIndexesForString(QString::fromUcs4(&character, 1));
+  if (indexes.size() != 1 || indexes.front() == 0) return {CellGlyph::Source::picture, 0, 0};
+  const bool fits = font.face.advancesForGlyphIndexes(indexes).front().x() < font.advance + 1;
+  return {fits ? CellGlyph::Source::font : CellGlyph::Source::picture, 0, indexes.front()};
 }
 
 }  // namespace
@@ -176,12 +191,26 @@ void ForgetStockFont() {
   stockFont = nullptr;
 }
 
-const ByteGlyph& GlyphOf(HFONT__& font, std::uint8_t byte) {
-  ByteGlyph& glyph = font.glyphs[byte];
-  if (glyph.source == ByteGlyph::Source::unknown) {
-    glyph = FindFallback(font, UnicodeOfWindows1252(byte));
+const CellGlyph& GlyphOf(HFONT__& font, Cell cell) {
+  if (const auto code = CodeOf(cell == U'\t' ? kTabSign : cell)) {
+    CellGlyph& glyph = font.glyphs[*code];
+    if (glyph.source == CellGlyph::Source::unknown) {
+      glyph = FindFallback(font, cell);
+    }
+    return glyph;
   }
-  return glyph;
+  static constexpr CellGlyph kPicture{CellGlyph::Source::picture, 0, 0};
+  if ((cell & kCellKinds) != 0 || KindOfCharacter(cell) != CharacterKind::narrow) {
+    return kPicture;
+  }
+  if (font.otherGlyphs.size() >= kMostOtherGlyphs) {
+    font.otherGlyphs.clear();
+  }
+  const auto [place, isNew] = font.otherGlyphs.try_emplace(cell);
+  if (isNew) {
+    place->second = FindGlyph(font, cell);
+  }
+  return place->second;
 }
 
 }  // namespace platform_qt

@@ -1,5 +1,5 @@
 // Fonts as the program sees them: an em height in pixels, and a grid whose step is a whole number of
-// pixels, on which the bytes of the Windows-1252 set stand. They know nothing of what they are drawn on.
+// pixels, on which cells stand. They know nothing of what they are drawn on.
 #pragma once
 
 #include "platform/qt/drawing/gdi_objects.h"
@@ -13,7 +13,7 @@ void ForgetStockFont();
 // The toolkit's font for a description; lfHeight counts in device pixels.
 [[nodiscard]] QFont DescribeFont(const LOGFONTA& font);
 
-// The glyph of one byte; finds a fallback on first use.
-[[nodiscard]] const ByteGlyph& GlyphOf(HFONT__& font, std::uint8_t byte);
+// The glyph of a cell that holds a character alone; looks for it on first use. Valid until the next call.
+[[nodiscard]] const CellGlyph& GlyphOf(HFONT__& font, Cell cell);
 
 }  // namespace platform_qt

@@ -5,6 +5,7 @@
 #include <QFont>
 #include <QRawFont>
 #include <array>
+#include <unordered_map>
 #include <vector>
 
 #include "platform/qt/drawing/tile_cache.h"
@@ -25,9 +26,10 @@ struct HBRUSH__ : GdiObject {
   COLORREF color = 0;
 };
 
-// How one byte of text is drawn: a glyph of the font itself, of a font that has what it lacks, or a box.
-struct ByteGlyph {
-  enum class Source : std::uint8_t { unknown, font, fallback, box } source = Source::unknown;
+// How a character in a cell of its own is drawn: a glyph of the font itself, of a font that has what it
+// lacks, a box, or, since one glyph in its place does not do, as a picture that is fitted into its cells.
+struct CellGlyph {
+  enum class Source : std::uint8_t { unknown, font, fallback, box, picture } source = Source::unknown;
   std::uint16_t fallback = 0;  // index of the fallback font
   quint32 glyph = 0;
 };
@@ -54,7 +56,9 @@ struct HFONT__ : GdiObject, platform_qt::FontExtent {
   LOGFONTA asked{};
   QRawFont face;
   QFont description;
-  std::array<ByteGlyph, 256> glyphs;
+  std::array<CellGlyph, 256> glyphs;                    // of the Windows-1252 set, by its codes
+  std::unordered_map<char32_t, CellGlyph> otherGlyphs;  // of the characters that were met, a bounded number
   std::vector<QRawFont> fallbacks;
   platform_qt::TileCache tiles;
+  platform_qt::OtherTiles otherTiles;
 };

@@ -7,14 +7,18 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "platform/posix/cell_content.h"
 #include "platform/qt/drawing/fonts.h"
+#include "platform/unicode.h"
 
 namespace platform_qt {
 
 namespace {
 
-// The largest cell that is kept as a tile, in pixels: 256 of them are a megabyte.
+// The largest cell that is kept as a tile, in pixels: 256 of them are a megabyte. Of the other tiles the
+// number is bounded.
 constexpr int kLargestTile = 1024;
+constexpr int kLargestOtherTile = 1 << 16;
 // Columns beside a cell that are looked at for a glyph that reaches over it.
 constexpr int kMargin = 3;
 // A fringe of smoothing beside the cell that covers less than this (of 255) is no reaching over: fonts of
@@ -37,10 +41,10 @@ int CoverageOf(Pixel pixel, Pixel text, Pixel ground) {
 }
 
 // A small hollow box: what stands for a character that has no picture.
-void DrawBox(QPainter& painter, const HFONT__& font, int x, int y) {
-  const int width = std::max(font.advance * 3 / 5, 1);
+void DrawBox(QPainter& painter, const HFONT__& font, int x, int y, int columns = 1) {
+  const int width = std::max(font.advance * columns - font.advance * 2 / 5, 1);
   const int height = std::max(font.ascent * 3 / 5, 1);
-  const int left = x + (font.advance - width) / 2;
+  const int left = x + (font.advance * columns - width) / 2;
   const int top = y + font.ascent - height;
   const QColor color = painter.pen().color();
   painter.fillRect(left, top, width, 1, color);
@@ -55,12 +59,13 @@ void DrawGlyphsOf(QPainter& painter, HFONT__& font, const GridText& text, int fa
   static std::vector<QPointF> places;
   indexes.clear();
   places.clear();
-  for (int i = 0; i < text.count; ++i) {
-    const ByteGlyph& glyph = GlyphOf(font, CodeOf(text.cells[i]));
+  for (int i = 0; i < text.Count(); ++i) {
+    const Cell cell = text.cells[static_cast<std::size_t>(i)];
+    const CellGlyph& glyph = GlyphOf(font, cell);
     const bool mine = fallback < 0
-                          ? glyph.source == ByteGlyph::Source::font
-                          : glyph.source == ByteGlyph::Source::fallback && glyph.fallback == fallback;
-    if (mine && text.cells[i] != CellOf(' ')) {
+                          ? glyph.source == CellGlyph::Source::font
+                          : glyph.source == CellGlyph::Source::fallback && glyph.fallback == fallback;
+    if (mine && cell != U' ') {
       indexes.push_back(glyph.glyph);
       places.emplace_back(text.x + i * font.advance, text.y + font.ascent);
     }
@@ -76,7 +81,7 @@ void DrawGlyphsOf(QPainter& painter, HFONT__& font, const GridText& text, int fa
 
 void DrawFontLines(QPainter& painter, const HFONT__& font, const GridText& text) {
   const int thickness = std::max(static_cast<int>(std::lround(font.face.lineThickness())), 1);
-  const int width = text.count * font.advance;
+  const int width = text.Count() * font.advance;
   if (font.description.underline()) {
     const int below = std::max(static_cast<int>(std::lround(font.face.underlinePosition())), 1);
     painter.fillRect(text.x, text.y + font.ascent + below, width, thickness, painter.pen().color());
@@ -86,11 +91,50 @@ void DrawFontLines(QPainter& painter, const HFONT__& font, const GridText& text)
   }
 }
 
-}  // namespace
+// Draws what no glyph of the font does for, within its cells.
+void PaintPicture(QPainter& painter, const HFONT__& font, int x, int y, const CellCluster& content,
+                  int columns) {
+  if (content.base == U' ' && content.marks[0] == 0) {
+    return;
+  }
+  QString text = QString::fromUcs4(&content.base, 1);
+  for (const char32_t mark : content.marks) {
+    if (mark != 0) {
+      text += QString::fromUcs4(&mark, 1);
+    }
+  }
+  const int width = columns * font.advance;
+  QTextLayout layout(text, font.description);
+  layout.beginLayout();
+  const QTextLine line = layout.createLine();
+  layout.endLayout();
+  QList<QGlyphRun> runs = layout.glyphRuns();
+  runs.removeIf([](const QGlyphRun& run) {
+    const QList<quint32> indexes = run.glyphIndexes();
+    return std::all_of(indexes.begin(), indexes.end(), [](quint32 index) { return index == 0; });
+  });
+  const double natural = line.naturalTextWidth();
+  const bool isFormat = KindOfCharacter(content.base) == CharacterKind::format;
+  if (runs.isEmpty() || isFormat || natural <= 0) {
+    DrawBox(painter, font, x, y, columns);
+    return;
+  }
+  painter.save();
+  painter.setClipRect(QRect(x, y, width, font.Height()), Qt::IntersectClip);
+  // A narrow glyph stands at the left, as those of the font do.
+  const double stretch = natural > width + columns / 2.0 ? width / natural : 1;
+  const double indent = columns > 1 && natural < width ? std::floor((width - natural) / 2) : 0;
+  painter.translate(x + indent, y + font.ascent);
+  painter.scale(stretch, 1);
+  for (const QGlyphRun& run : runs) {
+    painter.drawGlyphRun(QPointF(0, -line.ascent()), run);
+  }
+  painter.restore();
+}
 
-void PaintGlyphs(QPainter& painter, HFONT__& font, const GridText& text) {
-  for (int i = 0; i < text.count; ++i) {
-    if (GlyphOf(font, CodeOf(text.cells[i])).source == ByteGlyph::Source::box) {
+void PaintFontGlyphs(QPainter& painter, HFONT__& font, const GridText& text) {
+  for (int i = 0; i < text.Count(); ++i) {
+    if (GlyphOf(font, text.cells[static_cast<std::size_t>(i)]).source == CellGlyph::Source::box) {
       DrawBox(painter, font, text.x + i * font.advance, text.y);
     }
   }
@@ -98,56 +142,34 @@ void PaintGlyphs(QPainter& painter, HFONT__& font, const GridText& text) {
   for (std::size_t fallback = 0; fallback < font.fallbacks.size(); ++fallback) {
     DrawGlyphsOf(painter, font, text, static_cast<int>(fallback));
   }
-  DrawFontLines(painter, font, text);
 }
 
-void PaintCharacter(QPainter& painter, const HFONT__& font, int x, int y, char32_t character) {
-  QTextLayout layout(QString::fromUcs4(&character, 1), font.description);
-  layout.beginLayout();
-  layout.createLine();
-  layout.endLayout();
-  bool drawn = false;
-  for (const QGlyphRun& run : layout.glyphRuns()) {
-    const QList<quint32> indexes = run.glyphIndexes();
-    if (std::find(indexes.begin(), indexes.end(), quint32{0}) != indexes.end()) {
-      continue;
-    }
-    QGlyphRun placed;
-    const QPointF origin(x, y + font.ascent);
-    const QList<QPointF> places(indexes.size(), origin);
-    placed.setRawFont(run.rawFont());
-    placed.setRawData(indexes.data(), places.data(), static_cast<int>(indexes.size()));
-    painter.drawGlyphRun(QPointF(0, 0), placed);
-    drawn = true;
-  }
-  if (!drawn) {
-    DrawBox(painter, font, x, y);
-  }
-}
-
-namespace {
-
-// False, with the tile unfit, when the glyph reaches over its cell.
-bool DrawTile(HFONT__& font, std::uint8_t byte, TileCache::Set& set) {
-  const int height = font.ascent + font.descent;
-  QImage image(font.advance + 2 * kMargin, height, QImage::Format_RGB32);
-  image.fill(set.ground);
+// Draws the character at `index` into a tile. False, with the tile unfit, when it reaches over its cells.
+bool DrawTile(HFONT__& font, CellView cells, std::size_t index, Pixel text, Pixel ground, Pixel* tile) {
+  const int columns = ColumnsAt(cells, index);
+  const int width = columns * font.advance;
+  QImage image(width + 2 * kMargin, font.Height(), QImage::Format_RGB32);
+  image.fill(ground);
   {
     QPainter painter(&image);
-    painter.setPen(QColor::fromRgb(set.text));
-    const Cell cell = CellOf(byte);
-    PaintGlyphs(painter, font, {kMargin, 0, &cell, 1});
+    painter.setPen(QColor::fromRgb(text));
+    const GridText alone{kMargin, 0, cells.substr(index, static_cast<std::size_t>(columns))};
+    if (GlyphOf(font, cells[index]).source == CellGlyph::Source::picture) {
+      PaintPicture(painter, font, kMargin, 0, ContentAt(cells, index), columns);
+    } else {
+      PaintFontGlyphs(painter, font, alone);
+    }
+    DrawFontLines(painter, font, alone);
   }
-  const auto tileWidth = static_cast<std::size_t>(font.advance);
-  Pixel* const tile = set.pixels.data() + byte * tileWidth * static_cast<std::size_t>(height);
-  for (int y = 0; y < height; ++y) {
+  const auto tileWidth = static_cast<std::size_t>(width);
+  for (int y = 0; y < font.Height(); ++y) {
     const auto* const row = reinterpret_cast<const Pixel*>(image.constScanLine(y));
     const auto untouched = [&](const Pixel* from) {
       return std::all_of(from, from + kMargin, [&](Pixel pixel) {
-        return pixel == set.ground || CoverageOf(pixel, set.text, set.ground) < kFaint;
+        return pixel == ground || CoverageOf(pixel, text, ground) < kFaint;
       });
     };
-    if (!untouched(row) || !untouched(row + kMargin + font.advance)) {
+    if (!untouched(row) || !untouched(row + kMargin + width)) {
       return false;
     }
     std::memcpy(tile + static_cast<std::size_t>(y) * tileWidth, row + kMargin, tileWidth * sizeof(Pixel));
@@ -155,24 +177,76 @@ bool DrawTile(HFONT__& font, std::uint8_t byte, TileCache::Set& set) {
   return true;
 }
 
-}  // namespace
-
-const Pixel* TileOf(HFONT__& font, std::uint8_t byte, Pixel text, Pixel ground) {
-  const int pixels = font.advance * (font.ascent + font.descent);
-  // Where both colors are the same, nothing can be seen to reach over.
-  if (pixels > kLargestTile || font.tiles.reachesOver.test(byte) || text == ground) {
+const Pixel* CodeTile(HFONT__& font, CellView cells, std::size_t index, std::uint8_t code, Pixel text,
+                      Pixel ground) {
+  const auto pixels = static_cast<std::size_t>(font.advance * font.Height());
+  if (pixels > kLargestTile || font.tiles.reachesOver.test(code)) {
     return nullptr;
   }
-  const auto pixelsOfTile = static_cast<std::size_t>(pixels);
-  TileCache::Set& set = font.tiles.SetFor(pixelsOfTile, text, ground);
-  if (!set.drawn.test(byte)) {
-    if (!DrawTile(font, byte, set)) {
-      font.tiles.reachesOver.set(byte);
+  TileCache::Set& set = font.tiles.SetFor(pixels, text, ground);
+  Pixel* const tile = set.pixels.data() + code * pixels;
+  if (!set.drawn.test(code)) {
+    if (!DrawTile(font, cells, index, text, ground, tile)) {
+      font.tiles.reachesOver.set(code);
       return nullptr;
     }
-    set.drawn.set(byte);
+    set.drawn.set(code);
   }
-  return set.pixels.data() + byte * pixelsOfTile;
+  return tile;
+}
+
+const Pixel* OtherTile(HFONT__& font, CellView cells, std::size_t index, Pixel text, Pixel ground) {
+  const int columns = ColumnsAt(cells, index);
+  const int pixels = columns * font.advance * font.Height();
+  if (pixels > kLargestOtherTile) {
+    return nullptr;
+  }
+  const OtherTiles::Key key{ContentAt(cells, index), columns, text, ground};
+  const OtherTiles::Tile* tile = font.otherTiles.Find(key);
+  if (tile == nullptr) {
+    OtherTiles::Tile made{key, std::vector<Pixel>(static_cast<std::size_t>(pixels))};
+    if (!DrawTile(font, cells, index, text, ground, made.pixels.data())) {
+      made.pixels.clear();
+    }
+    tile = &font.otherTiles.Keep(std::move(made));
+  }
+  return tile->pixels.empty() ? nullptr : tile->pixels.data();
+}
+
+void PaintPictures(QPainter& painter, HFONT__& font, const GridText& text, Pixel ground) {
+  for (std::size_t i = 0; i < text.cells.size(); ++i) {
+    const int columns = ColumnsAt(text.cells, i);
+    if (columns == 0 || GlyphOf(font, text.cells[i]).source != CellGlyph::Source::picture) {
+      continue;
+    }
+    const int x = text.x + static_cast<int>(i) * font.advance;
+    const Pixel color = painter.pen().color().rgb();
+    if (const Pixel* const tile = TileAt(font, text.cells, i, color, ground)) {
+      const int width = columns * font.advance;
+      painter.drawImage(x, text.y,
+                        QImage(reinterpret_cast<const uchar*>(tile), width, font.Height(),
+                               width * static_cast<int>(sizeof(Pixel)), QImage::Format_RGB32));
+    } else {
+      PaintPicture(painter, font, x, text.y, ContentAt(text.cells, i), columns);
+    }
+  }
+}
+
+}  // namespace
+
+void PaintGlyphs(QPainter& painter, HFONT__& font, const GridText& text, Pixel ground) {
+  PaintPictures(painter, font, text, ground);
+  PaintFontGlyphs(painter, font, text);
+  DrawFontLines(painter, font, text);
+}
+
+const Pixel* TileAt(HFONT__& font, CellView cells, std::size_t index, Pixel text, Pixel ground) {
+  if (text == ground) {  // where both colors are the same, nothing can be seen to reach over
+    return nullptr;
+  }
+  const auto code = CodeOf(cells[index]);
+  return code ? CodeTile(font, cells, index, *code, text, ground)
+              : OtherTile(font, cells, index, text, ground);
 }
 
 }  // namespace platform_qt

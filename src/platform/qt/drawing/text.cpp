@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "platform/cells.h"
-#include "platform/posix/windows_1252.h"
+#include "platform/posix/cell_content.h"
 #include "platform/qt/base/hooks.h"
 #include "platform/qt/base/unknown.h"
 #include "platform/qt/drawing/device_context.h"
@@ -18,16 +18,8 @@ namespace {
 // More columns than any picture has.
 constexpr std::size_t kMostColumns = std::size_t{1} << 20;
 
-std::optional<Cell> CellOfCharacter(char32_t character) {
-  const QByteArray utf8 = QString::fromUcs4(&character, 1).toUtf8();
-  const auto cells = Utf8ToCells({utf8.data(), static_cast<std::size_t>(utf8.size())});
-  return cells ? std::optional<Cell>(cells->front()) : std::nullopt;
-}
-
 void Tell(Drawn::Kind kind, HDC dc, int x, int y, const RECT& rect, std::string_view text) {
-  if (hooks.drawn != nullptr) [[unlikely]] {
-    hooks.drawn({kind, x, y, rect, text.data(), text.size(), dc->textColor, dc->background});
-  }
+  hooks.drawn({kind, x, y, rect, text.data(), text.size(), dc->textColor, dc->background});
 }
 
 // Columns to each side of the visible ones that are drawn too, since slanted letters reach over their cell.
@@ -36,10 +28,10 @@ constexpr int kOverhang = 2;
 // Cuts the text to the columns that can touch `visible`.
 GridText CutTo(GridText text, const QRect& visible, int advance) {
   const auto column = [&](std::int64_t pixel) { return (pixel - text.x) / advance; };
-  const auto first = std::clamp<std::int64_t>(column(visible.left()) - kOverhang, 0, text.count);
-  const auto end = std::clamp<std::int64_t>(column(visible.right()) + 1 + kOverhang, first, text.count);
-  return {static_cast<int>(text.x + first * advance), text.y, text.cells + first,
-          static_cast<int>(end - first)};
+  const auto first = std::clamp<std::int64_t>(column(visible.left()) - kOverhang, 0, text.Count());
+  const auto end = std::clamp<std::int64_t>(column(visible.right()) + 1 + kOverhang, first, text.Count());
+  return {static_cast<int>(text.x + first * advance), text.y,
+          text.cells.substr(static_cast<std::size_t>(first), static_cast<std::size_t>(end - first))};
 }
 
 void DrawWithPainter(HDC dc, const GridText& text, const QRegion& clip) {
@@ -50,7 +42,7 @@ void DrawWithPainter(HDC dc, const GridText& text, const QRegion& clip) {
     painter.setClipRegion(clip);
   }
   painter.setPen(QColor::fromRgb(PixelOf(dc->textColor)));
-  PaintGlyphs(painter, *dc->font, text);
+  PaintGlyphs(painter, *dc->font, text, PixelOf(dc->background));
 }
 
 // Copies a few pixels. Cells are so narrow that a call of the library for each of their rows would cost more
@@ -79,27 +71,32 @@ bool DrawWithTiles(HDC dc, const GridText& text, const QRegion& clip) {
   HFONT__& font = *dc->font;
   static std::vector<const Pixel*> tiles;
   tiles.clear();
-  for (int i = 0; i < text.count; ++i) {
-    tiles.push_back(TileOf(font, CodeOf(text.cells[i]), PixelOf(dc->textColor), PixelOf(dc->background)));
-    if (tiles.back() == nullptr) {
+  for (std::size_t i = 0; i < text.cells.size(); ++i) {
+    const bool drawn = ColumnsAt(text.cells, i) == 0;
+    tiles.push_back(drawn ? nullptr
+                          : TileAt(font, text.cells, i, PixelOf(dc->textColor), PixelOf(dc->background)));
+    if (tiles.back() == nullptr && !drawn) {
       return false;
     }
   }
-  const int height = font.ascent + font.descent;
   for (const QRect& part : clip) {
-    for (int i = 0; i < text.count; ++i) {
-      const QRect cell(text.x + i * font.advance, text.y, font.advance, height);
+    for (std::size_t i = 0; i < tiles.size(); ++i) {
+      if (tiles[i] == nullptr) {
+        continue;
+      }
+      const bool isWide = i + 1 < tiles.size() && tiles[i + 1] == nullptr;
+      const int width = isWide ? 2 * font.advance : font.advance;
+      const QRect cell(text.x + static_cast<int>(i) * font.advance, text.y, width, font.Height());
       const QRect seen = cell & part;
       if (seen.isEmpty()) {
         continue;
       }
       const std::ptrdiff_t skippedRows = seen.top() - cell.top();
-      const Pixel* from =
-          tiles[static_cast<std::size_t>(i)] + skippedRows * font.advance + (seen.left() - cell.left());
+      const Pixel* from = tiles[i] + skippedRows * width + (seen.left() - cell.left());
       Pixel* to = surface->Row(seen.top()) + seen.left();
       for (int y = 0; y < seen.height(); ++y) {
         CopyPixels(from, to, seen.width());
-        from += font.advance;
+        from += width;
         to += surface->Width();
       }
     }
@@ -112,35 +109,27 @@ FontExtent ExtentOn(HDC dc) {
 }
 
 // On a target that takes text. The characters lie on ground of their own unless that is laid already.
-void DrawAsText(HDC dc, int x, int y, std::u32string_view text, const QRegion& clip, bool groundLaid) {
+void DrawAsText(HDC dc, const GridText& text, const QRegion& clip, bool groundLaid) {
   if (!groundLaid) {
     const FontExtent extent = ExtentOn(dc);
-    const QRect cells(x, y, static_cast<int>(text.size()) * extent.advance, extent.Height());
+    const QRect cells(text.x, text.y, text.Count() * extent.advance, extent.Height());
     for (const QRect& part : clip& cells) {
       dc->target->Fill(part, PixelOf(dc->background));
     }
   }
-  dc->target->DrawCharacters(*dc->font, x, y, text, clip, PixelOf(dc->textColor));
-}
-
-std::u32string CharactersOf(const GridText& text) {
-  std::u32string characters;
-  for (int i = 0; i < text.count; ++i) {
-    characters += UnicodeOfWindows1252(CodeOf(text.cells[i]));
-  }
-  return characters;
+  dc->target->DrawCharacters(*dc->font, text.x, text.y, text.cells, clip, PixelOf(dc->textColor));
 }
 
 // The cells of the text, in the background color unless the ground is laid already, and the glyphs on them.
 void DrawRow(HDC dc, const GridText& whole, const QRegion& clip, bool groundLaid) {
   if (dc->target->TakesText()) {
-    DrawAsText(dc, whole.x, whole.y, CharactersOf(whole), clip, groundLaid);
+    DrawAsText(dc, whole, clip, groundLaid);
     return;
   }
   const int height = dc->font->Height();
   const QRect bounds = clip.boundingRect();
   const GridText text = CutTo(whole, bounds, dc->font->advance);
-  const QRect cells(text.x, text.y, text.count * dc->font->advance, height);
+  const QRect cells(text.x, text.y, text.Count() * dc->font->advance, height);
   const QRegion visible = clip & cells;
   dc->target->NoteDrawn(visible);
   if (visible.isEmpty() || DrawWithTiles(dc, text, visible)) {
@@ -157,49 +146,28 @@ void DrawRow(HDC dc, const GridText& whole, const QRegion& clip, bool groundLaid
   DrawWithPainter(dc, text, reach);
 }
 
-// Fills the rectangle, if that is asked for, and draws the cells. The part of the device context in which
-// glyphs may be drawn.
-QRegion DrawInto(HDC dc, const GridText& text, const RECT* rect, bool opaque, bool clipped) {
+// Fills the rectangle, if that is asked for, and draws the cells.
+void DrawInto(HDC dc, const GridText& whole, const RECT* rect, bool opaque, bool clipped) {
+  GridText text = whole;
   QRegion clip = dc->clip;
   if (opaque) {
     FillThrough(dc, RectOf(*rect), PixelOf(dc->background));
   }
   if (clipped) {
     clip &= RectOf(*rect);
+    // A wide character of which nothing but the first half is to be seen shows a blank.
+    const int advance = ExtentOn(dc).advance;
+    const std::int64_t seen = (std::int64_t{rect->right} - text.x + advance - 1) / advance;
+    text.cells = text.cells.substr(0, static_cast<std::size_t>(std::max<std::int64_t>(seen, 0)));
   }
-  if (text.count != 0 && !clip.isEmpty()) {
+  if (!text.cells.empty() && !clip.isEmpty()) {
     DrawRow(dc, text, clip, opaque && clipped);
   }
-  return clip;
 }
 
-// Characters that have a cell are drawn as those; the others onto blank ones.
 void DrawUtf8(HDC dc, int x, int y, std::string_view text, const RECT* rect, bool opaque, bool clipped) {
-  const auto characters = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).toUcs4();
-  if (dc->target->TakesText()) {
-    const QRegion clip = DrawInto(dc, {x, y, nullptr, 0}, rect, opaque, clipped);
-    DrawAsText(dc, x, y, std::u32string(characters.begin(), characters.end()), clip, opaque && clipped);
-    return;
-  }
-  CellText cells;
-  for (const char32_t character : characters) {
-    cells += CellOfCharacter(character).value_or(CellOf(' '));
-  }
-  const QRegion clip =
-      DrawInto(dc, {x, y, cells.data(), static_cast<int>(cells.size())}, rect, opaque, clipped);
-  for (qsizetype i = 0; i < characters.size() && !clip.isEmpty(); ++i) {
-    if (CellOfCharacter(characters[i])) {
-      continue;
-    }
-    const int left = x + static_cast<int>(i) * dc->font->advance;
-    const QRegion visible = clip & QRect(left, y, dc->font->advance, dc->font->ascent + dc->font->descent);
-    if (!visible.isEmpty()) {
-      QPainter& painter = dc->target->Painter();
-      painter.setClipRegion(visible);
-      painter.setPen(QColor::fromRgb(PixelOf(dc->textColor)));
-      PaintCharacter(painter, *dc->font, left, y, characters[i]);
-    }
-  }
+  const CellRow row = CellsOfUtf8(text);
+  DrawInto(dc, {x, y, row.View()}, rect, opaque, clipped);
 }
 
 }  // namespace
@@ -209,10 +177,11 @@ void DrawUtf8(HDC dc, int x, int y, std::string_view text, const RECT* rect, boo
 using namespace platform_qt;
 
 void DrawCells(HDC dc, int x, int y, const RECT* rect, CellView cells) {
-  const GridText text{x, y, cells.data(), static_cast<int>(cells.size())};
-  Tell(rect != nullptr ? Drawn::Kind::fillText : Drawn::Kind::text, dc, x, y,
-       rect != nullptr ? *rect : RECT{}, cells);
-  DrawInto(dc, text, rect, rect != nullptr, rect != nullptr);
+  if (hooks.drawn != nullptr) [[unlikely]] {
+    Tell(rect != nullptr ? Drawn::Kind::fillText : Drawn::Kind::text, dc, x, y,
+         rect != nullptr ? *rect : RECT{}, CellsToUtf8(cells));
+  }
+  DrawInto(dc, {x, y, cells}, rect, rect != nullptr, rect != nullptr);
 }
 
 int CellsWidth(HDC dc, std::size_t count) {
@@ -224,7 +193,9 @@ BOOL ExtTextOutA(HDC dc, int x, int y, UINT options, const RECT* rect, LPCSTR te
   ReportUnknownBits("ExtTextOutA", options, ETO_OPAQUE | ETO_CLIPPED);
   assert(advances == nullptr && "text stands on the grid of its font");
   static_cast<void>(advances);
-  Tell(Drawn::Kind::fillText, dc, x, y, rect != nullptr ? *rect : RECT{}, {text, count});
+  if (hooks.drawn != nullptr) [[unlikely]] {
+    Tell(Drawn::Kind::fillText, dc, x, y, rect != nullptr ? *rect : RECT{}, {text, count});
+  }
   DrawUtf8(dc, x, y, {text, count}, rect, rect != nullptr && (options & ETO_OPAQUE) != 0,
            rect != nullptr && (options & ETO_CLIPPED) != 0);
   return TRUE;
@@ -232,14 +203,16 @@ BOOL ExtTextOutA(HDC dc, int x, int y, UINT options, const RECT* rect, LPCSTR te
 
 BOOL TextOutA(HDC dc, int x, int y, LPCSTR text, int count) {
   const std::string_view whole(text, static_cast<std::size_t>(std::max(count, 0)));
-  Tell(Drawn::Kind::text, dc, x, y, {}, whole);
+  if (hooks.drawn != nullptr) [[unlikely]] {
+    Tell(Drawn::Kind::text, dc, x, y, {}, whole);
+  }
   DrawUtf8(dc, x, y, whole, nullptr, false, false);
   return TRUE;
 }
 
 BOOL GetTextExtentPointA(HDC dc, LPCSTR text, int count, SIZE* size) {
-  const auto columns = QString::fromUtf8(text, std::max(count, 0)).toUcs4().size();
-  *size = {CellsWidth(dc, static_cast<std::size_t>(columns)), ExtentOn(dc).Height()};
+  const CellRow row = CellsOfUtf8({text, static_cast<std::size_t>(std::max(count, 0))});
+  *size = {CellsWidth(dc, row.cells.size()), ExtentOn(dc).Height()};
   return TRUE;
 }
 

@@ -25,4 +25,36 @@ TileCache::Set& TileCache::SetFor(std::size_t pixelsOfTile, Pixel text, Pixel gr
   return sets_[last_];
 }
 
+std::size_t OtherTiles::Hash::operator()(const Key& key) const {
+  std::uint64_t hash = key.content.base;
+  const auto mix = [&hash](std::uint64_t value) { hash = (hash ^ value) * 0x9E3779B97F4A7C15U; };
+  for (const char32_t mark : key.content.marks)
+    mix(mark);
+  mix(std::uint64_t{key.text} << 32 | key.ground);
+  mix(static_cast<std::uint64_t>(key.columns));
+  return static_cast<std::size_t>(hash ^ hash >> 32);
+}
+
+const OtherTiles::Tile* OtherTiles::Find(const Key& key) {
+  const auto place = places_.find(key);
+  if (place == places_.end()) {
+    return nullptr;
+  }
+  tiles_.splice(tiles_.begin(), tiles_, place->second);
+  return &tiles_.front();
+}
+
+const OtherTiles::Tile& OtherTiles::Keep(Tile tile) {
+  const auto size = [](const Tile& one) { return sizeof one + one.pixels.size() * sizeof(Pixel); };
+  bytes_ += size(tile);
+  tiles_.push_front(std::move(tile));
+  places_[tiles_.front().key] = tiles_.begin();
+  while (bytes_ > kMostBytes && tiles_.size() > 1) {
+    bytes_ -= size(tiles_.back());
+    places_.erase(tiles_.back().key);
+    tiles_.pop_back();
+  }
+  return tiles_.front();
+}
+
 }  // namespace platform_qt

@@ -1,12 +1,16 @@
-// The finished pictures of the bytes of one font, in the pairs of colors that were used last. It keeps pixels
-// and knows which are drawn; how they are drawn, and of what font, others know.
+// The finished pictures of the cells of one font: those of the Windows-1252 set in the pairs of colors that
+// were used last, and of all others as many as a bound allows. It keeps pixels and knows which are drawn; how
+// they are drawn, and of what font, others know.
 #pragma once
 
 #include <array>
 #include <bitset>
 #include <cstdint>
+#include <list>
+#include <unordered_map>
 #include <vector>
 
+#include "platform/cells.h"
 #include "platform/qt/drawing/pixels.h"
 
 namespace platform_qt {
@@ -34,6 +38,37 @@ class TileCache {
   std::array<Set, kPairs> sets_;
   std::size_t last_ = 0;
   std::uint64_t uses_ = 0;
+};
+
+// The tiles of other characters. Those that were not used for longest go first.
+class OtherTiles {
+ public:
+  struct Key {
+    CellCluster content;
+    int columns;
+    Pixel text, ground;
+    bool operator==(const Key&) const = default;
+  };
+  struct Tile {
+    Key key;
+    std::vector<Pixel> pixels;  // empty: it reaches over its cell, and there is no tile
+  };
+
+  // Null when it is not there.
+  [[nodiscard]] const Tile* Find(const Key& key);
+  // Valid until the next call.
+  const Tile& Keep(Tile tile);
+
+  // The most bytes that the pixels of all tiles may take.
+  static constexpr std::size_t kMostBytes = std::size_t{8} << 20;
+
+ private:
+  struct Hash {
+    std::size_t operator()(const Key& key) const;
+  };
+  std::list<Tile> tiles_;  // the one used last is the first
+  std::unordered_map<Key, std::list<Tile>::iterator, Hash> places_;
+  std::size_t bytes_ = 0;
 };
 
 }  // namespace platform_qt

@@ -88,7 +88,7 @@ FontExtent PageTarget::ExtentOf(HFONT__& font) {
           metrics.advance, metrics.widest,  metrics.fixedPitch};
 }
 
-void PageTarget::DrawCharacters(HFONT__& font, int x, int y, std::u32string_view text, const QRegion& clip,
+void PageTarget::DrawCharacters(HFONT__& font, int x, int y, CellView text, const QRegion& clip,
                                 Pixel color) {
   const PageFont* const made = FontOf(font);
   if (document_ == nullptr || made == nullptr) {

@@ -30,8 +30,7 @@ class PageTarget : public DrawTarget {
   QPainter& Painter() override;
   [[nodiscard]] FontExtent ExtentOf(HFONT__& font) override;
   [[nodiscard]] bool TakesText() const override { return true; }
-  void DrawCharacters(HFONT__& font, int x, int y, std::u32string_view text, const QRegion& clip,
-                      Pixel color) override;
+  void DrawCharacters(HFONT__& font, int x, int y, CellView text, const QRegion& clip, Pixel color) override;
 
  private:
   [[nodiscard]] const platform_printing::PageFont* FontOf(const HFONT__& font);

@@ -1,0 +1,48 @@
+#include "engine/text_bytes.h"
+
+#include "codes/decoders.h"
+
+namespace {
+
+constexpr char32_t kReplacement = 0xFFFD;
+
+// The characters of the bytes, kNoCharacter for what is none.
+template <typename Code>
+std::u32string Characters(std::span<const std::uint8_t> bytes) {
+  std::u32string characters;
+  const std::uint8_t* const end = bytes.data() + bytes.size();
+  for (const std::uint8_t* at = bytes.data(); at < end;) {
+    Decoded next = Code::Decode(at, end);
+    if (next.length == 0)
+      next = {kNoCharacter, std::min<std::int32_t>(Code::kUnit, static_cast<std::int32_t>(end - at))};
+    characters += next.character;
+    at += next.length;
+  }
+  return characters;
+}
+
+}  // namespace
+
+std::optional<std::string> BytesOfText(std::string_view text, ViewOptions options) {
+  const auto characters = Characters<Utf8>({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+  if (characters.find(kNoCharacter) != std::u32string::npos) return std::nullopt;
+  if ((options & VO_UTF8) != 0) return std::string(text);
+  std::string bytes;
+  const std::size_t low = (options & VO_UTF16LE) != 0 ? 0 : 1;
+  for (const char16_t unit : CellsToUtf16(characters)) {
+    char pair[2];
+    pair[low] = static_cast<char>(unit & 0xFF);
+    pair[1 - low] = static_cast<char>(unit >> 8);
+    bytes.append(pair, 2);
+  }
+  return bytes;
+}
+
+std::string TextOfBytes(std::span<const std::uint8_t> bytes, ViewOptions options) {
+  std::u32string characters = (options & VO_UTF16LE) != 0   ? Characters<Utf16Le>(bytes)
+                              : (options & VO_UTF16BE) != 0 ? Characters<Utf16Be>(bytes)
+                                                            : Characters<Utf8>(bytes);
+  for (char32_t& character : characters)
+    if (character == kNoCharacter) character = kReplacement;
+  return CellsToUtf8(characters);
+}
