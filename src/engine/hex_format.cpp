@@ -24,13 +24,12 @@ constexpr std::int32_t kFileDigitsBit = 20;
 static_assert(VO_RUNDIGITS == ViewOptions{15} << kRunDigitsBit);
 static_assert(VO_FILEDIGITS == ViewOptions{15} << kFileDigitsBit);
 
-// The two digits of each byte value, one behind the other.
+// The two digits of each byte value.
+using DigitPair = std::array<Cell, 2>;
 constexpr auto kDigitPairs = [] {
-  std::array<Cell, 512> pairs{};
-  for (std::size_t value = 0; value < 256; ++value) {
-    pairs[2 * value] = static_cast<Cell>(kDigits[value >> 4]);
-    pairs[2 * value + 1] = static_cast<Cell>(kDigits[value & 15]);
-  }
+  std::array<DigitPair, 256> pairs{};
+  for (std::size_t value = 0; value < 256; ++value)
+    pairs[value] = {static_cast<Cell>(kDigits[value >> 4]), static_cast<Cell>(kDigits[value & 15])};
   return pairs;
 }();
 
@@ -81,15 +80,37 @@ void WriteAddress(Cell* row, std::int32_t digits, FilePos pos) {
   }
 }
 
-// Writes the digits and characters of the row's bytes `first` to `end` - 1; *bytes is the one at `first`.
+// Writes the digits and characters of the row's bytes `first` to `end` - 1; *bytes is the one at `first`. The row
+// is blank where there are none, and in front.
 void WriteBytes(Cell* row, const RowShape& shape, std::int32_t first, std::int32_t end,
                 const std::uint8_t* bytes, const Cell* map) {
-  Cell* characters = row + shape.characterColumn;
-  for (std::int32_t i = first; i < end; ++i) {
+  const bool whole = first == 0 && end == shape.bytes;
+  std::fill_n(row + shape.digits, (whole ? shape.groupColumn : shape.full) - shape.digits, U' ');
+  const auto put = [&](std::int32_t i) {
     const std::int32_t column = shape.groupColumn + i / kGroupBytes * kGroupColumns + i % kGroupBytes * 2;
-    std::memcpy(row + column, &kDigitPairs[std::size_t{2} * *bytes], 2 * sizeof(Cell));
-    characters[i] = map[*bytes++];
+    std::memcpy(row + column, &kDigitPairs[bytes[i - first]], sizeof(DigitPair));
+  };
+  if (whole) {
+    for (std::int32_t i = 0; i < end; i += kGroupBytes) {
+      Cell* const group = row + shape.groupColumn + i / kGroupBytes * kGroupColumns;
+      for (std::int32_t k = 0; k < kGroupBytes; ++k)
+        std::memcpy(group + k * 2, &kDigitPairs[bytes[i + k]], sizeof(DigitPair));
+      group[kGroupColumns - 1] = U' ';
+    }
+    row[shape.characterColumn - 1] = U' ';
+  } else {
+    for (std::int32_t i = first; i < end; ++i)
+      put(i);
   }
+  // Two at a time: what the loop costs is its stores.
+  Cell* const characters = row + shape.characterColumn + first;
+  const std::int32_t count = end - first;
+  std::int32_t i = 0;
+  for (; i + 2 <= count; i += 2) {
+    const std::array<Cell, 2> two = {map[bytes[i]], map[bytes[i + 1]]};
+    std::memcpy(characters + i, two.data(), sizeof two);
+  }
+  if (i < count) characters[i] = map[bytes[i]];
 }
 
 // One test of room for each row serves for all writes to it.
@@ -103,7 +124,6 @@ void FillForward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, Fi
   while (lines.Ccur < lines.Ccnt - 1 && off < slice.Slen && HasRoom(text, shape)) {
     const std::int32_t count = std::min(shape.bytes, slice.Slen - off);
     Cell* row = text.Tbuf + text.Tend;
-    std::fill_n(row, shape.full, U' ');
     WriteAddress(row, shape.digits, pos);
     WriteBytes(row, shape, 0, count, slice.Sbuf + off, map);
 
@@ -130,7 +150,6 @@ void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, F
     if (off < 0 && pos - off > 0) return;  // the row begins above the slice, but not above the file
 
     Cell* row = text.Tbuf + text.Tend;
-    std::fill_n(row, shape.full, U' ');
     WriteAddress(row, shape.digits, pos);
     const auto first = static_cast<std::int32_t>(std::max<ByteCount>(-off, 0));
     WriteBytes(row, shape, first, shape.bytes, slice.Sbuf + std::max<ByteCount>(off, 0), map);
