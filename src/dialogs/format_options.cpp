@@ -1,5 +1,7 @@
 #include "dialogs/format_options.h"
 
+#include <algorithm>
+
 #include "dialogs/colors.h"
 #include "dialogs/dialog.h"
 #include "dialogs/fields.h"
@@ -26,8 +28,6 @@ constexpr OptionBox kOptionBoxes[] = {{ids::kWrap, VO_WRAP},
                                       {ids::kExpandTabs, VO_EXPANDTABS},
                                       {ids::kFixedLength, VO_FIXEDLEN}};
 
-constexpr const char* kCodeNames[] = {"ANSI", "ASCII", "EBCDIC"};
-
 constexpr std::size_t kProfileChars = 70;
 
 // The states of a box for a bar are numbered as those of the bar.
@@ -48,7 +48,10 @@ class FormatOptionsDialog : public Dialog {
   bool Start() override {
     options_.FormatFlags = options_.StoredFlags[options_.FormatIndex];
     Fill(ids::kFormat, kFormatNames, options_.FormatIndex);
-    Fill(ids::kCode, kCodeNames, options_.CharCode);
+    const auto* const code = std::ranges::find(kCodeOrder, options_.CharCode);
+    const char* names[kCodes];
+    std::ranges::transform(kCodeOrder, names, [](std::int32_t one) { return kCodeNames[one]; });
+    Fill(ids::kCode, names, static_cast<std::int32_t>(code - kCodeOrder));
     ShowWord();
     SetDlgItemInt(Window(), ids::kLineLength, static_cast<UINT>(options_.LineLength), TRUE);
     SetDlgItemInt(Window(), ids::kTabLength, static_cast<UINT>(TextTabLength), TRUE);
@@ -148,7 +151,7 @@ class FormatOptionsDialog : public Dialog {
     options.HorzScroll = static_cast<std::int8_t>(IsDlgButtonChecked(Window(), ids::kHorizontal));
     options.EscExit = IsDlgButtonChecked(Window(), ids::kEscExit) == BST_CHECKED ? 1 : 0;
     options.SavePos = IsDlgButtonChecked(Window(), ids::kSavePos) == BST_CHECKED ? 1 : 0;
-    edit_.Apply(Ticked(), Chosen(ids::kCode), options);
+    edit_.Apply(Ticked(), kCodeOrder[Chosen(ids::kCode)], options);
   }
 
   void Save() {

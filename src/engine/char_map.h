@@ -12,6 +12,11 @@ inline constexpr std::uint8_t kControlMark = 183;
 inline constexpr std::uint8_t kTabMark = 164;
 inline constexpr std::uint8_t kPageMark = 240;
 
+// Signs for characters that have no picture, in the codes of several bytes a character.
+inline constexpr Cell kControlSign = 0xB7;
+inline constexpr Cell kTabSign = 0xA4;
+inline constexpr Cell kPageSign = 0x240C;
+
 // The map that the option word selects: VO_EBCDIC, else VO_ASCII (the system's OEM code page), else ANSI.
 // With VO_KEEPFF the page character stays itself in the ANSI and ASCII maps. The same table is given out at
 // every call; the entry of the page character is set anew each time.

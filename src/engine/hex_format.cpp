@@ -5,7 +5,7 @@
 #include <cassert>
 #include <cstring>
 
-#include "engine/char_map.h"
+#include "engine/byte_columns.h"
 
 namespace {
 
@@ -80,10 +80,12 @@ void WriteAddress(Cell* row, std::int32_t digits, FilePos pos) {
   }
 }
 
-// Writes the digits and characters of the row's bytes `first` to `end` - 1; *bytes is the one at `first`. The row
-// is blank where there are none, and in front.
+// Writes the digits and characters of the row's bytes `first` to `end` - 1, of which the one at `first` is at
+// index `off` of the slice. The row is blank where there are none, and in front.
+template <typename Columns>
 void WriteBytes(Cell* row, const RowShape& shape, std::int32_t first, std::int32_t end,
-                const std::uint8_t* bytes, const Cell* map) {
+                const FileSlice& slice, std::int32_t off, const Columns& columns) {
+  const std::uint8_t* const bytes = slice.Sbuf + off;
   const bool whole = first == 0 && end == shape.bytes;
   std::fill_n(row + shape.digits, (whole ? shape.groupColumn : shape.full) - shape.digits, U' ');
   const auto put = [&](std::int32_t i) {
@@ -102,15 +104,7 @@ void WriteBytes(Cell* row, const RowShape& shape, std::int32_t first, std::int32
     for (std::int32_t i = first; i < end; ++i)
       put(i);
   }
-  // Two at a time: what the loop costs is its stores.
-  Cell* const characters = row + shape.characterColumn + first;
-  const std::int32_t count = end - first;
-  std::int32_t i = 0;
-  for (; i + 2 <= count; i += 2) {
-    const std::array<Cell, 2> two = {map[bytes[i]], map[bytes[i + 1]]};
-    std::memcpy(characters + i, two.data(), sizeof two);
-  }
-  if (i < count) characters[i] = map[bytes[i]];
+  columns.Write(row + shape.characterColumn + first, off, end - first);
 }
 
 // One test of room for each row serves for all writes to it.
@@ -118,14 +112,16 @@ bool HasRoom(const TextBuffer& text, const RowShape& shape) {
   return text.Tlen - text.Tend >= shape.full;
 }
 
-void FillForward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos, const Cell* map,
-                 const RowShape& shape) {
+template <typename Columns>
+void FillForward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos,
+                 const Columns& columns, const RowShape& shape) {
   std::int32_t off = slice.Soff;
   while (lines.Ccur < lines.Ccnt - 1 && off < slice.Slen && HasRoom(text, shape)) {
     const std::int32_t count = std::min(shape.bytes, slice.Slen - off);
+    if (!columns.Knows(off, off + count)) break;
     Cell* row = text.Tbuf + text.Tend;
     WriteAddress(row, shape.digits, pos);
-    WriteBytes(row, shape, 0, count, slice.Sbuf + off, map);
+    WriteBytes(row, shape, 0, count, slice, off, columns);
 
     const std::int32_t length = shape.characterColumn + count;
     lines.Cline[lines.Ccur++] = {pos, text.Tend, length, 0, 0};
@@ -137,8 +133,9 @@ void FillForward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, Fi
   lines.Cend = pos;
 }
 
-void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos, const Cell* map,
-                  const RowShape& shape) {
+template <typename Columns>
+void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos,
+                  const Columns& columns, const RowShape& shape) {
   ByteCount off = slice.Soff;
   if (off > slice.Slen) {  // the file ends before pos: start from where it ends
     pos -= off - slice.Slen;
@@ -148,11 +145,13 @@ void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, F
     off -= shape.bytes;
     pos -= shape.bytes;
     if (off < 0 && pos - off > 0) return;  // the row begins above the slice, but not above the file
+    if (!columns.Knows(off, off + shape.bytes)) return;
 
     Cell* row = text.Tbuf + text.Tend;
     WriteAddress(row, shape.digits, pos);
     const auto first = static_cast<std::int32_t>(std::max<ByteCount>(-off, 0));
-    WriteBytes(row, shape, first, shape.bytes, slice.Sbuf + std::max<ByteCount>(off, 0), map);
+    const auto from = static_cast<std::int32_t>(std::max<ByteCount>(off, 0));
+    WriteBytes(row, shape, first, shape.bytes, slice, from, columns);
 
     lines.Cline[--lines.Ccur] = {std::max<FilePos>(pos, 0), text.Tend, shape.full, 0, 0};
     text.Tend += shape.full;
@@ -172,11 +171,12 @@ ViewStatus FormatHex(const FileSlice& slice, LineCursor& lines, TextBuffer& text
   assert(slice.Slen >= 0 && slice.Soff >= 0);
   const RowShape shape = WidestRow(lineLen, options);
   if (shape.groups == 0) return VS_FAILED | VS_NARROW;
-  const Cell* map = GetCellMap(options);
-  if (direction == FILL_FORWARD) {
-    FillForward(slice, lines, text, pos, map, shape);
-  } else {
-    FillBackward(slice, lines, text, pos, map, shape);
-  }
+  WithByteColumns(slice, pos, options, [&](const auto& columns) {
+    if (direction == FILL_FORWARD) {
+      FillForward(slice, lines, text, pos, columns, shape);
+    } else {
+      FillBackward(slice, lines, text, pos, columns, shape);
+    }
+  });
   return 0;
 }

@@ -10,6 +10,20 @@ TextPiece PieceOf(const ByteView& view, const ByteSource& source, TextUnit unit)
 
 }  // namespace
 
+FilePos CharacterAt(ByteSource& source, FilePos at, const LineStyle& style) {
+  const ViewOptions code = style.options & VO_UNICODE;
+  if (style.format != FormatText || code == 0 || at <= 0 || at >= source.Length()) return at;
+  const ByteCount odd = code == VO_UTF8 ? 0 : at.Offset() % 2;
+  const FilePos from = std::max<FilePos>(at - odd - kLongestCharacter, 0);
+  const ByteView view = source.View(from, at + kLongestCharacter);
+  const auto index = static_cast<std::int32_t>(at - view.from);
+  if (index >= view.count) return at;
+  const auto start = code == VO_UTF8      ? CharacterStart<Utf8>
+                     : code == VO_UTF16LE ? CharacterStart<Utf16Le>
+                                          : CharacterStart<Utf16Be>;
+  return view.from + start(view.bytes, view.count, index);
+}
+
 LineAround FindLine(ByteSource& source, FilePos at, ViewOptions options) {
   const std::int32_t limit = LongLineLimit(options);
   const TextUnit unit = TextUnitOf(options);

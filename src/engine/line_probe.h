@@ -3,11 +3,14 @@
 #pragma once
 
 #include "codes/decoders.h"
-#include "engine/view_records.h"
+#include "engine/slice_lines.h"
 
 // Bytes in front of a stretch of a long line that may tell where its first character begins, and whose line
 // break it is.
 inline constexpr std::int32_t kCutMargin = 2 * kLongestCharacter;
+
+// The first byte of the character that holds byte `at`, where the format is one of characters; else `at`.
+[[nodiscard]] FilePos CharacterAt(ByteSource& source, FilePos at, const LineStyle& style);
 
 // The physical line that holds a byte of the file.
 struct LineAround {

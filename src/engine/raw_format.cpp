@@ -3,28 +3,19 @@
 #include <cassert>
 #include <cstring>
 
-#include "engine/char_map.h"
+#include "engine/byte_columns.h"
 
 namespace {
 
-// Eight look-ups a step: with one, the loop's own work costs as much as the look-up.
-void MapBytes(Cell* to, const std::uint8_t* from, std::int32_t count, const Cell* map) {
-  std::int32_t i = 0;
-  for (; i + 8 <= count; i += 8) {
-    for (std::int32_t k = 0; k < 8; ++k)
-      to[i + k] = map[from[i + k]];
-  }
-  for (; i < count; ++i)
-    to[i] = map[from[i]];
-}
-
-void FillForward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos, const Cell* map,
-                 std::int32_t lineLen) {
+template <typename Columns>
+void FillForward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos,
+                 const Columns& columns, std::int32_t lineLen) {
   std::int32_t off = slice.Soff;
   while (lines.Ccur < lines.Ccnt - 1 && off < slice.Slen && text.Tend < text.Tlen) {
     const std::int32_t count = std::min({lineLen, slice.Slen - off, text.Tlen - text.Tend});
+    if (!columns.Knows(off, off + count)) break;
     lines.Cline[lines.Ccur++] = {pos, text.Tend, count, 0, 0};
-    MapBytes(text.Tbuf + text.Tend, slice.Sbuf + off, count, map);
+    columns.Write(text.Tbuf + text.Tend, off, count);
     off += count;
     pos += count;
     text.Tend += count;
@@ -33,8 +24,9 @@ void FillForward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, Fi
   lines.Cend = pos;
 }
 
-void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos, const Cell* map,
-                  std::int32_t lineLen) {
+template <typename Columns>
+void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos,
+                  const Columns& columns, std::int32_t lineLen) {
   if (text.Tend >= text.Tlen) return;
   ByteCount off = slice.Soff;
   if (off > slice.Slen) {  // the file ends before pos: start from where it ends
@@ -45,6 +37,7 @@ void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, F
     off -= lineLen;
     pos -= lineLen;
     if (off < 0 && pos - off > 0) return;  // the line begins above the slice, but not above the file
+    if (!columns.Knows(off, off + lineLen)) return;
 
     // A line that fills the text may lack its last bytes and is given up. Its entry is left alone: it may
     // hold the same line already, made by a pass in the other direction.
@@ -55,7 +48,7 @@ void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, F
     const auto blanks = static_cast<std::int32_t>(std::max<ByteCount>(-off, 0));
     Cell* line = text.Tbuf + text.Tend;
     std::fill_n(line, blanks, U' ');
-    MapBytes(line + blanks, slice.Sbuf + off + blanks, lineLen - blanks, map);
+    columns.Write(line + blanks, static_cast<std::int32_t>(off) + blanks, lineLen - blanks);
 
     lines.Cline[--lines.Ccur] = {std::max<FilePos>(pos, 0), text.Tend, lineLen, 0, 0};
     text.Tend += lineLen;
@@ -67,12 +60,13 @@ void FillBackward(const FileSlice& slice, LineCursor& lines, TextBuffer& text, F
 ViewStatus FormatRaw(const FileSlice& slice, LineCursor& lines, TextBuffer& text, FilePos pos,
                      std::int32_t direction, ViewOptions options, std::int32_t lineLen) {
   assert(slice.Slen >= 0 && slice.Soff >= 0);
-  const Cell* map = GetCellMap(options);
   lineLen = std::max(lineLen, 1);
-  if (direction == FILL_FORWARD) {
-    FillForward(slice, lines, text, pos, map, lineLen);
-  } else {
-    FillBackward(slice, lines, text, pos, map, lineLen);
-  }
+  WithByteColumns(slice, pos, options, [&](const auto& columns) {
+    if (direction == FILL_FORWARD) {
+      FillForward(slice, lines, text, pos, columns, lineLen);
+    } else {
+      FillBackward(slice, lines, text, pos, columns, lineLen);
+    }
+  });
   return 0;
 }

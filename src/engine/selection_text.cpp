@@ -4,6 +4,7 @@
 #include <new>
 
 #include "engine/hex_format.h"
+#include "engine/line_probe.h"
 
 namespace {
 
@@ -42,7 +43,7 @@ SelectionText FormatSelection(FilePos from, FilePos to, ByteSource& source, cons
   SelectionText result;
   const FilePos fileEnd = source.Length();
   if (from >= fileEnd) return result;
-  from = std::max<FilePos>(from, 0);
+  from = CharacterAt(source, std::max<FilePos>(from, 0), wanted);
   const FilePos end = std::max(from + 1, to < 0 ? fileEnd : to);
   LineStyle style = wanted;
   style.lineLen = std::clamp(style.lineLen, 1, kLongestLine);

@@ -1,18 +1,26 @@
 #include "engine/slice_lines.h"
 
+#include "engine/byte_columns.h"
 #include "engine/line_probe.h"
 #include "engine/text_format.h"
 
 namespace {
 
+// The first byte that decides what stands in the row which begins at `pos`.
+FilePos FirstNeeded(FilePos pos, const LineStyle& style) {
+  const bool decides = style.format != FormatText && (style.options & VO_UNICODE) != 0;
+  return decides ? std::max<FilePos>(pos - kColumnReach, 0) : pos;
+}
+
 // One pass over the bytes from `pos` to `reach`.
 ViewStatus FormatPiece(ByteSource& source, FilePos pos, FilePos reach, LineCursor& lines, TextBuffer& text,
                        const LineStyle& style, bool& cut) {
   const std::int32_t first = lines.Ccur;
-  const ByteView view = source.View(pos, reach);
+  const ByteView view = source.View(FirstNeeded(pos, style), reach);
   if (source.Failure() != 0) return VS_FAILED;
   const bool last = view.End() >= source.Length();
-  const ViewStatus status = style.format({view.bytes, view.count, 0, last}, lines, text, pos, FILL_FORWARD,
+  const auto off = static_cast<std::int32_t>(std::min<ByteCount>(pos - view.from, view.count));
+  const ViewStatus status = style.format({view.bytes, view.count, off, last}, lines, text, pos, FILL_FORWARD,
                                          style.options, style.lineLen);
   if ((status & VS_FAILED) != 0) return status;
   if (lines.Cend == kNoPosition) lines.Cend = lines.Cline[lines.Ccur].Lpos;

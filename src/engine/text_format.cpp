@@ -34,11 +34,6 @@ constexpr FilePos RoundDown(FilePos pos, std::int32_t step) {
   return pos - pos.Offset() % step;
 }
 
-// Signs for characters that have no picture, in a code of many bytes. Tabs and format characters stay what
-// they are, and are drawn as marks.
-constexpr Cell kControlSign = 0xB7;
-constexpr Cell kPageSign = 0x240C;
-
 // Bytes that are a character each.
 struct OneByte {
   static constexpr TextUnit kText = TextUnit::byte;

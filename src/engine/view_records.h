@@ -62,9 +62,12 @@ inline constexpr std::uint32_t LF_PADDING = 0x2000;     // an empty row of page 
 
 // The open file. It is opened by name for each action of the user and closed again.
 struct ViewFile {
-  FilePos Fcur = 0;             // the offset that was read around last
-  FilePos Flen = 0;             // length in bytes, as the last action that read has found it
-  ByteIdentity Fid;             // what the file was when its lines were made
+  FilePos Fcur = 0;  // the offset that was read around last
+  FilePos Flen = 0;  // length in bytes, as the last action that read has found it
+  ByteIdentity Fid;  // what the file was when its lines were made
+  // The code that was found out: of VO_UNICODE, 0 where it is none of these, VO_AUTOCODE as long as nobody
+  // asked.
+  ViewOptions Fcode = VO_AUTOCODE;
   char Fname[kPathBytes] = {};  // path, zero-terminated; an empty name means that no file is open
 };
 

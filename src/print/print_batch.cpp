@@ -27,7 +27,7 @@ FilePos FirstPrintedRow(FilePos from, ByteSource& source, const LineStyle& style
   if (style.format != FormatText || from <= 0 || from >= source.Length()) return from;
   bool isLong = false;
   const FilePos row = FindRow(source, from, style.options, style.lineLen, isLong);
-  return isLong ? row : from;
+  return isLong ? row : CharacterAt(source, from, style);
 }
 
 void FillPrintBatch(PrintBatch& batch, FilePos from, FilePos end, const ByteIdentity& first,

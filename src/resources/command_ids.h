@@ -56,3 +56,4 @@ inline constexpr UINT IDM_ON_TOP_SET = 316;
 inline constexpr UINT IDM_ZOOM_IN = 317;
 inline constexpr UINT IDM_ZOOM_OUT = 318;
 inline constexpr UINT IDM_ZOOM_RESET = 319;
+inline constexpr UINT IDM_NEXT_CODE = 320;

@@ -20,8 +20,9 @@ inline constexpr UINT kFile[] = {IDM_OPEN,        IDM_CLOSE,      IDM_PRINT,    
                                  IDM_IGNORE_DDE,  kSeparator,     IDM_EXIT};
 inline constexpr UINT kEdit[] = {IDM_COPY,     IDM_SELECT_ALL, IDM_UNSELECT, kSeparator, IDM_FIND_TEXT,
                                  IDM_FIND_HEX, IDM_FIND_NEXT,  kSeparator,   IDM_GOTO};
-inline constexpr UINT kView[] = {IDM_TEXT,     IDM_HEX,     IDM_RAW,        IDM_WRAP,   kSeparator,
-                                 IDM_ZOOM_OUT, IDM_ZOOM_IN, IDM_ZOOM_RESET, kSeparator, IDM_ON_TOP};
+inline constexpr UINT kView[] = {IDM_TEXT,       IDM_HEX,    IDM_RAW,      IDM_WRAP,
+                                 IDM_NEXT_CODE,  kSeparator, IDM_ZOOM_OUT, IDM_ZOOM_IN,
+                                 IDM_ZOOM_RESET, kSeparator, IDM_ON_TOP};
 inline constexpr UINT kFormat[] = {IDM_OPTIONS,      IDM_FONT,       IDM_COLORS,    kSeparator,
                                    IDM_SAVE_OPTIONS, IDM_SAVE_SETUP, IDM_LOAD_SETUP};
 inline constexpr UINT kMark[] = {IDM_MARK_TOGGLE, IDM_MARK_SET,  IDM_MARK_RESET,     IDM_UNMARK_ALL,

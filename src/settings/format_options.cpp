@@ -14,8 +14,6 @@
 namespace {
 
 constexpr std::size_t kLongestText = 255;
-// A code that is none of the three, and sets no bit.
-constexpr std::int32_t kNoCode = 3;
 
 std::string WordKey(int format) {
   return "Options" + std::to_string(format);
@@ -45,7 +43,7 @@ using Options = FormatOptions;
 constexpr FormatNumber kNumbers[] = {
     {"Format", kFormatText, 0, kFormats - 1, Reading::negativeIsLarge, Get<&Options::FormatIndex>,
      Set<&Options::FormatIndex>},
-    {"CharCode", kCodeAnsi, 0, kNoCode, Reading::negativeIsLarge, Get<&Options::CharCode>,
+    {"CharCode", kCodeAutomatic, 0, kCodes - 1, Reading::elseAbsent, Get<&Options::CharCode>,
      Set<&Options::CharCode>},
     {"LineLength", 127, 8, kLongestLine, Reading::nearest, Get<&Options::LineLength>,
      Set<&Options::LineLength>},
@@ -72,6 +70,8 @@ constexpr const char* kNumberBehindFont = "FontWeight";
 std::int32_t Bounded(const FormatNumber& number, std::int32_t value) {
   if (number.reading == Reading::lowByte) value = ((value & 0xFF) ^ 0x80) - 0x80;
   if (number.reading == Reading::negativeIsLarge && value < 0) return number.most;
+  if (number.reading == Reading::elseAbsent && (value < number.least || value > number.most))
+    return number.absent;
   return std::clamp(value, number.least, number.most);
 }
 
@@ -129,6 +129,28 @@ void ApplyCharCode(FormatOptions& options) {
   const auto apply = [code](ViewOptions& word) { word = (word & ~(VO_ASCII | VO_EBCDIC)) | code; };
   std::for_each(std::begin(options.StoredFlags), std::end(options.StoredFlags), apply);
   apply(options.FormatFlags);
+}
+
+ViewOptions OptionsFor(const FormatOptions& options, ViewOptions fileCode) {
+  const ViewOptions code = options.CharCode == kCodeAutomatic ? fileCode
+                           : options.CharCode == kCodeUtf8    ? VO_UTF8
+                           : options.CharCode == kCodeUtf16Le ? VO_UTF16LE
+                           : options.CharCode == kCodeUtf16Be ? VO_UTF16BE
+                                                              : 0;
+  return (options.FormatFlags & ~(VO_UNICODE | VO_AUTOCODE)) | code;
+}
+
+std::int32_t CodeInUse(ViewOptions options) {
+  switch (options & VO_UNICODE) {
+    case VO_UTF8:
+      return kCodeUtf8;
+    case VO_UTF16LE:
+      return kCodeUtf16Le;
+    case VO_UTF16BE:
+      return kCodeUtf16Be;
+    default:
+      return (options & VO_EBCDIC) != 0 ? kCodeEbcdic : (options & VO_ASCII) != 0 ? kCodeAscii : kCodeAnsi;
+  }
 }
 
 std::span<const FormatNumber> FormatNumbers() {

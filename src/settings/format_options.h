@@ -20,6 +20,16 @@ inline constexpr const char* kFormatNames[kFormats] = {"Text", "Hex Dump", "Raw 
 inline constexpr std::int32_t kCodeAnsi = 0;
 inline constexpr std::int32_t kCodeAscii = 1;
 inline constexpr std::int32_t kCodeEbcdic = 2;
+inline constexpr std::int32_t kCodeAutomatic = 3;  // by the file; ANSI where that does not tell
+inline constexpr std::int32_t kCodeUtf8 = 4;
+inline constexpr std::int32_t kCodeUtf16Le = 5;
+inline constexpr std::int32_t kCodeUtf16Be = 6;
+inline constexpr std::int32_t kCodes = 7;
+inline constexpr const char* kCodeNames[kCodes] = {"ANSI",  "ASCII",    "EBCDIC",  "Automatic",
+                                                   "UTF-8", "UTF-16LE", "UTF-16BE"};
+// The order in which they are offered.
+inline constexpr std::int32_t kCodeOrder[kCodes] = {kCodeAutomatic, kCodeAnsi,    kCodeAscii,  kCodeEbcdic,
+                                                    kCodeUtf8,      kCodeUtf16Le, kCodeUtf16Be};
 
 // Values of VertScroll and HorzScroll.
 inline constexpr std::int8_t kBarNever = 0;
@@ -43,7 +53,7 @@ struct FormatOptions {
   std::int32_t FormatIndex = kFormatText;  // bounded to 0..2 before each use
   ViewOptions StoredFlags[kFormats] = {0x60, 0x03, 0x41};
   ViewOptions FormatFlags = 0x60;  // word of the format in use
-  std::int32_t CharCode = kCodeAnsi;
+  std::int32_t CharCode = kCodeAutomatic;
   std::int32_t LineLength = 256;  // characters of a line with VO_FIXEDLEN
   std::int8_t VertScroll = kBarWhenNeeded;
   std::int8_t HorzScroll = kBarWhenNeeded;
@@ -64,7 +74,7 @@ struct FormatOptions {
 // in front of them, and take any 32 bits.
 struct FormatNumber {
   // What becomes of a number out of the bounds. All but the first look at the number in another way before.
-  enum class Reading : std::uint8_t { nearest, negativeIsLarge, lowByte };
+  enum class Reading : std::uint8_t { nearest, negativeIsLarge, lowByte, elseAbsent };
   const char* key;
   std::int32_t absent;
   std::int32_t least, most;
@@ -83,6 +93,13 @@ inline constexpr std::int32_t kMostFrozen = 255;  // columns
 
 // Writes CharCode into all four option words: VO_ASCII and VO_EBCDIC go, and the one it names comes.
 void ApplyCharCode(FormatOptions& options);
+
+// The option word of the format in use, with the code in which the bytes of a file are to be read whose code
+// was found to be `fileCode` (see ViewFile::Fcode).
+[[nodiscard]] ViewOptions OptionsFor(const FormatOptions& options, ViewOptions fileCode);
+
+// The code, of the values of CharCode, in which that option word reads bytes.
+[[nodiscard]] std::int32_t CodeInUse(ViewOptions options);
 
 // Reads the format group from a section of the profile, bounded. Absent keys stand for values that are not
 // the initial ones of the record, which hold only until something is loaded; an absent option word alone

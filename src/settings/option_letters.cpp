@@ -34,6 +34,7 @@ void ApplyOptionLetters(const CommandLineWords& line, FormatOptions& options, Ad
   };
   if (line.Letter('A') != '\0') setCode(kCodeAscii);
   if (line.Letter('C') != '\0') setCode(kCodeEbcdic);
+  if (line.Letter('U') != '\0') setCode(kCodeUtf8);
   if (line.Letter('Y') != '\0') options.EscExit = 1;
   if (const char recent = line.Letter('S'); recent != '\0') {
     keys.MruFiles = keys.MruSearch = recent == 'S' ? 1 : 0;

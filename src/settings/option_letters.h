@@ -14,7 +14,7 @@ struct OptionLetterText {
 inline constexpr OptionLetterText kOptionLetterTexts[] = {
     {"T, H, R",
      "begin in the format Text, Hex Dump, Raw Text, with its stored options, which further letters change"},
-    {"A, C", "the bytes are of the OEM code page (ASCII), or are EBCDIC"},
+    {"A, C, U", "the bytes are of the OEM code page (ASCII), are EBCDIC, or UTF-8"},
     {"W, w", "wrap long lines, do not wrap"},
     {"E, e", "turn tabs into blanks, show each as a mark"},
     {"L, l", "lines of a fixed length, lines of the window's width"},

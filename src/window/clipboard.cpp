@@ -62,7 +62,7 @@ std::optional<SelectionText> TextOfSelection() {
   job->from = state.SelStart;
   job->to = state.SelEnd;
   job->style = PresentStyle();
-  job->style.options = state.FormatFlags;
+  job->style.options = PresentOptions();
   if ((state.FormatFlags & VO_FIXEDLEN) != 0) job->style.lineLen = state.LineLength;
   if (RunWatched([job](ByteSource& source, LongJob& /*watch*/) { RunCopy(*job, source); }) !=
       WatchEnd::finished) {

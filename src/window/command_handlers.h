@@ -5,11 +5,11 @@
 #include "platform/win32.h"
 #include "window/clipboard.h"
 #include "window/columns.h"
+#include "window/files/opening.h"
 #include "window/find_commands.h"
 #include "window/fonts.h"
 #include "window/go_to.h"
 #include "window/marking.h"
-#include "window/opening.h"
 #include "window/printing/page_setup.h"
 #include "window/printing/print_file.h"
 #include "window/printing/print_job.h"
@@ -34,6 +34,7 @@ LRESULT ColorsCommand(UINT id);
 LRESULT FormatCommand(UINT id);
 
 LRESULT WrapCommand(UINT id);
+LRESULT NextCodeCommand(UINT id);
 
 // Toggles "always on top", or sets it.
 LRESULT OnTopCommand(UINT id);

@@ -102,6 +102,7 @@ inline constexpr Command kRows[] = {
     {IDM_HEX, "hex", "&Hex", {Ctrl('H')}, Needs::nothing, nullptr, ShowsHex, FormatCommand},
     {IDM_RAW, "raw", "&Raw Text", {Ctrl('R')}, Needs::nothing, nullptr, ShowsRaw, FormatCommand},
     {IDM_WRAP, "wrap", "&Wrap", {Ctrl('W')}, Needs::nothing, nullptr, Wraps, WrapCommand},
+    {IDM_NEXT_CODE, "next-code", "Next C&ode", {Ctrl('U')}, Needs::nothing, nullptr, nullptr, NextCodeCommand},
     {IDM_ON_TOP, "on-top", "Alwa&ys on Top", {}, Needs::nothing, nullptr, StaysOnTop, OnTopCommand},
     {IDM_ON_TOP_SET, "on-top-set", nullptr, {}, Needs::nothing, nullptr, nullptr, OnTopCommand},
     {IDM_ZOOM_IN, "zoom-in", "Zoom &In", {Key(FCONTROL | FSHIFT, 'Z')}, Needs::nothing, nullptr, IsLarger, ZoomCommand},

@@ -139,6 +139,17 @@ LRESULT WrapCommand(UINT /*id*/) {
   return 0;
 }
 
+LRESULT NextCodeCommand(UINT /*id*/) {
+  MainWindowState& state = MainState;
+  const auto* const code = std::ranges::find(kCodeOrder, state.CharCode);
+  state.CharCode = kCodeOrder[(code - kCodeOrder + 1) % kCodes];
+  ApplyCharCode(state);
+  ReformatView();
+  // Behind the load, which takes notices away.
+  PostMessageA(state.MainWindow, WM_VIEW_CODE, 0, 0);
+  return 0;
+}
+
 LRESULT OnTopCommand(UINT id) {
   MainState.AlwaysOnTop = id == IDM_ON_TOP_SET || MainState.AlwaysOnTop == 0 ? 1 : 0;
   const HWND after = MainState.AlwaysOnTop != 0 ? HWND_TOPMOST : HWND_NOTOPMOST;

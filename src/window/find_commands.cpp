@@ -102,10 +102,10 @@ LRESULT FindDialogCommand(UINT id) {
   INT_PTR result = 0;
   if (id == IDM_FIND_TEXT) {
     LoadTextHistory(state.ProfilePath, state.MruSearch, state);
-    result = RunFindText(window, state.FormatFlags, state, search);
+    result = RunFindText(window, PresentOptions(), state, search);
   } else {
     LoadHexHistory(state.ProfilePath, state.MruSearch, state);
-    result = RunFindHex(window, state.FormatFlags, state, search);
+    result = RunFindHex(window, PresentOptions(), state, search);
   }
   if (result != 1) return result;
   if ((search.SearchFlags & SEARCH_FROM_TOP) != 0) search.SearchNext = 0;

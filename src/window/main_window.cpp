@@ -1,4 +1,5 @@
 #include "window/main_window.h"
+#include "window/files/caption.h"
 
 #include <cstdio>
 #include <new>
@@ -9,12 +10,12 @@
 #include "settings/option_letters.h"
 #include "settings/profile.h"
 #include "window/commands.h"
-#include "window/first_place.h"
+#include "window/files/first_place.h"
+#include "window/files/opening.h"
 #include "window/fonts.h"
 #include "window/main_window_state.h"
 #include "window/menu.h"
 #include "window/navigation.h"
-#include "window/opening.h"
 #include "window/page_indexing.h"
 #include "window/painting.h"
 #include "window/printing/print_job.h"
@@ -196,6 +197,9 @@ LRESULT CALLBACK MainWindowProc(HWND window, UINT message, WPARAM wParam, LPARAM
       return SelectFrom(lParam);
     case WM_VIEW_EXTEND:
       return ExtendSelection(lParam);
+    case WM_VIEW_CODE:
+      TellCode();
+      return 0;
     case WM_VIEW_UNSELECT:
       return Unselect();
     case WM_FILE_START:

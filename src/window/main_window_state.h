@@ -44,6 +44,7 @@ struct MainWindowState : Settings, CommandLineWords {
 
   // The file and its view. An empty File.Fname means that no file is open. Lines and Text are those of Run.
   ViewFile File;
+  ViewOptions CaptionCode = 0;  // of VO_UNICODE, as the caption tells it
   std::shared_ptr<ViewRun> Run;
   std::shared_ptr<ViewRun> SpareRun;  // for the next load; may be null
   LineArray Lines;

@@ -7,6 +7,7 @@
 #include "engine/view_loader.h"
 #include "engine/view_moves.h"
 #include "marks/tag_list.h"
+#include "window/files/caption.h"
 #include "window/main_window_state.h"
 #include "window/notice.h"
 #include "window/private_messages.h"
@@ -124,6 +125,7 @@ std::int32_t VisibleRows() {
 void ShowLoaded(LoadOutcome&& outcome) {
   MainWindowState& state = MainState;
   state.File = outcome.file;
+  UpdateFileCaption();
   TakeRun(std::move(outcome.run));
   if (state.Tags.count > 0) MarkLines(state.Lines, state.Tags);
   if (state.PadPageLength > 0) {

@@ -18,3 +18,4 @@ inline constexpr UINT WM_VIEW_EXTEND = 1033;    // extend the selection: mouse k
 inline constexpr UINT WM_VIEW_UNSELECT = 1034;  // forget the selection
 inline constexpr UINT WM_FILE_PLACE = 1040;     // show what the command line asks for in the first file
 inline constexpr UINT WM_VIEW_GOTO = 1039;      // load at the exact position
+inline constexpr UINT WM_VIEW_CODE = 1041;      // tell the user which code was chosen

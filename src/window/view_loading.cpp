@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "engine/file_code.h"
 #include "window/main_window_state.h"
 #include "window/navigation.h"
 #include "window/notice.h"
@@ -26,6 +27,11 @@ void RunLoad(LoadJob& job, ByteSource& source) {
   if (error != 0) {
     job.result = {VS_FAILED, error, false};
   } else {
+    ViewOptions& options = job.request.style.options;
+    if ((options & VO_AUTOCODE) != 0) {
+      job.file.Fcode = FindFileCode(source);
+      options = (options & ~VO_AUTOCODE) | job.file.Fcode;
+    }
     job.result = MoveWithLoads(job.request, job.onlyIfChanged, job.atHand, source, job.file, *job.run);
   }
 }
@@ -38,10 +44,14 @@ std::shared_ptr<ViewRun> RunOfSize(const RunSize& size) {
 
 }  // namespace
 
+ViewOptions PresentOptions() {
+  return OptionsFor(MainState, MainState.File.Fcode);
+}
+
 LineStyle PresentStyle() {
   MainWindowState& state = MainState;
   state.FormatIndex = std::clamp(state.FormatIndex, 0, kFormats - 1);
-  const ViewOptions options = state.FormatFlags | (state.ShowPageGap != 0 ? VO_PAGEGAP : 0);
+  const ViewOptions options = PresentOptions() | (state.ShowPageGap != 0 ? VO_PAGEGAP : 0);
   // Between two messages, and in a window narrower than a character, the width may be below 1.
   return {state.FormatRoutines[state.FormatIndex], options, std::max(state.FormatWidth, 1)};
 }
@@ -62,6 +72,9 @@ MoveRequest RequestOf(MoveKind kind, std::int64_t delta, FilePos position) {
 LoadOutcome LoadFor(const MoveRequest& request, const ViewFile& file, bool onlyIfChanged) {
   auto job = std::make_shared<LoadJob>();
   job->request = request;
+  // The file need not be the open one.
+  const ViewOptions former = request.style.options & ~(VO_UNICODE | VO_AUTOCODE);
+  job->request.style.options = former | (OptionsFor(MainState, file.Fcode) & (VO_UNICODE | VO_AUTOCODE));
   job->onlyIfChanged = onlyIfChanged;
   job->atHand = LinesOf(MainState.Lines);
   job->file = file;

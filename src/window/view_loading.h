@@ -20,6 +20,9 @@ struct LoadOutcome {
 // The request of a load in the present style and size of the view.
 [[nodiscard]] MoveRequest RequestOf(MoveKind kind, std::int64_t delta, FilePos position);
 
+// The option word of the format in use, in the code of the open file.
+[[nodiscard]] ViewOptions PresentOptions();
+
 // How the view makes its lines.
 [[nodiscard]] LineStyle PresentStyle();
 

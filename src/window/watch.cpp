@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "resources/command_ids.h"
+#include "window/files/caption.h"
 #include "window/main_window_state.h"
 #include "window/notice.h"
-#include "window/opening.h"
 #include "window/private_messages.h"
 
 namespace {

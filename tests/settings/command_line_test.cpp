@@ -107,16 +107,17 @@ TEST(ApplyOptionLetters, WorksInAFixedOrder) {
     ViewOptions flags;  // from a word of 0x220
     std::int32_t code, lists, escape;
   };
-  const Case cases[] = {{"", 0, 0x220, 0, 1, 0},
-                        {"-W -B -L -O", 0, 0x23B, 0, 1, 0},
-                        {"-w -b -e -l -o", 0, 0x200, 0, 1, 0},
-                        {"-w -W", 0, 0x221, 0, 1, 0},
-                        {"-R -H -T", 2, 0x01, 0, 1, 0},
+  const Case cases[] = {{"", 0, 0x220, 3, 1, 0},
+                        {"-W -B -L -O", 0, 0x23B, 3, 1, 0},
+                        {"-w -b -e -l -o", 0, 0x200, 3, 1, 0},
+                        {"-w -W", 0, 0x221, 3, 1, 0},
+                        {"-R -H -T", 2, 0x01, 3, 1, 0},
                         {"-a", 0, 0x260, 1, 1, 0},
                         {"-C -A", 0, 0x2A0, 2, 1, 0},
-                        {"-F -G -I -J -K -P -Q -U -Z", 0, 0x220, 0, 1, 0},
-                        {"-s", 0, 0x220, 0, 0, 0},
-                        {"-Y -s", 0, 0x220, 0, 0, 1}};
+                        {"-U -A", 0, 0x220, 4, 1, 0},
+                        {"-F -G -I -J -K -P -Q -Z", 0, 0x220, 3, 1, 0},
+                        {"-s", 0, 0x220, 3, 0, 0},
+                        {"-Y -s", 0, 0x220, 3, 0, 1}};
   for (const Case& c : cases) {
     const auto line = std::make_unique<CommandLineWords>();
     ParseCommandLine(c.words, *line);

@@ -23,10 +23,10 @@ FormatOptions Loaded(const std::string& lines) {
 
 TEST(LoadFormat, BoundsEachNumber) {
   const std::pair<const char*, std::vector<std::int64_t>> cases[] = {
-      {"", {0, 0, 127, 8, 2, 0, 0, 0, 0}},
-      {"Format=1\nCharCode=2\nLineLength=9\nTabLength=4\nVertScroll=1\nHorzScroll=2\nFontWeight=700\n"
+      {"", {0, 3, 127, 8, 2, 0, 0, 0, 0}},
+      {"Format=1\nCharCode=6\nLineLength=9\nTabLength=4\nVertScroll=1\nHorzScroll=2\nFontWeight=700\n"
        "FontItalic=1\nFreezeColumns=5",
-       {1, 2, 9, 4, 1, 2, 700, 1, 5}},
+       {1, 6, 9, 4, 1, 2, 700, 1, 5}},
       {"Format=3\nCharCode=99\nLineLength=100000\nTabLength=300\nVertScroll=3\nHorzScroll=258\n"
        "FontWeight=901\nFontItalic=256\nFreezeColumns=256",
        {2, 3, 32767, 255, 2, 2, 900, 0, 255}},

@@ -2,7 +2,7 @@
 #include <chrono>
 #include <thread>
 
-#include "window/opening.h"
+#include "window/files/opening.h"
 
 #include <filesystem>
 

@@ -20,6 +20,9 @@ CellCluster ContentAt(CellView cells, std::size_t index) {
   } else if ((cell & kCellKinds) == kBadCell) {
     content.base = kReplacement;
   }
+  if (content.marks[0] == 0 && KindOfCharacter(content.base) == CharacterKind::mark) {
+    content = {kMarkGround, {content.base}};
+  }
   const bool half = cell == kWideTail ||
                     (ColumnsAt(cells, index) == 1 && KindOfCharacter(content.base) == CharacterKind::wide);
   return half ? CellCluster{U' ', {}} : content;

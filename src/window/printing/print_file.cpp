@@ -4,8 +4,8 @@
 
 #include "print/date_stamp.h"
 #include "resources/command_ids.h"
+#include "window/files/caption.h"
 #include "window/main_window_state.h"
-#include "window/opening.h"
 #include "window/printing/print_job.h"
 #include "window/view_loading.h"
 #include "window/watch.h"
@@ -153,7 +153,7 @@ PrintOrder OrderOf(const PrintRequest& request) {
   PrintOrder order;
   order.Fname = state.File.Fname;
   order.options = request.options;
-  order.style = {PresentStyle().format, state.FormatFlags, state.LineLength};
+  order.style = {PresentStyle().format, PresentOptions(), state.LineLength};
   order.SelStart = state.SelStart;
   order.SelEnd = state.SelEnd;
   order.setup = state;

@@ -36,9 +36,9 @@ std::string KeyOf(const std::string& key, bool hex, std::string& why) {
     why = bytes.length.accepted ? bytes.error : bytes.length.message;
     return {};
   }
-  const FieldCheck check = CheckTextKey(key, MainState.FormatFlags);
+  const FieldCheck check = CheckTextKey(key, PresentOptions());
   why = check.message;
-  return check.accepted ? TextKeyOf(key, MainState.FormatFlags) : "";
+  return check.accepted ? TextKeyOf(key, PresentOptions()) : "";
 }
 
 }  // namespace

@@ -7,9 +7,6 @@
 
 #include "platform/win32.h"
 
-// What the file at `path` is called in captions.
-[[nodiscard]] std::string FileTitle(const char* path);
-
 // WM_FILE_START: opens the first file, or asks; ends the program when the user gives up. Result 1 or 0.
 LRESULT StartWithFile(const char* name);
 

@@ -1,4 +1,4 @@
-#include "window/first_place.h"
+#include "window/files/first_place.h"
 
 #include <utility>
 
@@ -8,6 +8,7 @@
 #include "search/set_search.h"
 #include "window/go_to.h"
 #include "window/main_window_state.h"
+#include "window/view_loading.h"
 
 namespace {
 
@@ -23,7 +24,7 @@ bool SetAskedKey(const std::string& key) {
     if (check.accepted && !hex.IsGood()) check = {false, hex.error};
   } else {
     LoadTextHistory(state.ProfilePath, state.MruSearch, state);
-    check = SetTextSearch(key, -1, wish, state.FormatFlags, state, state.Search);
+    check = SetTextSearch(key, -1, wish, PresentOptions(), state, state.Search);
   }
   if (check.accepted) return true;
   MessageBeep(MB_ICONHAND);

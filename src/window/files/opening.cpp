@@ -1,4 +1,4 @@
-#include "window/opening.h"
+#include "window/files/opening.h"
 
 #include <cstdio>
 #include <cstring>
@@ -7,7 +7,8 @@
 #include "engine/error_page.h"
 #include "platform/spool.h"
 #include "resources/command_ids.h"
-#include "window/first_place.h"
+#include "window/files/caption.h"
+#include "window/files/first_place.h"
 #include "window/main_window_state.h"
 #include "window/navigation.h"
 #include "window/notice.h"
@@ -76,8 +77,7 @@ void ShowOpened(const ViewFile& file, LoadOutcome&& outcome) {
     state.TopBeforeError = 0;
   }
 
-  const std::string caption = std::string(kProgramName) + " - " + FileTitle(state.File.Fname);
-  SetWindowTextA(window, caption.c_str());
+  ShowFileCaption();
   if (std::exchange(state.StartsHidden, false)) ShowWindow(window, SW_SHOWNORMAL);
   if (IsIconic(window)) ShowWindow(window, SW_RESTORE);
   RepaintWindow();
@@ -87,10 +87,6 @@ void ShowOpened(const ViewFile& file, LoadOutcome&& outcome) {
 }
 
 }  // namespace
-
-std::string FileTitle(const char* path) {
-  return IsSpooledInput(path) ? "(standard input)" : BaseName(path);
-}
 
 LRESULT StartWithFile(const char* name) {
   const std::string file = TakePlaceBehindName(name);
