@@ -1,11 +1,12 @@
-// The characters of bytes in UTF-8 and UTF-16, one at a time and strictly (Unicode 15, chapter 3.9): a
-// sequence that is cut short, longer than it need be, or beyond Unicode is no character, nor is half a
+// The characters of bytes in UTF-8 and UTF-16 and back, one at a time and strictly (Unicode 15, chapter 3.9):
+// a sequence that is cut short, longer than it need be, or beyond Unicode is no character, nor is half a
 // surrogate pair. Each byte that belongs to no character of UTF-8 stands alone; of UTF-16 each unit of two
 // bytes. So where characters begin can be told from the few bytes around a place. Knows bytes only.
 #pragma once
 
 #include <algorithm>
 #include <cstdint>
+#include <string>
 
 // The character that begins at a place.
 struct Decoded {
@@ -42,6 +43,15 @@ class Utf8 {
 
   // Bytes in front of a place that may belong to a character which reaches over it.
   static constexpr std::int32_t kReach = 3;
+
+  static std::string Encode(char32_t character) {
+    constexpr std::uint32_t kLeads[] = {0, 0xC0, 0xE0, 0xF0};
+    const std::uint32_t further = character < 0x80 ? 0 : character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
+    std::string bytes(1, static_cast<char>(kLeads[further] | (character >> (6 * further))));
+    for (std::uint32_t i = further; i > 0; --i)
+      bytes += static_cast<char>(0x80 | ((character >> (6 * (i - 1))) & 0x3F));
+    return bytes;
+  }
 
  private:
   static bool SecondFits(std::uint32_t lead, std::uint32_t second) {
@@ -80,6 +90,19 @@ class Utf16 {
     const std::uint32_t low = UnitAt(at + 2);
     if ((low & 0xFC00) != 0xDC00) return {kNoCharacter, 2};
     return {0x10000 + ((unit & 0x3FF) << 10 | (low & 0x3FF)), 4};
+  }
+
+  static std::string Encode(char32_t character) {
+    if (character < 0x10000) return UnitBytes(character);
+    return UnitBytes(0xD800 + ((character - 0x10000) >> 10)) + UnitBytes(0xDC00 + (character & 0x3FF));
+  }
+
+ private:
+  static std::string UnitBytes(std::uint32_t unit) {
+    std::string bytes(2, '\0');
+    bytes[kLow] = static_cast<char>(unit & 0xFF);
+    bytes[1 - kLow] = static_cast<char>(unit >> 8);
+    return bytes;
   }
 };
 using Utf16Le = Utf16<0>;

@@ -80,10 +80,13 @@ void Find(const DdeTokens& tokens, DdeHost& host) {
     search.SearchFlags |= SEARCH_FROM_TOP;
     search.SearchNext = 0;
   }
-  // The bytes of the text in ANSI are looked for unchanged, whatever the code of the file.
-  SetKey(search, CheckTextKey(text, 0).accepted ? TextKeyOf(text, 0) : "");
+  // In a code of one byte a character, the bytes of the text in ANSI are looked for unchanged.
+  const ViewOptions code = host.FileCode();
+  SetKey(search, CheckTextKey(text, code).accepted ? TextKeyOf(text, code) : "");
+  search.SearchFlags |= static_cast<std::uint16_t>(code);
   if (HasOption(tokens, "Hex")) {
     SetKey(search, "");
+    search.SearchFlags &= static_cast<std::uint16_t>(~SEARCH_CODES);
     search.SearchKeyLen = ParseHexText(search.SearchKey, text, static_cast<std::int32_t>(std::strlen(text)));
   }
   if (search.SearchKeyLen < 1) return;

@@ -28,6 +28,8 @@ class DdeHost {
   virtual void Post(std::string_view command, bool forOthers) = 0;
   virtual void Show(int how) = 0;  // an SW_ number
   virtual SearchState& Search() = 0;
+  // The code that the file is read in, where that is of VO_UNICODE; else 0.
+  [[nodiscard]] virtual ViewOptions FileCode() const = 0;
   // The setup of that section becomes the current one. False: the name is too long.
   virtual bool SetSetup(std::string_view section) = 0;
 };

@@ -1,7 +1,5 @@
 #include "dialogs/find_text.h"
 
-#include <cstring>
-
 #include "dialogs/dialog.h"
 #include "dialogs/find_controls.h"
 #include "resources/dialogs/find_text_dialog.h"
@@ -18,10 +16,8 @@ class FindTextDialog : public Dialog {
  protected:
   bool Start() override {
     std::vector<std::string> rows;
-    for (int row = 0; row < recent_.RecentTextCount; ++row) {
-      const char* entry = recent_.RecentTexts[row];
-      rows.push_back(KeyDisplayText(entry, static_cast<std::int32_t>(std::strlen(entry)), code_));
-    }
+    for (int row = 0; row < recent_.RecentTextCount; ++row)
+      rows.push_back(HistoryText(recent_.RecentTexts[row], code_));
     FillHistory(Window(), ids::kKey, rows);
     CheckDlgButton(Window(), ids::kCaseSensitive, search_.TextCase ? BST_CHECKED : BST_UNCHECKED);
     CheckDlgButton(Window(), ids::kFromTop, StartsFromTop(search_) ? BST_CHECKED : BST_UNCHECKED);

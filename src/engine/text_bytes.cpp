@@ -28,13 +28,8 @@ std::optional<std::string> BytesOfText(std::string_view text, ViewOptions option
   if (characters.find(kNoCharacter) != std::u32string::npos) return std::nullopt;
   if ((options & VO_UTF8) != 0) return std::string(text);
   std::string bytes;
-  const std::size_t low = (options & VO_UTF16LE) != 0 ? 0 : 1;
-  for (const char16_t unit : CellsToUtf16(characters)) {
-    char pair[2];
-    pair[low] = static_cast<char>(unit & 0xFF);
-    pair[1 - low] = static_cast<char>(unit >> 8);
-    bytes.append(pair, 2);
-  }
+  for (const char32_t character : characters)
+    bytes += (options & VO_UTF16LE) != 0 ? Utf16Le::Encode(character) : Utf16Be::Encode(character);
   return bytes;
 }
 

@@ -19,14 +19,19 @@ std::uint8_t Seen(const ByteKey& key, std::uint8_t byte) {
   return key.foldsCase ? FoldCase(byte) : byte;
 }
 
+std::uint8_t LooseBits(const ByteKey& key, std::int32_t place) {
+  return key.loose != nullptr ? key.loose[place] : std::uint8_t{0};
+}
+
 // The places of a sample at which one byte of the key stands where a hit would have it: a bit for each, in an
 // order that is the same for all sets.
 using PlaceSet = std::array<std::uint64_t, kSampleWords>;
 
-PlaceSet PlacesOf(std::uint8_t byte, const std::uint8_t* sample, std::int32_t places) {
+PlaceSet PlacesOf(std::uint8_t byte, std::uint8_t loose, const std::uint8_t* sample, std::int32_t places) {
   std::array<std::uint8_t, kSampleBytes> stands{};
-  std::transform(sample, sample + places, stands.begin(),
-                 [byte](std::uint8_t other) { return static_cast<std::uint8_t>(other == byte ? 1 : 0); });
+  std::transform(sample, sample + places, stands.begin(), [byte, loose](std::uint8_t other) {
+    return static_cast<std::uint8_t>((other | loose) == byte ? 1 : 0);
+  });
   PlaceSet set{};
   for (std::size_t i = 0; i < kSampleBytes / 8; ++i) {
     std::uint64_t eight = 0;
@@ -54,7 +59,7 @@ std::int32_t CountCommon(const PlaceSet& a, const PlaceSet& b) {
 
 ByteKey MakeByteKey(const std::uint8_t* bytes, std::int32_t length, bool foldsCase) {
   assert(length >= 1);
-  return {bytes, length, foldsCase, 0, length - 1, length / 2};
+  return {bytes, length, foldsCase, nullptr, 0, length - 1, length / 2};
 }
 
 void ChooseFilter(ByteKey& key, const std::uint8_t* sample, std::int32_t length) {
@@ -70,7 +75,7 @@ void ChooseFilter(ByteKey& key, const std::uint8_t* sample, std::int32_t length)
     return sets[static_cast<std::size_t>(place)];
   };
   for (std::int32_t i = 0; i < key.length; ++i)
-    setOf(i) = PlacesOf(Seen(key, key.bytes[i]), &seen[i], places);
+    setOf(i) = PlacesOf(Seen(key, key.bytes[i]), LooseBits(key, i), &seen[i], places);
 
   // The rarest bytes of the key, rarest first. One of them is always in a good pair.
   std::array<std::int32_t, kLongestChosen> alone{};
@@ -115,8 +120,11 @@ std::int32_t FindBytesPlain(const ByteKey& key, const std::uint8_t* buffer, std:
                             std::int32_t from, std::int32_t& refused) {
   const std::uint8_t first = Seen(key, key.bytes[key.first]);
   const std::uint8_t second = Seen(key, key.bytes[key.second]);
+  const std::uint8_t looseFirst = LooseBits(key, key.first);
+  const std::uint8_t looseSecond = LooseBits(key, key.second);
   for (std::int32_t i = from; i <= length - key.length; ++i) {
-    if (Seen(key, buffer[i + key.first]) != first || Seen(key, buffer[i + key.second]) != second) continue;
+    if ((Seen(key, buffer[i + key.first]) | looseFirst) != first) continue;
+    if ((Seen(key, buffer[i + key.second]) | looseSecond) != second) continue;
     if (MatchesAt(key, buffer + i)) return i;
     ++refused;
   }

@@ -12,6 +12,9 @@ struct ByteKey {
   const std::uint8_t* bytes = nullptr;
   std::int32_t length = 0;  // at least 1
   bool foldsCase = false;   // A to Z equal a to z, on both sides; no other byte folds
+  // Bits of each byte that do not count, and are set in `bytes`; null: all count. Not together with
+  // foldsCase.
+  const std::uint8_t* loose = nullptr;
   // Places within the key of the bytes that filter. Any serve; the choice is a matter of speed.
   std::int32_t first = 0;
   std::int32_t second = 0;
@@ -33,6 +36,12 @@ void ChooseFilter(ByteKey& key, const std::uint8_t* sample, std::int32_t length)
 // Whether the key stands at `place`, where as many bytes as the key has must be readable.
 [[nodiscard]] inline bool MatchesAt(const ByteKey& key, const std::uint8_t* place) {
   // Most places that pass the filter differ at once, without the cost of a call.
+  if (key.loose != nullptr) {
+    for (std::int32_t i = 0; i < key.length; ++i) {
+      if ((place[i] | key.loose[i]) != key.bytes[i]) return false;
+    }
+    return true;
+  }
   if (!key.foldsCase) {
     return place[0] == key.bytes[0] && place[key.length / 2] == key.bytes[key.length / 2] &&
            std::memcmp(place, key.bytes, static_cast<std::size_t>(key.length)) == 0;

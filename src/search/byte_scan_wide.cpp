@@ -22,7 +22,7 @@ namespace hn = hwy::HWY_NAMESPACE;
 using Lanes = hn::CappedTag<std::uint8_t, 64>;
 using Vector = hn::Vec<Lanes>;
 
-// What a byte of the filter must be, and the bit that is set on both sides before the compare: 0x20 makes a
+// What a byte of the filter must be, and the bits that are set on both sides before the compare: 0x20 makes a
 // letter of either case the small one, and makes nothing else a letter.
 struct FilterByte {
   const std::uint8_t* start;  // stands this byte there, the key may stand at offset 0
@@ -32,6 +32,7 @@ struct FilterByte {
 
 HWY_INLINE FilterByte MakeFilterByte(const ByteKey& key, const std::uint8_t* buffer, std::int32_t place) {
   const std::uint8_t byte = key.bytes[place];
+  if (key.loose != nullptr) return {buffer + place, byte, key.loose[place]};
   const std::uint8_t folded = FoldCase(byte);
   const bool letter = key.foldsCase && folded >= 'a' && folded <= 'z';
   return {buffer + place, letter ? folded : byte, static_cast<std::uint8_t>(letter ? 0x20 : 0)};
@@ -167,8 +168,8 @@ HWY_INLINE std::int32_t Scan(const ByteKey& key, const std::uint8_t* buffer, std
 
 std::int32_t Find(const ByteKey& key, const std::uint8_t* buffer, std::int32_t length, std::int32_t from,
                   std::int32_t& refused) {
-  return key.foldsCase ? Scan<true>(key, buffer, length, from, refused)
-                       : Scan<false>(key, buffer, length, from, refused);
+  return key.foldsCase || key.loose != nullptr ? Scan<true>(key, buffer, length, from, refused)
+                                               : Scan<false>(key, buffer, length, from, refused);
 }
 
 }  // namespace HWY_NAMESPACE

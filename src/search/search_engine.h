@@ -24,6 +24,9 @@ inline constexpr std::uint16_t SEARCH_TEXT = 0x0001;      // a search is defined
 inline constexpr std::uint16_t SEARCH_CASE = 0x0004;      // exact compare; else A to Z equal a to z
 inline constexpr std::uint16_t SEARCH_MARK_ALL = 0x0100;  // Mark All was asked for, not Find Next
 inline constexpr std::uint16_t SEARCH_FROM_TOP = 0x0200;  // the search is to start at the top of the file
+// The code of a key that is text, of those of VO_UNICODE: hits begin where characters do, and without
+// SEARCH_CASE letters beyond ASCII fold too. None: a search for bytes.
+inline constexpr std::uint16_t SEARCH_CODES = VO_UNICODE;
 
 // The one search of the program. Lives for the whole run and stays as it is when files come and go.
 struct SearchState {
@@ -50,7 +53,7 @@ inline constexpr const char* kSearchFailureCaption = "Find Error";
 inline constexpr const char* kSearchNoMemoryText = "Cannot allocate memory for search buffer";
 
 // The offset of the first place in the buffer at which the key stands, or -1. `flags` as in SearchFlags.
-// Lengths in bytes; the key length is at least 1.
+// Lengths in bytes; the key length is at least 1. A code in the flags does not count here.
 [[nodiscard]] std::int32_t FindInBuffer(std::int32_t bufferLen, const std::uint8_t* buffer,
                                         std::int32_t keyLen, const std::uint8_t* key, std::uint16_t flags);
 

@@ -90,6 +90,13 @@ std::string KeyDisplayText(const void* key, std::int32_t count, ViewOptions form
   return CellsToUtf8(shown);
 }
 
+std::string HistoryText(const char* entry, ViewOptions formatFlags) {
+  if ((formatFlags & VO_UNICODE) != 0) {
+    return BytesOfText(entry, VO_UTF8).value_or(CellsToUtf8(CellsOfBytes(entry)));
+  }
+  return KeyDisplayText(entry, static_cast<std::int32_t>(std::strlen(entry)), formatFlags);
+}
+
 FieldCheck CheckTextKey(std::string_view text, ViewOptions formatFlags) {
   const std::ptrdiff_t length = CountCharacters(text);
   if (length < 1 || length > kSearchKeyBytes) {
@@ -102,9 +109,10 @@ FieldCheck CheckTextKey(std::string_view text, ViewOptions formatFlags) {
       return {false, "Invalid character \"" + std::string(character) + "\" in " + kTextName + "."};
     }
   }
-  if (TextKeyOf(text, formatFlags).size() > kSearchKeyBytes) {
+  // The history keeps the text as it is typed.
+  if ((formatFlags & VO_UNICODE) != 0 && std::max(text.size(), TextKeyOf(text, formatFlags).size()) > kSearchKeyBytes) {
     return {false, std::string(kTextName) + " length must be " + std::to_string(kSearchKeyBytes) +
-                       " bytes at most in the code of the file!"};
+                       " bytes at most, also in the code of the file!"};
   }
   return {};
 }

@@ -23,6 +23,10 @@ inline constexpr std::int32_t kHexDigits = kRecentHexBytes - 1;  // of hex text,
 // What the bytes of a key look like in the view's character code, as UTF-8.
 [[nodiscard]] std::string KeyDisplayText(const void* key, std::int32_t count, ViewOptions formatFlags);
 
+// What an entry of the history of texts stands for, as UTF-8: bytes in the code of the option word, or, where
+// that has several bytes a character, text in UTF-8 or, where it is none, in ANSI.
+[[nodiscard]] std::string HistoryText(const char* entry, ViewOptions formatFlags);
+
 // Whether typed text (UTF-8) can be a key: 1 to kSearchKeyBytes characters and bytes in the code that the
 // option word names. Where that has one byte a character, all of the Windows-1252 set, and of EBCDIC in that.
 [[nodiscard]] FieldCheck CheckTextKey(std::string_view text, ViewOptions formatFlags);

@@ -15,8 +15,8 @@ void LoadHistory(const char* profile, std::int32_t enabled, const char* stem, ch
   count = enabled == 0 ? 0 : LoadRecentStrings(profile, kHistorySection, stem, list, kRecentStrings, width);
 }
 
-void SetFlags(std::uint16_t kind, const SearchWish& wish, SearchState& search) {
-  int flags = SEARCH_TEXT | kind;
+void SetFlags(ViewOptions kind, const SearchWish& wish, SearchState& search) {
+  ViewOptions flags = SEARCH_TEXT | kind;
   if (wish.fromTop) flags |= SEARCH_FROM_TOP;
   if (wish.markAll) flags |= SEARCH_MARK_ALL;
   search.SearchFlags = static_cast<std::uint16_t>(flags);
@@ -35,18 +35,23 @@ void LoadHexHistory(const char* profile, std::int32_t enabled, RecentSearchLists
 FieldCheck SetTextSearch(std::string_view text, std::int32_t row, const SearchWish& wish, ViewOptions code,
                          RecentSearchLists& recent, SearchState& search) {
   const bool fromHistory = row >= 0 && !text.empty();
-  if (!fromHistory) {
-    if (FieldCheck check = CheckTextKey(text, code); !check.accepted) return check;
-    row = -1;
+  const bool isUnicode = (code & VO_UNICODE) != 0;
+  const std::string wanted =
+      fromHistory && isUnicode ? HistoryText(recent.RecentTexts[row], code) : std::string(text);
+  if (!fromHistory || isUnicode) {
+    if (FieldCheck check = CheckTextKey(wanted, code); !check.accepted) return check;
   }
+  if (!fromHistory) row = -1;
+  // A history holds strings: the key in a code of one byte a character, else its text.
   char key[kRecentTextBytes] = {};
-  if (row < 0) TextKeyOf(text, code).copy(key, sizeof key - 1);
+  if (row < 0) (isUnicode ? wanted : TextKeyOf(text, code)).copy(key, sizeof key - 1);
   const std::size_t length = TouchHistory(recent.RecentTexts[0], kRecentTextBytes, recent.RecentTextCount,
                                           recent.RecentTextsTouched, row, key);
-  std::memcpy(search.SearchKey, key, length);
-  search.SearchKeyLen = static_cast<std::int32_t>(length);
+  const std::string bytes = isUnicode ? TextKeyOf(wanted, code) : std::string(key, length);
+  std::ranges::copy(bytes, search.SearchKey);
+  search.SearchKeyLen = static_cast<std::int32_t>(bytes.size());
   search.TextCase = wish.caseSensitive;
-  SetFlags(wish.caseSensitive ? SEARCH_CASE : std::uint16_t{0}, wish, search);
+  SetFlags((wish.caseSensitive ? SEARCH_CASE : ViewOptions{0}) | (code & VO_UNICODE), wish, search);
   return {};
 }
 

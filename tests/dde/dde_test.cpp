@@ -91,6 +91,7 @@ class Recorder : public DdeHost {
   }
   void Show(int how) override { told += "show " + std::to_string(how) + ";"; }
   SearchState& Search() override { return search; }
+  [[nodiscard]] ViewOptions FileCode() const override { return code; }
   bool SetSetup(std::string_view section) override {
     told += "setup " + std::string(section) + ";";
     return section.size() < 64;
@@ -99,6 +100,7 @@ class Recorder : public DdeHost {
   bool busy = false;
   std::string told;
   SearchState search;
+  ViewOptions code = 0;
 };
 
 TEST(DdeVerbs, DoWhatTheyAreFor) {

@@ -20,6 +20,7 @@ class Taker : public DdeHost {
   void Post(std::string_view command, bool /*forOthers*/) override { Look(command.data()); }
   void Show(int /*how*/) override {}
   SearchState& Search() override { return *search; }
+  [[nodiscard]] ViewOptions FileCode() const override { return 0; }
   bool SetSetup(std::string_view section) override { return section.size() < kSetupSectionBytes; }
   static void Look(const char* text) {
     FUZZ_CHECK(std::strlen(text) <= static_cast<std::size_t>(kDdeCommandBytes));

@@ -7,6 +7,7 @@
 #include "platform/ddeml.h"
 #include "window/command_table.h"
 #include "window/private_messages.h"
+#include "window/view_loading.h"
 
 namespace {
 
@@ -38,6 +39,7 @@ class WindowHost : public DdeHost {
   }
   void Show(int how) override { ShowWindow(window_, how); }
   SearchState& Search() override { return *links_.search; }
+  [[nodiscard]] ViewOptions FileCode() const override { return PresentOptions() & VO_UNICODE; }
   bool SetSetup(std::string_view section) override { return links_.setSetup(section); }
 
  private:

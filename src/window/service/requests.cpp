@@ -51,6 +51,7 @@ BusResult FindForBus(const std::string& key, const std::vector<std::string>& opt
   if (bytes.empty()) return Fail("BadKey", why);
   SearchState& search = MainState.Search;
   search.SearchFlags = SEARCH_TEXT;
+  if (!has("Hex")) search.SearchFlags |= static_cast<std::uint16_t>(PresentOptions() & VO_UNICODE);
   if (has("Case") || has("Hex")) search.SearchFlags |= SEARCH_CASE;
   if (has("Top")) search.SearchNext = 0;
   std::ranges::fill(search.SearchKey, std::uint8_t{0});
