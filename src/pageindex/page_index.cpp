@@ -211,17 +211,30 @@ class PageRecords {
   std::size_t count_ = 0;
 };
 
-bool IsLineBreak(std::uint8_t byte) {
-  return byte == '\r' || byte == '\n';
+// A unit of UTF-16.
+std::uint32_t UnitOf(std::uint8_t first, std::uint8_t second, TextUnit unit) {
+  return unit == TextUnit::utf16le ? first | std::uint32_t{second} << 8 : second | std::uint32_t{first} << 8;
 }
 
 // Records the pages that start in the first `count` bytes of the block.
-bool RecordPages(PageIndexBuild& build, std::int32_t count) {
+bool RecordPages(PageIndexBuild& build, std::int32_t count, TextUnit unit) {
   PageRecords records(build);
   const PageIndexProbe& tail = build.tail;
-  const bool behindLineBreak =
-      tail.count > 0 && IsLineBreak(tail.bytes[static_cast<std::size_t>(tail.count - 1)]);
   const std::uint8_t* const begin = build.block.get();
+  // Also of the bytes in front of the block, which the tail holds.
+  const auto byteAt = [&](std::ptrdiff_t at) {
+    return at >= 0 ? begin[at] : tail.bytes[static_cast<std::size_t>(tail.count + at)];
+  };
+  const auto pageStarts = [&](std::ptrdiff_t at) {
+    if (unit == TextUnit::byte) return at + tail.count > 0 && IsLineBreak(byteAt(at - 1));
+    const bool isWhole = at + tail.count >= 2 && at + 2 <= count && (build.scanned + at).Offset() % 2 == 0;
+    return isWhole && UnitOf(byteAt(at), byteAt(at + 1), unit) == '\f' &&
+           IsLineBreak(UnitOf(byteAt(at - 2), byteAt(at - 1), unit));
+  };
+  // A unit that the block's end cuts is looked at with the next block.
+  const bool cut = unit == TextUnit::utf16le && tail.count > 0 && byteAt(-1) == '\f';
+  if (cut && pageStarts(-1) && !records.Append(build.scanned - 1)) return false;
+  const std::ptrdiff_t before = unit == TextUnit::utf16be ? 1 : 0;
   const std::uint8_t* const end = begin + count;
   const std::uint8_t* place = begin;
   const auto nextFormFeed = [&] {
@@ -229,8 +242,8 @@ bool RecordPages(PageIndexBuild& build, std::int32_t count) {
     return place != nullptr;
   };
   for (; nextFormFeed(); ++place) {
-    const bool pageStarts = place == begin ? behindLineBreak : IsLineBreak(place[-1]);
-    if (pageStarts && !records.Append(build.scanned + (place - begin))) return false;
+    const std::ptrdiff_t at = place - begin - before;
+    if (pageStarts(at) && !records.Append(build.scanned + at)) return false;
   }
   return records.Flush();
 }
@@ -241,7 +254,7 @@ bool TakeBlock(PageIndex& index, std::int32_t count) {
   if (build.finished && WriteHeader(build.index, 0) != 0) return End(index, PageIndexFault::headerWrite);
   build.finished = false;
   index.phase = PageIndexPhase::PG_ACTIVE;
-  if (!RecordPages(build, count)) return End(index, PageIndexFault::recordWrite);
+  if (!RecordPages(build, count, index.unit)) return End(index, PageIndexFault::recordWrite);
   KeepHead(build.head, build.block.get(), count);
   KeepTail(build.tail, build.block.get(), count);
   build.scanned += count;
@@ -305,13 +318,18 @@ FilePos LookUpNow(ByteSource& source, PageIndex& index, PageNumber page) {
   PageIndexFault fault = PageIndexFault::none;
   const FilePos position = PageIndexLookup(index.build.index, page, index.build.pageCount, fault);
   if (position < 0 || page == 1) return position;
-  std::array<std::uint8_t, 2> bytes{};
-  const std::int32_t read = position > 0 ? source.ReadInto(position - 1, bytes.data(), 2) : 0;
+  std::array<std::uint8_t, 4> bytes{};
+  const std::int32_t width = UnitBytes(index.unit);
+  const std::int32_t read =
+      position >= FilePos::At(width) ? source.ReadInto(position - width, bytes.data(), 2 * width) : 0;
   if (source.Failure() != 0) {
     Pause(index, source.Failure());
     return kPageReadFailed;
   }
-  return read == 2 && IsLineBreak(bytes[0]) && bytes[1] == '\f' ? position : kPageNone;
+  const bool isByte = index.unit == TextUnit::byte;
+  const std::uint32_t former = isByte ? bytes[0] : UnitOf(bytes[0], bytes[1], index.unit);
+  const std::uint32_t first = isByte ? bytes[1] : UnitOf(bytes[2], bytes[3], index.unit);
+  return read == 2 * width && IsLineBreak(former) && first == '\f' ? position : kPageNone;
 }
 
 // Each turn looks at the file as it is by then. A place is given in a turn that scanned nothing, so that it
@@ -344,7 +362,7 @@ FilePos FindPage(ByteSource& source, PageIndex& index, PageNumber page, const st
 
 }  // namespace
 
-PageIndex::PageIndex(std::string file) : path(std::move(file)) {}
+PageIndex::PageIndex(std::string file, TextUnit textUnit) : path(std::move(file)), unit(textUnit) {}
 
 PageIndex::~PageIndex() {
   ReleaseFile(build.index);

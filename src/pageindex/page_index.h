@@ -14,6 +14,7 @@
 
 #include "engine/byte_source.h"
 #include "engine/file_pos.h"
+#include "engine/text_lines.h"
 #include "platform/file.h"
 
 // Messages of the job, private messages of the main window.
@@ -75,12 +76,13 @@ struct PageIndexBuild {
 // index by std::shared_ptr, in the window and in each job: the last to let go closes the temporary file,
 // whichever thread that is.
 struct PageIndex {
-  explicit PageIndex(std::string file);
+  explicit PageIndex(std::string file, TextUnit textUnit = TextUnit::byte);
   ~PageIndex();
   PageIndex(const PageIndex&) = delete;
   PageIndex& operator=(const PageIndex&) = delete;
 
   const std::string path;  // of the viewed file
+  const TextUnit unit;     // of its text: in UTF-16, a page starts at an even offset
   std::atomic<PageIndexPhase> phase{PageIndexPhase::PG_ACTIVE};
   std::atomic<PageNumber> pageCount{1};   // pages that can be looked up
   std::atomic<FilePos> scanned{0};        // bytes; with `length`, how far a step or a find has got

@@ -10,6 +10,7 @@
 #include "window/files/caption.h"
 #include "window/main_window_state.h"
 #include "window/notice.h"
+#include "window/page_indexing.h"
 #include "window/private_messages.h"
 #include "window/view_loading.h"
 
@@ -126,6 +127,7 @@ void ShowLoaded(LoadOutcome&& outcome) {
   MainWindowState& state = MainState;
   state.File = outcome.file;
   UpdateFileCaption();
+  MatchPageIndex();
   TakeRun(std::move(outcome.run));
   if (state.Tags.count > 0) MarkLines(state.Lines, state.Tags);
   if (state.PadPageLength > 0) {

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <chrono>
 
+#include "engine/text_format.h"
 #include "window/main_window_state.h"
 #include "window/private_messages.h"
+#include "window/view_loading.h"
 #include "window/watch.h"
 
 namespace {
@@ -58,7 +60,7 @@ void ReplaceHanging() {
   PageIndexing& pages = MainState.Pages;
   if (pages.step == nullptr || pages.step->finished || !pages.step->givenUp) return;
   pages.step = nullptr;
-  pages.index = std::make_shared<PageIndex>(MainState.File.Fname);
+  pages.index = std::make_shared<PageIndex>(MainState.File.Fname, TextUnitOf(PresentOptions()));
 }
 
 // Starts a step, unless one is under way. The profile says what is done even while the user is at work; while
@@ -118,7 +120,7 @@ LRESULT RunPageIndex(UINT message) {
     case PG_START:
       End();
       if (!FileIsOpen()) break;
-      MainState.Pages.index = std::make_shared<PageIndex>(MainState.File.Fname);
+      MainState.Pages.index = std::make_shared<PageIndex>(MainState.File.Fname, TextUnitOf(PresentOptions()));
       SetInterval(std::min(kIdleInterval, LeastInterval()));
       break;
     case PG_CONT:
@@ -129,6 +131,11 @@ LRESULT RunPageIndex(UINT message) {
       break;
   }
   return 0;
+}
+
+void MatchPageIndex() {
+  const PageIndexing& pages = MainState.Pages;
+  if (pages.index != nullptr && pages.index->unit != TextUnitOf(PresentOptions())) RunPageIndex(PG_START);
 }
 
 void NotePageIndexInput() {

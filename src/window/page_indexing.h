@@ -11,6 +11,9 @@ LRESULT RunPageIndex(UINT message);
 // The user has done something: the next steps are the least ones.
 void NotePageIndexInput();
 
+// Begins anew when the code of the file has changed so that pages start elsewhere.
+void MatchPageIndex();
+
 // The pages that Go To can offer, in a file that now has the length File.Flen.
 [[nodiscard]] PageIndexPages PagesToGoTo();
 

@@ -220,6 +220,33 @@ TEST_F(PageIndexTest, AStepScansWhatItMust) {
   EXPECT_TRUE(OnDisk() == IndexBytes(PlainPages(file.bytes), 0));
 }
 
+// Form feeds and line breaks at odd places, and as one byte of other characters, begin no page.
+TEST_F(PageIndexTest, PagesOfUtf16BeginAtEvenPlaces) {
+  std::mt19937 random(3);
+  for (const TextUnit unit : {TextUnit::utf16le, TextUnit::utf16be}) {
+    for (int round = 0; round < 40; ++round) {
+      std::vector<FilePos> pages = {0};
+      std::u16string text;
+      file.bytes.clear();
+      while (text.size() < 300) {
+        constexpr char16_t kUnits[] = {u'\n', u'\r', u'\f', u'\f', u'\u0C00', u'\u0C0A', u'\u0A0C', u'x'};
+        const char16_t next = kUnits[random() % std::size(kUnits)];
+        const bool behindBreak = !text.empty() && (text.back() == u'\n' || text.back() == u'\r');
+        if (behindBreak && next == u'\f') pages.push_back(FilePos::At(2 * text.size()));
+        text += next;
+        const char low = static_cast<char>(next & 0xFF), high = static_cast<char>(next >> 8);
+        file.bytes += unit == TextUnit::utf16le ? std::string{low, high} : std::string{high, low};
+      }
+      ++file.number;
+      index = std::make_unique<PageIndex>("memory", unit);
+      Build(1 + static_cast<std::int32_t>(random() % 9));
+      ASSERT_TRUE(OnDisk() == IndexBytes(pages, pages.size())) << "round " << round;
+      for (std::size_t page = 0; page < pages.size(); ++page)
+        ASSERT_EQ(Find(static_cast<PageNumber>(page + 1)), pages[page]);
+    }
+  }
+}
+
 TEST_F(PageIndexTest, WhatCannotBeReadIsTriedAgain) {
   file.bytes = Repeated("page\n\f", 100);
   Step(50);
