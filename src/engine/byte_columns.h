@@ -59,9 +59,9 @@ class Decoding {
   Decoding(const FileSlice& slice, FilePos base, ViewOptions options)
       : skipped_(static_cast<std::int32_t>(base.Offset() % Code::kUnit)),
         bytes_(slice.Sbuf + skipped_),
-        size_(std::max(slice.Slen - skipped_, 0)),
+        size_(std::max(slice.Slen + slice.Sahead - skipped_, 0)),
         fromStart_(base == 0),
-        toEnd_(slice.Slast),
+        toEnd_(slice.Slast || slice.Sahead > 0),
         options_(options) {}
 
   [[nodiscard]] bool Knows(ByteCount from, ByteCount end) const {

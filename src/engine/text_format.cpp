@@ -58,7 +58,8 @@ class TextPass {
   TextPass(const FileSlice& slice, FilePos base, ViewOptions options, std::int32_t lineLen)
       : bytes_(slice.Sbuf),
         size_(slice.Slen),
-        last_(slice.Slast),
+        ahead_(slice.Sahead),
+        known_(slice.Slast || slice.Sahead > 0),
         piece_(slice.Sbuf, slice.Slen, base == 0, slice.Slast, Code::kText),
         base_(base),
         options_(options),
@@ -166,7 +167,8 @@ class TextPass {
 
   const std::uint8_t* bytes_;
   std::int32_t size_;
-  bool last_;
+  std::int32_t ahead_;
+  bool known_;  // where the slice ends, it is known what the last bytes are
   TextPiece piece_;
   FilePos base_;
   ViewOptions options_;
@@ -302,14 +304,13 @@ bool TextPass<Code>::CopyCharacters(std::int32_t stop, LineEntry& line) {
       }
     }
     if (ClassAt(off_) != ByteClass::plain) return false;
-    Decoded next = Code::Decode(bytes_ + off_, bytes_ + size_);
-    if (next.length == 0) {
-      if (!last_) {  // how it goes on, the slice does not tell
-        off_ = size_;
-        return false;
-      }
-      next = {kNoCharacter, std::min(kUnit, size_ - off_)};
+    Decoded next = Code::Decode(bytes_ + off_, bytes_ + size_ + ahead_);
+    if ((next.length == 0 && !known_) ||
+        next.length > size_ - off_) {  // how it goes on, the slice does not tell
+      off_ = size_;
+      return false;
     }
+    if (next.length == 0) next = {kNoCharacter, std::min(kUnit, size_ - off_)};
     Cell cell = next.character;
     std::int32_t columns = 1;
     std::int32_t marks = kFullMarks;

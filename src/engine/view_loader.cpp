@@ -96,7 +96,7 @@ ViewStatus Loader::FillForward(FilePos pos, std::int32_t from, std::int32_t want
 // One pass upward over the bytes in front of `pos`.
 ViewStatus Loader::BackwardPiece(FilePos pos, std::int32_t wanted, LineCursor& cursor) {
   FilePos from = 0;
-  std::int32_t reach = 0;
+  const std::int32_t reach = (style_.options & VO_UNICODE) != 0 ? kLongestCharacter : 0;
   if (IsText()) {
     const LineAround line = FindLine(source_, pos - 1, style_.options);
     cursor.Clong = line.isLong ? LongLine::yes : LongLine::no;
@@ -104,13 +104,12 @@ ViewStatus Loader::BackwardPiece(FilePos pos, std::int32_t wanted, LineCursor& c
     if (line.isLong) from = std::max<FilePos>(from, pos - LongLineStep(style_.lineLen) - kCutMargin);
   } else {
     from = pos - std::min<ByteCount>(std::int64_t{std::max(wanted, 1)} * style_.lineLen, kLargestPiece);
-    if ((style_.options & VO_UNICODE) != 0) reach = kColumnReach;
   }
   const ByteView around = source_.ViewAround(std::max<FilePos>(from - reach, 0), pos + reach);
   if (source_.Failure() != 0) return VS_FAILED;
   const auto off = static_cast<std::int32_t>(std::min(pos, around.End()) - around.from);
-  const auto size = static_cast<std::int32_t>(std::min(pos + reach, around.End()) - around.from);
-  const FileSlice slice{around.bytes, size, off, around.from + size == source_.Length()};
+  const auto ahead = static_cast<std::int32_t>(std::min<ByteCount>(around.count - off, reach));
+  const FileSlice slice{around.bytes, off, off, around.from + off == source_.Length(), ahead};
   return style_.format(slice, cursor, working_, around.from + off, FILL_BACKWARD, style_.options,
                        style_.lineLen);
 }

@@ -130,6 +130,9 @@ struct FileSlice {
   std::int32_t Slen = 0;
   std::int32_t Soff = 0;
   bool Slast = true;  // the file ends with the slice
+  // Bytes at hand behind the slice, which are not to be formatted but tell whether its last bytes are a
+  // character: as many as that may take, or all that the file has.
+  std::int32_t Sahead = 0;
 };
 
 // What a format routine sees of a line array.

@@ -8,9 +8,11 @@
 #include <functional>
 #include <random>
 
+#include "codes/decoders.h"
 #include "engine/hex_format.h"
 #include "engine/raw_format.h"
 #include "engine/text_format.h"
+#include "platform/unicode.h"
 #include "tests/cell_text.h"
 #include "tests/memory_origin.h"
 
@@ -18,60 +20,123 @@ namespace {
 
 constexpr ViewOptions kText = VO_EXPANDTABS | VO_FORMFEED;
 
-// All rows of a file in the text format: where they begin.
+// All rows of a file in the text format: where they begin, and what stands in them as UTF-8. It looks at one
+// character after the other from the start of the file.
 class Rows {
  public:
   Rows(const std::string& bytes, ViewOptions options, std::int32_t lineLen)
-      : bytes_(bytes), options_(options), lineLen_(lineLen) {
-    std::size_t at = 0;
-    while (at < bytes.size())
-      at = AddLine(at);
+      : size_(bytes.size()), options_(options), lineLen_(lineLen) {
+    const auto* at = reinterpret_cast<const std::uint8_t*>(bytes.data());
+    switch (options & VO_UNICODE) {
+      case VO_UTF8:
+        TakeCharacters<Utf8>(at);
+        break;
+      case VO_UTF16LE:
+        TakeCharacters<Utf16Le>(at);
+        break;
+      case VO_UTF16BE:
+        TakeCharacters<Utf16Be>(at);
+        break;
+      default:
+        for (std::size_t i = 0; i < size_; ++i)
+          characters_.push_back({i, at[i], CharacterKind::narrow});
+    }
+    unit_ = (options & (VO_UTF16LE | VO_UTF16BE)) != 0 ? 2 : 1;
+    for (std::size_t i = 0; i < characters_.size();)
+      i = AddLine(i);
   }
   // The index of the row that holds `pos`; of the last one behind the end.
   [[nodiscard]] std::int64_t Of(FilePos pos) const {
     return std::upper_bound(starts.begin(), starts.end(), pos) - starts.begin() - 1;
   }
   std::vector<FilePos> starts;
+  std::vector<std::string> texts;
 
  private:
-  [[nodiscard]] bool Breaks(std::size_t at) const { return bytes_[at] == '\n' || bytes_[at] == '\r'; }
+  struct Character {
+    std::size_t at;
+    char32_t character;
+    CharacterKind kind;
+  };
+  template <typename Code>
+  void TakeCharacters(const std::uint8_t* bytes) {
+    for (std::size_t at = 0; at < size_;) {
+      Decoded next = Code::Decode(bytes + at, bytes + size_);
+      if (next.length == 0) next = {kNoCharacter, Code::kUnit};
+      const bool isBad = next.character == kNoCharacter;
+      characters_.push_back({at, isBad ? 0xFFFD : next.character,
+                             isBad ? CharacterKind::format : KindOfCharacter(next.character)});
+      at += static_cast<std::size_t>(next.length);
+    }
+  }
+  [[nodiscard]] bool Is(std::size_t i, char32_t character) const {
+    return i < characters_.size() && characters_[i].character == character;
+  }
+  [[nodiscard]] bool Breaks(std::size_t i) const { return Is(i, '\n') || Is(i, '\r'); }
+  [[nodiscard]] std::size_t At(std::size_t i) const {
+    return i < characters_.size() ? characters_[i].at : size_;
+  }
   std::size_t AddLine(std::size_t start) {
     std::size_t end = start;
-    while (end < bytes_.size() && !Breaks(end))
+    while (end < characters_.size() && !Breaks(end))
       ++end;
-    std::size_t next = end;
-    if (next < bytes_.size()) ++next;
-    if (next > end && next < bytes_.size() && Breaks(next) && bytes_[next] != bytes_[end]) ++next;
-    const bool isLong = static_cast<std::int32_t>(next - start) > LongLineLimit(options_);
-    if (next > end && next + 1 == bytes_.size() && bytes_[next] == 26) ++next;
+    std::size_t next = std::min(end + 1, characters_.size());
+    if (next > end && Breaks(next) && !Is(next, characters_[end].character)) ++next;
+    const bool isLong = static_cast<std::int32_t>(At(next) - At(start)) > LongLineLimit(options_);
+    if (next > end && At(next) + unit_ == size_ && Is(next, 26)) ++next;
     const auto step = static_cast<std::size_t>(LongLineStep(lineLen_));
     for (std::size_t at = start; at < end || at == start;) {
-      starts.push_back(FilePos::At(at));
-      if ((options_ & VO_PAGEGAP) != 0 && at < end && bytes_[at] == '\f') {
-        if (++at == end && end == bytes_.size()) break;
-        if (at == end) starts.push_back(FilePos::At(at));  // the line break is the next row's
+      if ((options_ & VO_PAGEGAP) != 0 && at < end && Is(at, '\f')) {
+        AddRow(at, {});
+        if (++at == end && end == characters_.size()) break;
+        if (at == end) AddRow(at, {});  // the line break is the next row's
         continue;
       }
+      std::string text;
+      const std::size_t rowEnd = RowEnd(at, end, isLong ? (At(at) / step + 1) * step : size_, text);
+      AddRow(at, text);
       if (((options_ & VO_WRAP) == 0 && !isLong) || at == end) break;
-      at = RowEnd(at, end, isLong ? (at / step + 1) * step : end);
+      at = rowEnd;
     }
     return next;
   }
-  [[nodiscard]] std::size_t RowEnd(std::size_t at, std::size_t end, std::size_t cut) const {
-    std::int32_t column = 0;
-    if (bytes_[at] == '\f') ++at;
-    for (; at < std::min(end, cut); ++at) {
-      if (bytes_[at] == '\t') {
-        column = std::max(column, std::min(column - column % 8 + 8, lineLen_));
-      } else if (column++ == lineLen_) {
-        break;
-      }
-    }
-    return at;
+  void AddRow(std::size_t i, const std::string& text) {
+    starts.push_back(FilePos::At(At(i)));
+    texts.push_back(text);
   }
-  const std::string& bytes_;
+  std::size_t RowEnd(std::size_t i, std::size_t end, std::size_t cut, std::string& text) const {
+    std::int32_t column = 0;
+    int marks = 0;  // that the last character still takes
+    std::u32string shown;
+    if (i < end && Is(i, '\f')) ++i;
+    for (; i < end && At(i) < cut; ++i) {
+      char32_t character = characters_[i].character;
+      const CharacterKind kind = characters_[i].kind;
+      if (character == '\t') {
+        const std::int32_t stop = std::max(column, std::min(column - column % 8 + 8, lineLen_));
+        shown.append(static_cast<std::size_t>(stop - column), U' ');
+        column = stop;
+        marks = 0;
+        continue;
+      }
+      const bool joins = kind == CharacterKind::mark && marks > 0;
+      const int width = joins ? 0 : kind == CharacterKind::wide ? 2 : 1;
+      const bool half = lineLen_ == 1 && column == 0;
+      if (column + width > lineLen_ && !half) break;
+      const bool takesMarks = kind == CharacterKind::narrow || kind == CharacterKind::wide;
+      marks = joins ? marks - 1 : kind == CharacterKind::mark ? 3 : takesMarks ? 4 : 0;
+      column = std::min(column + width, lineLen_);
+      if (kind == CharacterKind::control) character = character == '\f' ? 0x240C : 0xB7;
+      shown += character;
+    }
+    text = CellsToUtf8(shown);
+    return i;
+  }
+  std::size_t size_;
+  std::size_t unit_ = 1;
   ViewOptions options_;
   std::int32_t lineLen_;
+  std::vector<Character> characters_;
 };
 
 // The records of a view on a file in memory, moved as the window moves them.
@@ -137,6 +202,12 @@ void CheckRun(const View& view, const Rows& rows) {
     const std::size_t index = first + static_cast<std::size_t>(i - lines.Afirst);
     const FilePos expected = index < rows.starts.size() ? rows.starts[index] : size;
     ASSERT_EQ(view.Start(i), expected) << "line " << i - lines.Acur << " of the screen";
+    if ((view.request.style.options & VO_UNICODE) == 0 || i == lines.Alast) continue;
+    const std::string shown = CellsToUtf8(LineCells(lines.Aline[i], view.run->Text));
+    const auto differs = std::ranges::mismatch(shown, rows.texts[index]).in1 - shown.begin();
+    ASSERT_TRUE(shown == rows.texts[index])
+        << "line " << i - lines.Acur << " of the screen, from character " << differs << " of " << shown.size()
+        << " and " << rows.texts[index].size() << " on, flags " << lines.Aline[i].Lflags;
   }
   ASSERT_TRUE(view.Start(lines.Alast) == size || lines.Acur + view.request.rows <= lines.Alast);
 }
@@ -219,6 +290,49 @@ TEST(ViewMoves, TextIsOneListOfRowsWhateverTheWindow) {
                  std::to_string(view.request.style.options));
     ASSERT_TRUE(used == width || std::int64_t{width} * (height + kSpareRows) > kMostText);
     MoveAround(view, Rows(text, view.request.style.options, used), random, 60);
+    if (HasFatalFailure()) return;
+  }
+}
+
+// A text whose letters are other characters, some of them wide, marks, or no characters.
+std::string InCode(const std::string& text, std::mt19937& random, ViewOptions code) {
+  constexpr char32_t kBad = 0xD900;  // half a pair
+  const std::u32string all =
+      U"ab\u00E9\u0436\u6F22\u0301\u0E33\u0E31\u0301\U0001F600\uAC00\u200B\u0007\u2500";
+  std::u32string alphabet;
+  while (alphabet.size() < 26)
+    alphabet += random() % 40 == 0 ? kBad : all[random() % (alphabet.size() < 13 ? 4 : all.size())];
+  std::string bytes;
+  for (const char byte : text) {
+    const char32_t one = byte >= 'a' && byte <= 'z' ? alphabet[static_cast<std::size_t>(byte - 'a')]
+                                                    : static_cast<char32_t>(byte);
+    bytes += code == VO_UTF8      ? Utf8::Encode(one)
+             : code == VO_UTF16LE ? Utf16Le::Encode(one)
+                                  : Utf16Be::Encode(one);
+    if (random() % 5000 == 0 && code == VO_UTF8) bytes.pop_back();
+  }
+  if (random() % 3 == 0) bytes += '\xE3';
+  return bytes;
+}
+
+TEST(ViewMoves, TextOfSeveralBytesACharacterToo) {
+  std::mt19937 random(21);
+  const ViewOptions codes[] = {VO_UTF8, VO_UTF8, VO_UTF16LE, VO_UTF16BE};
+  const std::int32_t widths[] = {1, 2, 3, 22, 80, 241, 1923, 5000, 32767};
+  for (int round = 0; round < 120; ++round) {
+    const ViewOptions code = codes[random() % 4];
+    const std::string text = InCode(RandomText(random), random, code);
+    if (text.size() < 2) continue;
+    View view(text);
+    const std::int32_t width = widths[random() % std::size(widths)];
+    view.request.style.options =
+        kText | code | (random() % 2 * VO_WRAP) | (random() % 3 == 0 ? VO_PAGEGAP : 0);
+    view.Size(2 + static_cast<std::int32_t>(random() % 90), width);
+    const std::int32_t used = UsableLineLen(width, view.request.rows, view.run->Text.Tlen);
+    SCOPED_TRACE("round " + std::to_string(round) + ", " + std::to_string(text.size()) + " bytes, " +
+                 std::to_string(view.request.rows) + " rows of " + std::to_string(width) + ", options " +
+                 std::to_string(view.request.style.options));
+    MoveAround(view, Rows(text, view.request.style.options, used), random, 40);
     if (HasFatalFailure()) return;
   }
 }
