@@ -157,6 +157,7 @@ class TextPass {
   bool AddMark(char32_t mark);
   template <bool kWrite>
   bool MakeCharacters(std::int32_t stop, bool wraps, LineEntry& line);
+  [[nodiscard]] bool WideIsNext(std::int32_t columns) const;
   template <bool kWrite>
   bool MakeRow(std::int32_t stop, bool wraps, LineEntry& line);
   bool RowsBackward(LineCursor& lines, std::int32_t lineStart, std::int32_t start, bool mayCut);
@@ -400,7 +401,18 @@ bool TextPass<Code>::MakeCharacters(std::int32_t stop, bool wraps, LineEntry& li
       if constexpr (kWrite) status_ |= VS_TRUNCATED;
     }
   }
-  return done || line.Llen >= lineLen_;
+  return done || line.Llen >= lineLen_ || (wraps && WideIsNext(line.Llen));
+}
+
+// Whether the data ends in front of a wide character for which the row has no room.
+template <typename Code>
+bool TextPass<Code>::WideIsNext(std::int32_t columns) const {
+  if constexpr (!kOneByte) {
+    if (off_ < size_ || ahead_ == 0 || columns != lineLen_ - 1 || columns == 0) return false;
+    const Decoded next = Code::Decode(bytes_ + size_, bytes_ + size_ + ahead_);
+    return next.character != kNoCharacter && KnownKind(next.character) == CharacterKind::wide;
+  }
+  return false;
 }
 
 // One row from off_ on, with its entry: true when it is complete.

@@ -9,6 +9,7 @@
 #include <random>
 
 #include "codes/decoders.h"
+#include "engine/byte_columns.h"
 #include "engine/hex_format.h"
 #include "engine/raw_format.h"
 #include "engine/text_format.h"
@@ -375,6 +376,59 @@ TEST(ViewMoves, RowsOfFixedLengthKeepTheirGrid) {
       ASSERT_TRUE(view.Start(lines.Alast) == size || lines.Acur + c.rows <= lines.Alast);
       ASSERT_LE(view.opens, 1);
       ASSERT_LE(view.bytesRead, 3 * (std::int64_t{c.rows} * c.bytes * 2 + kBlockBytes));
+    }
+  }
+}
+
+// The cells of a file that has a column for each byte, but for the second halves of wide characters.
+template <typename Code>
+CellText ColumnsOf(const std::string& bytes) {
+  CellText cells(bytes.size(), kControlSign);
+  const auto* const begin = reinterpret_cast<const std::uint8_t*>(bytes.data());
+  for (std::size_t at = 0; at < bytes.size();) {
+    Decoded next = Code::Decode(begin + at, begin + bytes.size());
+    if (next.length == 0) next = {kNoCharacter, Code::kUnit};
+    const bool isBad = next.character == kNoCharacter;
+    cells[at] = isBad ? kBadCell | begin[at] : ColumnCell(next.character, 0);
+    at += static_cast<std::size_t>(next.length);
+  }
+  return cells;
+}
+
+TEST(ViewMoves, HexAndRawShowCharactersWhereTheyBegin) {
+  std::mt19937 random(8);
+  for (int round = 0; round < 60; ++round) {
+    const ViewOptions codes[] = {VO_UTF8, VO_UTF16LE, VO_UTF16BE};
+    const ViewOptions code = codes[round % 3];
+    const std::string bytes = InCode(RandomText(random), random, code);
+    if (bytes.empty()) continue;
+    const CellText cells = code == VO_UTF8      ? ColumnsOf<Utf8>(bytes)
+                           : code == VO_UTF16LE ? ColumnsOf<Utf16Le>(bytes)
+                                                : ColumnsOf<Utf16Be>(bytes);
+    const bool isHex = round % 2 == 0;
+    View view(bytes);
+    view.request.style = {isHex ? FormatHex : FormatRaw, code, 1};
+    view.Size(20, isHex ? 80 : 1 + static_cast<std::int32_t>(random() % 150));
+    view.Move(MoveKind::load, 0, 0);
+    for (int i = 0; i < 30; ++i) {
+      const auto what = random() % 3;
+      const FilePos position = FilePos::At(random() % bytes.size());
+      view.Move(what == 0 ? MoveKind::goTo : MoveKind::move, what == 1 ? 20 : -20,
+                what == 0 ? position : kNoPosition);
+      const LineArray& lines = view.run->Lines;
+      for (std::int32_t k = lines.Afirst; k < lines.Alast; ++k) {
+        const CellView row = LineCells(lines.Aline[k], view.run->Text);
+        const auto count = static_cast<std::size_t>(view.Start(k + 1) - view.Start(k));
+        if (isHex && view.Start(k) == 0 && count < 16) continue;  // a head that is blank
+        // 8 columns of address, 9 for each group of four bytes, and a blank.
+        const CellView shown = isHex ? row.substr(45, count) : row.substr(row.size() - count);
+        for (std::size_t c = 0; c < count; ++c) {
+          const std::size_t at = static_cast<std::size_t>(view.Start(k).Offset()) + c;
+          const bool isTail = c > 0 && cells[at] == kControlSign && shown[c] == kWideTail &&
+                              KindOfCharacter(shown[c - 1] & ~kCellKinds) == CharacterKind::wide;
+          ASSERT_TRUE(isTail || shown[c] == cells[at]) << "round " << round << ", byte " << at;
+        }
+      }
     }
   }
 }

@@ -26,7 +26,9 @@ struct Room {
     from = input.Chance(2) ? input.Between(0, count - 1) : forward ? 0 : count;
     cells.assign(static_cast<std::size_t>(text.Tlen + kGuard), U'#');
     entries.assign(static_cast<std::size_t>(count), kRubbish);
+    clusters.resize(static_cast<std::size_t>(text.Tlen));
     text.Tbuf = cells.data();
+    text.Tcluster = clusters.data();
   }
   [[nodiscard]] const LineEntry& At(std::int32_t line) const {
     return entries[static_cast<std::size_t>(line)];
@@ -40,6 +42,7 @@ struct Room {
     FUZZ_CHECK(std::all_of(cells.begin() + text.Tlen, cells.end(), isGuard));
   }
   std::vector<Cell> cells;
+  std::vector<CellCluster> clusters;
   std::vector<LineEntry> entries;
   TextBuffer text{};
   std::int32_t from = 0;
@@ -94,7 +97,10 @@ void FuzzFormat(const std::uint8_t* data, std::size_t size) {
   Room room(input, forward);
   const FilePos bases[] = {
       0, 1, 5, 4000, 0x7FFFFFF0, 0xFFFFFFF0, FilePos::At(1LL << 40), INTPTR_MAX - INT32_MAX - kSliceBytes};
-  const FilePos base = input.OneOf(bases);
+  // Units of two bytes begin at even places, and so do slices of text and rows.
+  const bool isUtf16 = format == 0 && (options & (VO_UTF16LE | VO_UTF16BE)) != 0;
+  FilePos base = input.OneOf(bases);
+  if (isUtf16) base = base - base.Offset() % 2;
   const int where = input.Byte() % 8;
   const std::uint32_t place = input.Word();
   const std::vector<std::uint8_t> bytes = input.FileBytes(kSliceBytes);
@@ -107,19 +113,22 @@ void FuzzFormat(const std::uint8_t* data, std::size_t size) {
   if (where < 2) off = 0;
   if (where == 2 || where == 3) off = length;
   if (where == 4) off = length + static_cast<std::int32_t>(place >> 1) % (INT32_MAX - length);
+  if (isUtf16) off -= off % 2;
   const FilePos pos = base + off;
 
   TextBuffer text = room.text;
-  const Shown shown = {bytes, base, format, options, lineLen, text.Tbuf};
+  Shown shown = {bytes, base, format, options, lineLen, text.Tbuf};
   LineCursor cursor;
   cursor.Cline = room.entries.data();
   cursor.Ccnt = static_cast<std::int32_t>(room.entries.size());
   cursor.Ccur = room.from;
-  cursor.Clong = PossibleAnswer(input, shown, forward ? pos : pos - 1);
+  cursor.Clong = isUtf16 ? LongLine::unknown : PossibleAnswer(input, shown, forward ? pos : pos - 1);
   const LineCursor given = cursor;
   const ViewStatus status = kFuzzRoutines[format]({copy.get(), length, off}, cursor, text, pos,
                                                   forward ? FILL_FORWARD : FILL_BACKWARD, options, lineLen);
 
+  FUZZ_CHECK(text.Tclusters >= 0 && text.Tclusters <= text.Tlen);
+  shown.clusters = text.Tclusters;
   FUZZ_CHECK(std::equal(bytes.begin(), bytes.end(), copy.get()));
   FUZZ_CHECK(cursor.Cline == given.Cline && cursor.Ccnt == given.Ccnt);
   FUZZ_CHECK(text.Tbuf == room.text.Tbuf && text.Tlen == room.text.Tlen);

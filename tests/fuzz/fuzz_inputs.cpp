@@ -29,7 +29,7 @@ std::uint32_t FuzzInput::Word() {
 }
 
 std::vector<std::uint8_t> FuzzInput::FileBytes(std::int32_t most) {
-  enum Kind { given, repeated, noise, text, kinds };
+  enum Kind { given, repeated, noise, text, coded, kinds };
   const int kind = Byte() % kinds;
   // Most inputs are small: what they find, large ones find more slowly.
   const std::int32_t sizes[] = {0, 1, 2, 7, 20, 50, 100, 100, 200, 200, 400, 400, 1000, 1000, 2000, 4000};
@@ -41,6 +41,8 @@ std::vector<std::uint8_t> FuzzInput::FileBytes(std::int32_t most) {
   const std::size_t period = 1 + Byte() % 7;
   const std::uint32_t seed = Word();
   std::minstd_rand random(seed);
+  static constexpr std::uint8_t kCoded[] = {'a',  '\n', '\n', 0xE6, 0xBC, 0xA2, 0xCC, 0x81, 0xD0,
+                                            0xB6, 0xF0, 0x9F, 0x98, 0x80, 0,    0xD8, 0xDC, 0x30};
   // What lies behind the first bytes repeats them, but for a few bytes: made that way, large files cost
   // little.
   constexpr std::size_t kMade = 3000;
@@ -48,6 +50,7 @@ std::vector<std::uint8_t> FuzzInput::FileBytes(std::int32_t most) {
     const auto chance = static_cast<std::uint32_t>(random() >> 4);
     bytes[i] = static_cast<std::uint8_t>(chance);
     if (kind == given && i < 200) bytes[i] = Byte();
+    if (kind == coded) bytes[i] = kCoded[(i % 3 == 0 ? chance : i) % std::size(kCoded)];
     if (kind == repeated && i >= period) bytes[i] = bytes[i - period];
     if (kind == text) {
       bytes[i] = static_cast<std::uint8_t>('a' + chance % 26);
@@ -64,8 +67,11 @@ std::vector<std::uint8_t> FuzzInput::FileBytes(std::int32_t most) {
 }
 
 ViewOptions FuzzInput::Options() {
-  return Word() & (VO_WRAP | VO_EXPANDTABS | VO_ASCII | VO_EBCDIC | VO_KEEPFF | VO_FORMFEED | VO_PAGEGAP |
-                   VO_FIXEDLEN | VO_BACKGROUND);
+  const ViewOptions word = Word();
+  const ViewOptions codes[] = {0, 0, VO_UTF8, VO_UTF16LE, VO_UTF16BE, VO_UTF8};
+  return codes[(word >> 16) % std::size(codes)] |
+         (word & (VO_WRAP | VO_EXPANDTABS | VO_ASCII | VO_EBCDIC | VO_KEEPFF | VO_FORMFEED | VO_PAGEGAP |
+                  VO_FIXEDLEN | VO_BACKGROUND));
 }
 
 std::int32_t FuzzInput::LineLen() {
@@ -177,6 +183,19 @@ void CheckBytesShown(const Shown& shown, const LineEntry& line, FilePos next, Li
   }
 }
 
+// What stands in codes of several bytes is the matter of other tests; here, that it can be drawn.
+void CheckCells(const Shown& shown, const LineEntry& line) {
+  for (std::int32_t i = 0; i < line.Llen; ++i) {
+    const Cell cell = shown.text[line.Ltext + i];
+    const Cell kind = cell & kCellKinds;
+    if (kind == 0) FUZZ_CHECK(cell <= 0x10FFFF);
+    if (kind == kClusterCell) FUZZ_CHECK(static_cast<std::int32_t>(cell & ~kCellKinds) < shown.clusters);
+    if (kind == kBadCell) FUZZ_CHECK((cell & ~kCellKinds) <= 0xFFFF);
+    if (kind == kWideTail)
+      FUZZ_CHECK(cell == kWideTail && i > 0 && shown.text[line.Ltext + i - 1] != kWideTail);
+  }
+}
+
 }  // namespace
 
 HexColumns ColumnsOfHex(ViewOptions options) {
@@ -188,6 +207,10 @@ HexColumns ColumnsOfHex(ViewOptions options) {
 bool CheckLine(const Shown& shown, const LineEntry& line, FilePos next, LineEnd end, bool headCut) {
   FUZZ_CHECK(line.Llen >= 0 && line.Llen <= std::max(shown.lineLen, 1));
   FUZZ_CHECK(line.Lpos >= shown.base && line.Lpos < shown.End());
+  if ((shown.options & VO_UNICODE) != 0) {
+    CheckCells(shown, line);
+    return true;
+  }
   if (shown.format != 0) {
     CheckBytesShown(shown, line, next, end, headCut);
     return true;

@@ -12,6 +12,7 @@
 void FuzzFormat(const std::uint8_t* data, std::size_t size);
 void FuzzLoad(const std::uint8_t* data, std::size_t size);
 void FuzzWords(const std::uint8_t* data, std::size_t size);
+void FuzzDecoder(const std::uint8_t* data, std::size_t size);
 
 class FuzzInput {
  public:
@@ -50,6 +51,7 @@ struct Shown {
   ViewOptions options = 0;
   std::int32_t lineLen = 0;
   const Cell* text = nullptr;
+  std::int32_t clusters = 0;
   [[nodiscard]] FilePos End() const { return base + bytes.size(); }
   // -1 where no byte is known.
   [[nodiscard]] int At(FilePos pos) const {

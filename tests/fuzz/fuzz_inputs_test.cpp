@@ -1,6 +1,6 @@
 // What runs the targets: libFuzzer, one of them, or an ordinary test, both with inputs from a fixed seed, the
 // same ones at each run.
-//   test_fuzz_inputs [format|load|words NUMBER]   one input alone
+//   test_fuzz_inputs [format|load|words|decoder NUMBER]   one input alone
 #include <cstdio>
 #include <cstdlib>
 #include <random>
@@ -21,7 +21,7 @@ int main(int argc, char** argv) {
     std::int64_t count;
   };
   for (const Target& target : {Target{"format", FuzzFormat, 20000}, Target{"load", FuzzLoad, 4000},
-                               Target{"words", FuzzWords, 20000}}) {
+                               Target{"words", FuzzWords, 20000}, Target{"decoder", FuzzDecoder, 20000}}) {
     if (argc > 1 && argv[1] != target.name) continue;
     const std::int64_t first = argc > 2 ? std::atoll(argv[2]) : 0;
     const std::int64_t count = argc > 2 ? 1 : target.count;

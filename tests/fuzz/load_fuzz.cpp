@@ -17,7 +17,7 @@ struct Runs {
   void Size(const RunSize& size) {
     for (const std::shared_ptr<ViewRun>& run : {shown, spare}) {
       run->Lines = {run->entries.get(), size.entries, 0, 0, 0};
-      run->Text = {run->cells.get(), size.text, 0};
+      run->Text = {run->cells.get(), size.text, 0, run->clusters.get(), 0};
     }
     shown->Lines.Aline[0] = LineEntry{};
   }
@@ -157,7 +157,8 @@ void FuzzLoad(const std::uint8_t* data, std::size_t size) {
         UsableLineLen(view.request.style.lineLen, view.request.rows, runs.shown->Text.Tlen);
     if (mustLoad) bytes.assign(view.file.bytes.begin(), view.file.bytes.end());
     CheckRun(view, *runs.shown,
-             {bytes, 0, view.format, view.request.style.options, used, runs.shown->Text.Tbuf});
+             {bytes, 0, view.format, view.request.style.options, used, runs.shown->Text.Tbuf,
+              runs.shown->Text.Tclusters});
     // In the text format, the row that holds the place is on top.
     const FilePos position = view.request.position;
     const LineArray& lines = runs.shown->Lines;
