@@ -15,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "codes/decoders.h"
 #include "engine/hex_format.h"
 #include "engine/raw_format.h"
 #include "engine/text_format.h"
@@ -52,9 +53,22 @@ std::string LogText(std::size_t size) {
   return text;
 }
 
+// The same with letters of a script, from `first` on, in the code of the options.
+std::string ScriptText(char32_t first, ViewOptions code) {
+  std::string text;
+  for (const char byte : LogText(kSliceBytes)) {
+    const bool isLetter = byte >= 'a' && byte <= 'z';
+    const char32_t one = static_cast<char32_t>(byte) + (isLetter ? first - U'a' : 0);
+    text += code == VO_UTF8 ? Utf8::Encode(one) : Utf16Le::Encode(one);
+  }
+  text.resize(kSliceBytes - 1);
+  return text;
+}
+
 // Records as large as the view's own.
 struct View {
-  View() : entries(kViewLines), characters(kViewText) {
+  View() : entries(kViewLines), characters(kViewText), clusters(kViewText) {
+    text.Tcluster = clusters.data();
     lines.Aline = entries.data();
     lines.Acnt = kViewLines;
     text.Tbuf = characters.data();
@@ -62,6 +76,7 @@ struct View {
   }
   std::vector<LineEntry> entries;
   std::vector<Cell> characters;
+  std::vector<CellCluster> clusters;
   LineArray lines;
   TextBuffer text;
 };
@@ -119,6 +134,20 @@ QUORL_BENCH_FORMAT(hex_forward, FormatHex, FILL_FORWARD, 0);
 QUORL_BENCH_FORMAT(hex_backward, FormatHex, FILL_BACKWARD, 0);
 QUORL_BENCH_FORMAT(raw_forward, FormatRaw, FILL_FORWARD, 0);
 QUORL_BENCH_FORMAT(raw_backward, FormatRaw, FILL_BACKWARD, 0);
+
+void BM_FormatScript(benchmark::State& state, char32_t first, ViewOptions code, std::int32_t direction) {
+  View view;
+  std::string bytes = ScriptText(first, code);
+  std::int64_t covered = 0;
+  for (auto _ : state)
+    covered += OnePass(FormatText, view, bytes, direction, kText | code);
+  state.SetBytesProcessed(covered);
+}
+BENCHMARK_CAPTURE(BM_FormatScript, utf8_latin, U'a', VO_UTF8, FILL_FORWARD);
+BENCHMARK_CAPTURE(BM_FormatScript, utf8_cyrillic, U'\u0430', VO_UTF8, FILL_FORWARD);
+BENCHMARK_CAPTURE(BM_FormatScript, utf8_chinese, U'\u4E00', VO_UTF8, FILL_FORWARD);
+BENCHMARK_CAPTURE(BM_FormatScript, utf8_chinese_backward, U'\u4E00', VO_UTF8, FILL_BACKWARD);
+BENCHMARK_CAPTURE(BM_FormatScript, utf16_latin, U'a', VO_UTF16LE, FILL_FORWARD);
 
 // A file of 8 GB, all hole but for a megabyte of text at each of 64 places. It takes 64 MB of disk.
 class LargeFile {
