@@ -42,10 +42,31 @@ void OneLineScroll(benchmark::State& state) {
 }
 BENCHMARK(OneLineScroll)->Unit(benchmark::kMicrosecond);
 
+std::filesystem::path SamplePath(const char* name) {
+  return std::filesystem::temp_directory_path() / (name + std::to_string(std::rand()));
+}
+
+// Rows of wide characters, a thousand different ones, from the faces that the system has for them.
+void FullRepaintChinese(benchmark::State& state) {
+  const std::string path = SamplePath("quorl_window_bench_chinese_").string();
+  {
+    std::ofstream out(path);
+    for (unsigned i = 0; i < 100 * kColumns; ++i) {
+      const unsigned character = 0x4E00 + i * 7919 % 1000;
+      out << static_cast<char>(0xE0 | character >> 12) << static_cast<char>(0x80 | (character >> 6 & 0x3F))
+          << static_cast<char>(0x80 | (character & 0x3F));
+      if (i % (kColumns / 2) == kColumns / 2 - 1) out << '\n';
+    }
+  }
+  SendMessageA(MainState.MainWindow, WM_FILE_TRY, 0, reinterpret_cast<LPARAM>(path.c_str()));
+  Pump();
+  FullRepaint(state);
+  std::filesystem::remove(path);
+}
+BENCHMARK(FullRepaintChinese)->Unit(benchmark::kMicrosecond);
+
 std::string WriteSample() {
-  const std::string path =
-      (std::filesystem::temp_directory_path() / ("quorl_window_bench_" + std::to_string(std::rand())))
-          .string();
+  const std::string path = SamplePath("quorl_window_bench_").string();
   std::ofstream out(path);
   for (int i = 0; i < 20000; ++i) {
     std::string line = "row " + std::to_string(i) + " ";
