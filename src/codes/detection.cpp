@@ -32,22 +32,24 @@ bool IsLayout(char32_t character) {
 template <typename Code>
 bool IsUtf16(std::span<const std::uint8_t> bytes, bool whole) {
   constexpr std::size_t kFewestUnits = 2;
-  constexpr std::size_t kMostControls = 64;  // one among so many units
+  constexpr std::size_t kFewestLatin = 8;    // one among so many units
+  constexpr std::size_t kMostControls = 64;  // the same
   const std::size_t units = bytes.size() / Code::kUnit;
   if (units < kFewestUnits || (whole && bytes.size() % Code::kUnit != 0)) return false;
   std::size_t latin = 0;
+  std::size_t swapped = 0;  // that would be Latin with their bytes in the other order
   std::size_t controls = 0;
   const std::uint8_t* const end = bytes.data() + units * Code::kUnit;
   for (const std::uint8_t* at = bytes.data(); at < end;) {
     const Decoded next = Code::Decode(at, end);
     if (next.length == 0) break;  // a pair that the slice cuts
     if (next.character == kNoCharacter || next.character == 0) return false;
-    if (next.character > 0xFF && (next.character & 0xFF) == 0) return false;
+    if (next.character < 0x10000 && (next.character & 0xFF) == 0) ++swapped;
     if (next.character <= 0xFF) ++latin;
     if (next.character < 0x20 && !IsLayout(next.character)) ++controls;
     at += next.length;
   }
-  return 4 * latin >= units && kMostControls * controls <= units;
+  return kFewestLatin * latin >= units && 4 * swapped <= latin && kMostControls * controls <= units;
 }
 
 }  // namespace

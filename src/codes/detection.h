@@ -15,7 +15,7 @@ enum class FoundCode : std::uint8_t {
 inline constexpr std::int32_t kDetectionBytes = 65536;
 
 // A byte order mark decides. Else text that is strict UTF-8 with a character beyond ASCII is UTF-8, and text
-// of units of which a quarter or more have a zero byte on one side, and none on the other, is UTF-16: without
+// of units of which an eighth or more have a zero byte on one side, and few on the other, is UTF-16: without
 // halves of surrogate pairs, zero units, and more than a few control characters. `whole`: the text ends with
 // the bytes; else they may cut a character.
 [[nodiscard]] FoundCode DetectCode(std::span<const std::uint8_t> bytes, bool whole);

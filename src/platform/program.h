@@ -16,7 +16,7 @@ int RunProgram(int argc, char** argv, ProgramEntry entry);
 // Runs what needs no display, but the toolkit's other means; its result.
 int RunWithoutDisplay(int argc, char** argv, const std::function<int()>& run);
 
-// The libraries that the program runs with, with their versions, a line each.
+// The libraries that the program runs with, and the Unicode version of its tables.
 [[nodiscard]] std::string ProgramLibraries();
 
 // Words of the command line behind the program's own name, as the system split them; no words where it

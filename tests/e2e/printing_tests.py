@@ -35,7 +35,7 @@ def facts_of(path):
 class Printing:
     """A viewer on a file of numbered lines, and what it prints."""
 
-    def __init__(self, bench, service=None, settings=(), file=None, bus=None):
+    def __init__(self, bench, service=None, settings=(), file=None, bus=None, title=None):
         self.bench, self.service = bench, service
         if file is None:
             text = "".join(numbered(line) + "\n" for line in range(ROWS))
@@ -47,8 +47,8 @@ class Printing:
             profile.write("[Page Setup]\nPrintOptions=0\n" + "".join(f"{line}\n" for line in settings))
         env = dict(bus.env if bus else bench.desktop.env)
         env["CUPS_SERVER"] = service.environment["CUPS_SERVER"] if service else "localhost:9"
-        self.title = "Quorl - " + os.path.basename(file)
-        self.viewer = bench.show(*(["-D"] if bus else []), file, env=env)
+        self.title = title or "Quorl - " + os.path.basename(file)
+        self.viewer = bench.show(*(["-D"] if bus else []), file, env=env, title=self.title)
 
     def keys(self, *keys):
         self.bench.desktop.keys(*keys)

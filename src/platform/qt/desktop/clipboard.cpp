@@ -38,6 +38,7 @@ HANDLE SetClipboardData(UINT format, HANDLE block) {
     return nullptr;
   }
   // Programs of this system expect a line feed at the end of a line.
+  // A byte order mark in front, which is no text, is left out.
   QApplication::clipboard()->setText(
       QString::fromUtf16(static_cast<const char16_t*>(block)).replace("\r\n", "\n"));
   std::free(block);

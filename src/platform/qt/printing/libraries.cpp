@@ -3,7 +3,9 @@
 #include <QtGlobal>
 
 #include "platform/program.h"
+#include "platform/unicode.h"
 
 std::string ProgramLibraries() {
-  return std::string("Qt ") + qVersion() + ", " + platform_printing::PageLibrary();
+  return std::string("Qt ") + qVersion() + ", " + platform_printing::PageLibrary() +
+         ", Unicode " + UnicodeVersion();
 }
