@@ -16,6 +16,9 @@ enum class CharacterKind : std::uint8_t {
 // The kind of a code point, 0 to 0x10FFFF. The soft hyphen, which people see, is narrow.
 [[nodiscard]] CharacterKind KindOfCharacter(char32_t character);
 
+// Whether people expect a colored picture: a wide symbol.
+[[nodiscard]] bool IsEmoji(char32_t character);
+
 // The simple case folding of a code point: itself, or the one that it equals when case does not matter.
 [[nodiscard]] char32_t SimpleFold(char32_t character);
 

@@ -33,6 +33,12 @@ CharacterKind KindOfCharacter(char32_t character) {
   }
 }
 
+bool IsEmoji(char32_t character) {
+  const utf8proc_category_t category = utf8proc_category(static_cast<utf8proc_int32_t>(character));
+  return (category == UTF8PROC_CATEGORY_SO || category == UTF8PROC_CATEGORY_SK) &&
+         KindOfCharacter(character) == CharacterKind::wide;
+}
+
 char32_t SimpleFold(char32_t character) {
   constexpr char32_t kDottedCapitalI = 0x130;  // folds in one language only
   if (character == kDottedCapitalI) return character;

@@ -104,7 +104,11 @@ void PaintPicture(QPainter& painter, const HFONT__& font, int x, int y, const Ce
     }
   }
   const int width = columns * font.advance;
-  QTextLayout layout(text, font.description);
+  QFont description = font.description;
+  if (IsEmoji(content.base)) {
+    description.setFamilies(QStringList(QStringLiteral("emoji")) + description.families());
+  }
+  QTextLayout layout(text, description);
   layout.beginLayout();
   const QTextLine line = layout.createLine();
   layout.endLayout();
