@@ -22,7 +22,7 @@ std::unique_ptr<T[]> Allocate(std::size_t count) {
 struct Batch {
   std::unique_ptr<LineEntry[]> entries = Allocate<LineEntry>(kViewLines);
   std::unique_ptr<Cell[]> cells = Allocate<Cell>(kBatchText);
-  std::unique_ptr<CellCluster[]> clusters = Allocate<CellCluster>(kBatchText);
+  std::unique_ptr<CellCluster[]> clusters{new (std::nothrow) CellCluster[kBatchText]};
   std::int32_t count = 0;
 };
 

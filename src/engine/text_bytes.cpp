@@ -1,10 +1,9 @@
 #include "engine/text_bytes.h"
 
 #include "codes/decoders.h"
+#include "platform/unicode.h"
 
 namespace {
-
-constexpr char32_t kReplacement = 0xFFFD;
 
 // The characters of the bytes, kNoCharacter for what is none.
 template <typename Code>
@@ -38,6 +37,6 @@ std::string TextOfBytes(std::span<const std::uint8_t> bytes, ViewOptions options
                               : (options & VO_UTF16BE) != 0 ? Characters<Utf16Be>(bytes)
                                                             : Characters<Utf8>(bytes);
   for (char32_t& character : characters)
-    if (character == kNoCharacter) character = kReplacement;
+    if (character == kNoCharacter) character = kReplacementCharacter;
   return CellsToUtf8(characters);
 }

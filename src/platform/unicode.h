@@ -4,6 +4,9 @@
 
 #include <cstdint>
 
+// What stands for bytes that are no character.
+inline constexpr char32_t kReplacementCharacter = 0xFFFD;
+
 // How a character stands in a grid of columns.
 enum class CharacterKind : std::uint8_t {
   narrow,   // one column

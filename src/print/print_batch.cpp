@@ -18,7 +18,7 @@ std::shared_ptr<PrintBatch> MakePrintBatch() {
   if (batch == nullptr) return nullptr;
   batch->entries.reset(new (std::nothrow) LineEntry[kViewLines]());
   batch->cells.reset(new (std::nothrow) Cell[kBatchText]());
-  batch->clusters.reset(new (std::nothrow) CellCluster[kBatchText]());
+  batch->clusters.reset(new (std::nothrow) CellCluster[kBatchText]);
   const bool complete = batch->entries != nullptr && batch->cells != nullptr && batch->clusters != nullptr;
   return complete ? batch : nullptr;
 }

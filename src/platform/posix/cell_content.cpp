@@ -6,7 +6,6 @@ namespace {
 
 // Stands in front of a mark that has no character to stand on.
 constexpr char32_t kMarkGround = 0x25CC;
-constexpr char32_t kReplacement = 0xFFFD;
 constexpr Cell kTabSign = 0xA4;
 
 }  // namespace
@@ -18,7 +17,7 @@ CellCluster ContentAt(CellView cells, std::size_t index) {
     content = cells.ClusterOf(cell);
     if (content.base == 0) content.base = kMarkGround;
   } else if ((cell & kCellKinds) == kBadCell) {
-    content.base = kReplacement;
+    content.base = kReplacementCharacter;
   }
   if (content.marks[0] == 0 && KindOfCharacter(content.base) == CharacterKind::mark) {
     content = {kMarkGround, {content.base}};

@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr char32_t kReplacement = 0xFFFD;
-
 // The next character of UTF-8 text (RFC 3629), whose bytes it takes off `text`. Empty, with one byte taken,
 // when that begins none.
 std::optional<char32_t> TakeCharacter(std::string_view& text) {
@@ -60,7 +58,7 @@ void EachCharacter(CellView cells, Append&& append) {
     if ((cell & kCellKinds) == 0) {
       append(cell);
     } else if ((cell & kBadCell) != 0) {
-      append(kReplacement);
+      append(kReplacementCharacter);
     } else if ((cell & kClusterCell) != 0) {
       const CellCluster& cluster = cells.ClusterOf(cell);
       if (cluster.base != 0) append(cluster.base);
