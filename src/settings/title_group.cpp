@@ -8,8 +8,8 @@
 
 namespace {
 
-constexpr std::size_t kLongestTitle = 512;    // characters
-constexpr std::size_t kLongestCharacter = 3;  // bytes of UTF-8
+constexpr std::size_t kLongestTitle = 512;                               // characters
+constexpr std::size_t kLongestCell = 4 * (1 + CellCluster::kMostMarks);  // bytes of UTF-8
 
 // A number in the file, of which a hand may have made anything, decides how many keys are deleted.
 constexpr std::int32_t kMostFormerTitles = 1000;
@@ -54,7 +54,7 @@ int LoadTitles(const char* profile, const char* section, TitleSet& titles) {
   const std::int32_t count = ReadProfileInt(profile, section, "Titles", 0);
   for (int i = 0; i < count; ++i) {
     const std::string text =
-        ReadProfileText(profile, section, TitleKey(i + 1).c_str(), "", kLongestTitle * kLongestCharacter);
+        ReadProfileText(profile, section, TitleKey(i + 1).c_str(), "", kLongestTitle * kLongestCell);
     if (!AppendTitle(titles, FilePos::At(i), TitleCells(text).View().substr(0, kLongestTitle))) break;
   }
   EndTitles(titles, FilePos::At(titles.Lines.Alast));

@@ -128,6 +128,18 @@ TEST(PdfDocument, EveryCharacterComesBackFromItsText) {
   EXPECT_EQ(text, expected);
 }
 
+TEST(PdfDocument, MarksAndWideCharactersAreText) {
+  const auto font = Courier();
+  const CellRow row = CellsOfUtf8("|e\u0301|n\u0303\u0304|\u0418\u0306|");
+  MemorySink sink;
+  PdfDocument document(sink, kDpi, "");
+  document.StartPage(kWidth, kHeight);
+  document.DrawRow(*font, 200, 0, row.View(), font->Metrics().advance, {}, kWholePage);
+  EXPECT_EQ(document.EndPage(), 0);
+  EXPECT_EQ(document.End(), 0);
+  EXPECT_EQ(TextOf(sink.bytes), "|e\u0301|n\u0303\u0304|\u0418\u0306|\n\f");
+}
+
 TEST(PdfDocument, TextKeepsToItsClipAndPageAndColumns) {
   const auto font = Courier();
   const int advance = font->Metrics().advance;

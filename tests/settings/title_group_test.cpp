@@ -43,6 +43,23 @@ TEST_F(TitleGroup, ComesBackAsItWasSaved) {
     EXPECT_EQ(titles.Lines.Aline[i].Lpos, FilePos::At(i)) << "line numbers, and their count in the end entry";
 }
 
+TEST_F(TitleGroup, KeepsWhatStandsInSeveralBytesOrColumns) {
+  const std::string text = "\u6F22 Preis e\u0301\u0302 \U0001F600 \u0416|";
+  const CellRow cells = CellsOfUtf8(text);
+  for (int i = 0; i < 3; ++i)
+    ASSERT_TRUE(AppendTitle(titles, 7, cells.View()));
+  EndTitles(titles, 8);
+  EXPECT_EQ(SaveTitles(file.c_str(), "Titles", &titles), 0);
+  ResetTitles(titles);
+  EXPECT_EQ(LoadTitles(file.c_str(), "Titles", titles), 1);
+  ASSERT_EQ(titles.Lines.Alast, 3);
+  for (int i = 0; i < 3; ++i) {
+    const CellView row = LineCells(titles.Lines.Aline[i], titles.Text);
+    EXPECT_EQ(row.size(), cells.cells.size());
+    EXPECT_EQ(CellsToUtf8(row), text);
+  }
+}
+
 TEST_F(TitleGroup, LeavesNoFormerKeysBehind) {
   folder.Write("p.ini", "[Titles]\nTitles=2000000000\nTitle2=b\nTitle3=c\nTitle5=e\nOther=o\n");
   Set({"one", "two"});

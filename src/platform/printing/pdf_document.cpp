@@ -176,10 +176,10 @@ void PdfDocument::Writer::AddGlyph(const PageFont::Glyph& glyph, char32_t charac
 
 void PdfDocument::Writer::FlushGlyphs() {
   if (!glyphs.empty()) {
-    const auto count = static_cast<int>(glyphs.size());
     cairo_set_scaled_font(context, face);
     cairo_show_text_glyphs(context, characters.data(), static_cast<int>(characters.size()), glyphs.data(),
-                           count, clusters.data(), count, cairo_text_cluster_flags_t{});
+                           static_cast<int>(glyphs.size()), clusters.data(),
+                           static_cast<int>(clusters.size()), cairo_text_cluster_flags_t{});
   }
   glyphs.clear();
   clusters.clear();
