@@ -141,6 +141,14 @@ TEST(DdeVerbs, DoWhatTheyAreFor) {
     if (c.flags != 0) EXPECT_EQ(host.search.SearchFlags, c.flags) << c.text;
   }
   Recorder host;
+  host.code = VO_UTF16LE;
+  EXPECT_EQ(RunDdeString("[Find \u0416]", host), DdeAnswer::accepted);
+  EXPECT_EQ(std::string(reinterpret_cast<const char*>(host.search.SearchKey), 2), "\x16\x04")
+      << "in the file's code";
+  EXPECT_EQ(host.search.SearchFlags, SEARCH_TEXT | VO_UTF16LE);
+  EXPECT_EQ(RunDdeString("[Find 4A4B Hex]", host), DdeAnswer::accepted);
+  EXPECT_EQ(host.search.SearchFlags, SEARCH_TEXT) << "bytes";
+  host.told = "";
   host.busy = true;
   EXPECT_EQ(RunDdeString("[Window Restore][Display Hex]", host), DdeAnswer::busy);
   EXPECT_EQ(host.told, "") << "all or nothing";
