@@ -117,13 +117,12 @@ void BesideABareRead(benchmark::State& state, Search search) {
   state.counters["of_bare_read"] = bestRead / bestSearch;
 }
 
-void SearchFor(benchmark::State& state, const char* keyText, bool exact, bool isThere) {
+void SearchFor(benchmark::State& state, const char* keyText, std::uint16_t flags, bool isThere) {
   const std::string key = keyText;
   const auto* const bytes = reinterpret_cast<const std::uint8_t*>(key.data());
   LongJob job;
   BesideABareRead(state, [&](ByteSource& source) {
-    const FilePos hit = SearchFile(source, 0, static_cast<std::int32_t>(key.size()), bytes,
-                                   exact ? SEARCH_CASE : SEARCH_TEXT, job);
+    const FilePos hit = SearchFile(source, 0, static_cast<std::int32_t>(key.size()), bytes, flags, job);
     if ((hit >= 0) != isThere) state.SkipWithError("the search is wrong");
   });
 }
@@ -160,13 +159,21 @@ void ScanOnly(benchmark::State& state, const char* keyText, bool folds, bool wid
 constexpr const char* kRareKey = "ZQ%Jx";
 constexpr const char* kCommonKey = "tested";
 constexpr const char* kLastKey = "Xylophone";
+constexpr std::uint16_t kExact = SEARCH_TEXT | SEARCH_CASE;
+constexpr std::uint16_t kFolded = SEARCH_TEXT;
+constexpr std::uint16_t kFoldedUtf8 = SEARCH_TEXT | VO_UTF8;
 
-BENCHMARK_CAPTURE(SearchFor, rare_exact, kRareKey, true, false)->UseManualTime();
-BENCHMARK_CAPTURE(SearchFor, rare_folded, kRareKey, false, false)->UseManualTime();
-BENCHMARK_CAPTURE(SearchFor, common_exact, kCommonKey, true, false)->UseManualTime();
-BENCHMARK_CAPTURE(SearchFor, common_folded, kCommonKey, false, false)->UseManualTime();
-BENCHMARK_CAPTURE(SearchFor, at_the_end_exact, kLastKey, true, true)->UseManualTime();
-BENCHMARK_CAPTURE(SearchFor, at_the_end_folded, "xYLOPHONE", false, true)->UseManualTime();
+BENCHMARK_CAPTURE(SearchFor, rare_exact, kRareKey, kExact, false)->UseManualTime();
+BENCHMARK_CAPTURE(SearchFor, rare_folded, kRareKey, kFolded, false)->UseManualTime();
+BENCHMARK_CAPTURE(SearchFor, common_exact, kCommonKey, kExact, false)->UseManualTime();
+BENCHMARK_CAPTURE(SearchFor, common_folded, kCommonKey, kFolded, false)->UseManualTime();
+BENCHMARK_CAPTURE(SearchFor, at_the_end_exact, kLastKey, kExact, true)->UseManualTime();
+BENCHMARK_CAPTURE(SearchFor, at_the_end_folded, "xYLOPHONE", kFolded, true)->UseManualTime();
+// Text in UTF-8: k and s have forms of other lengths, "ks" has nothing else.
+BENCHMARK_CAPTURE(SearchFor, utf8_common_folded, kCommonKey, kFoldedUtf8, false)->UseManualTime();
+BENCHMARK_CAPTURE(SearchFor, utf8_cyrillic_folded, "\u041E\u0448\u0438\u0431\u043A\u0430", kFoldedUtf8, false)
+    ->UseManualTime();
+BENCHMARK_CAPTURE(SearchFor, utf8_nothing_steady_folded, "sks", kFoldedUtf8, false)->UseManualTime();
 BENCHMARK_CAPTURE(MarkAllOf, no_hit, kCommonKey)->UseManualTime();
 BENCHMARK_CAPTURE(MarkAllOf, letter_e, "e")->UseManualTime()->Iterations(20);
 BENCHMARK_CAPTURE(ScanOnly, wide_exact, kCommonKey, false, true);
