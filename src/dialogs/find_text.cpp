@@ -16,6 +16,7 @@ class FindTextDialog : public Dialog {
  protected:
   bool Start() override {
     std::vector<std::string> rows;
+    rows.reserve(kRecentStrings);
     for (int row = 0; row < recent_.RecentTextCount; ++row)
       rows.push_back(HistoryText(recent_.RecentTexts[row], code_));
     FillHistory(Window(), ids::kKey, rows);

@@ -110,7 +110,8 @@ FieldCheck CheckTextKey(std::string_view text, ViewOptions formatFlags) {
     }
   }
   // The history keeps the text as it is typed.
-  if ((formatFlags & VO_UNICODE) != 0 && std::max(text.size(), TextKeyOf(text, formatFlags).size()) > kSearchKeyBytes) {
+  if ((formatFlags & VO_UNICODE) != 0 &&
+      std::max(text.size(), TextKeyOf(text, formatFlags).size()) > kSearchKeyBytes) {
     return {false, std::string(kTextName) + " length must be " + std::to_string(kSearchKeyBytes) +
                        " bytes at most, also in the code of the file!"};
   }

@@ -39,7 +39,8 @@ TEST(Detection, TellsTheCodeByTheFirstBytes) {
       {"numbers of four bytes", std::string("A\0\0\0B\0\0\0C\0\0\0", 12), FoundCode::none, FoundCode::none},
       {"small numbers of two", std::string("\1\0\2\0\3\0\4\0", 8), FoundCode::none, FoundCode::none},
       {"half a pair", Utf16(u"text \xD800 text", false), FoundCode::none, FoundCode::none},
-      {"no Latin", Utf16(u"\u0416\u0417\u0418\u0419\u041A\u041B\u041C\u041Da", false), FoundCode::none, FoundCode::none},
+      {"no Latin", Utf16(u"\u0416\u0417\u0418\u0419\u041A\u041B\u041C\u041Da", false), FoundCode::none,
+       FoundCode::none},
   };
   for (const auto& c : cases) {
     const auto found = [&](bool whole) {

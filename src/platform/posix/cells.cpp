@@ -138,7 +138,7 @@ CellRow CellsOfUtf8(std::string_view text) {
     const auto first = static_cast<std::uint8_t>(text[0]);
     const std::optional<char32_t> character = TakeCharacter(text);
     if (!character) {
-      row.cells += kBadCell | first;
+      row.cells.push_back(kBadCell | first);
       continue;
     }
     const CharacterKind kind = KindOfCharacter(*character);

@@ -135,6 +135,7 @@ PageShade ShadeOfSlots(ColorSlot text) {
 
 std::vector<CellRow> TitleTexts(const TitleSet& titles) {
   std::vector<CellRow> texts;
+  texts.reserve(kTitleSlots);
   for (int i = 0; i < titles.Lines.Alast; ++i)
     texts.push_back(CopyOf(LineCells(titles.Lines.Aline[i], titles.Text)));
   return texts;

@@ -6,6 +6,6 @@
 #include "platform/unicode.h"
 
 std::string ProgramLibraries() {
-  return std::string("Qt ") + qVersion() + ", " + platform_printing::PageLibrary() +
-         ", Unicode " + UnicodeVersion();
+  return std::string("Qt ") + qVersion() + ", " + platform_printing::PageLibrary() + ", Unicode " +
+         UnicodeVersion();
 }
