@@ -42,7 +42,7 @@ int CoverageOf(Pixel pixel, Pixel text, Pixel ground) {
 
 // A small hollow box: what stands for a character that has no picture.
 void DrawBox(QPainter& painter, const HFONT__& font, int x, int y, int columns = 1) {
-  const int width = std::max(font.advance * columns - font.advance * 2 / 5, 1);
+  const int width = std::max(font.advance * (columns - 1) + font.advance * 3 / 5, 1);
   const int height = std::max(font.ascent * 3 / 5, 1);
   const int left = x + (font.advance * columns - width) / 2;
   const int top = y + font.ascent - height;
