@@ -35,7 +35,10 @@ void PrintCommand(const PullDown& menu, UINT id) {
   const Command* const command = FindCommand(id);
   if (command == nullptr) return;
   std::string keys = command->KeyText();
-  if (command->keys[1].key != 0) keys += ", " + KeyTextOf(command->keys[1]);
+  for (std::size_t i = 1; i < std::size(command->keys); ++i) {
+    const std::string other = KeyTextOf(command->keys[i]);
+    if (!other.empty() && keys.find(other) == std::string::npos) keys += ", " + other;
+  }
   Print({"command", std::to_string(id), command->name, WithoutMarks(menu.label), WithoutMarks(command->label),
          keys});
 }

@@ -243,12 +243,16 @@ inline constexpr int VK_UP = 0x26;
 inline constexpr int VK_RIGHT = 0x27;
 inline constexpr int VK_DOWN = 0x28;
 inline constexpr int VK_INSERT = 0x2D;
+inline constexpr int VK_ADD = 0x6B;  // of the number pad, as the next one
+inline constexpr int VK_SUBTRACT = 0x6D;
 inline constexpr int VK_F1 = 0x70;
 inline constexpr int VK_F2 = 0x71;
 inline constexpr int VK_F3 = 0x72;
 inline constexpr int VK_F5 = 0x74;
 inline constexpr int VK_F11 = 0x7A;
 inline constexpr int VK_F12 = 0x7B;
+inline constexpr int VK_OEM_PLUS = 0xBB;
+inline constexpr int VK_OEM_MINUS = 0xBD;
 
 // --- Windows ---------------------------------------------------------------------------------------------
 

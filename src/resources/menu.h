@@ -9,6 +9,10 @@
 // An item that is no command but a line between groups.
 inline constexpr UINT kSeparator = 0;
 
+// Menus within menus stand among the items by numbers that no command has.
+inline constexpr UINT kFormatsSubMenu = 1001;  // in no pull-down: it stands by itself
+inline constexpr UINT kCodesSubMenu = 1002;
+
 struct PullDown {
   const char* label;
   std::span<const UINT> items;
@@ -20,9 +24,14 @@ inline constexpr UINT kFile[] = {IDM_OPEN,        IDM_CLOSE,      IDM_PRINT,    
                                  IDM_IGNORE_DDE,  kSeparator,     IDM_EXIT};
 inline constexpr UINT kEdit[] = {IDM_COPY,     IDM_SELECT_ALL, IDM_UNSELECT, kSeparator, IDM_FIND_TEXT,
                                  IDM_FIND_HEX, IDM_FIND_NEXT,  kSeparator,   IDM_GOTO};
-inline constexpr UINT kView[] = {IDM_TEXT,       IDM_HEX,    IDM_RAW,      IDM_WRAP,
-                                 IDM_NEXT_CODE,  kSeparator, IDM_ZOOM_OUT, IDM_ZOOM_IN,
-                                 IDM_ZOOM_RESET, kSeparator, IDM_ON_TOP};
+inline constexpr UINT kFormats[] = {IDM_TEXT, IDM_HEX, IDM_RAW, kSeparator, IDM_WRAP};
+inline constexpr UINT kCodes[] = {IDM_CODE_AUTOMATIC, kSeparator,       IDM_CODE_ANSI,
+                                  IDM_CODE_ASCII,     IDM_CODE_EBCDIC,  kSeparator,
+                                  IDM_CODE_UTF8,      IDM_CODE_UTF16LE, IDM_CODE_UTF16BE};
+inline constexpr UINT kView[] = {IDM_TEXT,       IDM_HEX,         IDM_RAW,       IDM_WRAP,
+                                 kCodesSubMenu,  IDM_NEXT_CODE,   kSeparator,    IDM_RELOAD,
+                                 kSeparator,     IDM_ZOOM_OUT,    IDM_ZOOM_IN,   IDM_ZOOM_RESET,
+                                 kSeparator,     IDM_STATUS_LINE, IDM_ON_TOP};
 inline constexpr UINT kFormat[] = {IDM_OPTIONS,      IDM_FONT,       IDM_COLORS,    kSeparator,
                                    IDM_SAVE_OPTIONS, IDM_SAVE_SETUP, IDM_LOAD_SETUP};
 inline constexpr UINT kMark[] = {IDM_MARK_TOGGLE, IDM_MARK_SET,  IDM_MARK_RESET,     IDM_UNMARK_ALL,
@@ -31,6 +40,16 @@ inline constexpr UINT kMark[] = {IDM_MARK_TOGGLE, IDM_MARK_SET,  IDM_MARK_RESET,
 inline constexpr UINT kHelp[] = {IDM_HELP_CONTENTS, IDM_HELP_KEYBOARD, IDM_HELP_ON_HELP, kSeparator,
                                  IDM_ABOUT};
 }  // namespace menu_items
+
+struct SubMenu {
+  UINT number;
+  const char* label;
+  std::span<const UINT> items;
+};
+inline constexpr SubMenu kSubMenus[] = {
+    {kFormatsSubMenu, "&Format", menu_items::kFormats},
+    {kCodesSubMenu, "&Character Code", menu_items::kCodes},
+};
 
 // Positions of the pull-downs in the bar.
 inline constexpr int kFileMenu = 0;

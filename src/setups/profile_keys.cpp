@@ -7,6 +7,7 @@
 #include "settings/advanced_keys.h"
 #include "settings/colors.h"
 #include "settings/format_options.h"
+#include "settings/reading_options.h"
 #include "settings/recent_lists.h"
 
 namespace {
@@ -48,6 +49,11 @@ void AddFormatKeys(Keys& keys) {
   keys.push_back({kSection, "WindowPos", "top, left, height, width", "the desktop's choice"});
 }
 
+void AddReadingKeys(Keys& keys) {
+  for (const ReadingKey& key : kReadingKeys)
+    keys.push_back({kReadingSection, key.key, Range(-1, 1), Number(ReadingOptions{}.*key.field)});
+}
+
 void AddColorKeys(Keys& keys) {
   for (const ColorSlotInfo& slot : kColorSlotInfos) {
     const bool systems = slot.systemColor != kNoSystemColor;
@@ -86,6 +92,7 @@ std::vector<ProfileKey> ProfileKeys() {
   Keys keys;
   AddAdvancedKeys(keys);
   AddFormatKeys(keys);
+  AddReadingKeys(keys);
   AddColorKeys(keys);
   AddPrintKeys(keys);
   AddLists(keys);

@@ -8,6 +8,7 @@
 
 int LoadDefaults(Settings& settings) {
   LoadOptions("Quorl", GROUP_ALL & ~(GROUP_PAGE | GROUP_PRINTER | GROUP_COLORS | GROUP_SHADES), settings);
+  LoadReading(settings.ProfilePath, settings);
   LoadWindowColors(settings.ProfilePath, "Quorl Colors");
   LoadPrintShades(settings.ProfilePath, "Quorl Colors");
   LoadPrinter(settings.ProfilePath, "Print Setup", settings);
@@ -48,6 +49,7 @@ FileError SaveGroups(const SaveChoice& choice, const RECT* window, const TitleSe
     std::int32_t groups;
     const char* section;
   } kSections[] = {{GROUP_FORMAT, "Quorl"},
+                   {GROUP_FORMAT, kReadingSection},
                    {GROUP_TITLES, "Titles"},
                    {GROUP_PAGE, "Page Setup"},
                    {GROUP_PRINTER, "Print Setup"},
@@ -63,6 +65,7 @@ FileError SaveGroups(const SaveChoice& choice, const RECT* window, const TitleSe
       if ((choice.save & group) != 0) static_cast<void>(saveGroup());
     };
     save(GROUP_FORMAT, [&] { return SaveFormat(profile, "Quorl", settings, window); });
+    save(GROUP_FORMAT, [&] { return SaveReading(profile, settings); });
     save(GROUP_TITLES, [&] { return SaveTitles(profile, "Titles", &titles); });
     save(GROUP_PAGE, [&] { return SavePageSetup(profile, "Page Setup", settings); });
     save(GROUP_PRINTER, [&] { return SavePrinter(profile, "Print Setup", settings); });

@@ -10,6 +10,7 @@
 #include "settings/advanced_keys.h"
 #include "settings/format_options.h"
 #include "settings/profile_place.h"
+#include "settings/reading_options.h"
 #include "settings/recent_lists.h"
 
 // Bits of a mask of groups.
@@ -28,6 +29,7 @@ inline constexpr std::int32_t GROUP_ALL = -1;
 struct Settings : ProfilePlace,
                   AdvancedKeys,
                   FormatOptions,
+                  ReadingOptions,
                   PageSetup,
                   ChosenPrinter,
                   RecentFileList,

@@ -13,6 +13,7 @@
 #include "window/printing/page_setup.h"
 #include "window/printing/print_file.h"
 #include "window/printing/print_job.h"
+#include "window/reading/status.h"
 #include "window/service/service.h"
 #include "window/setups.h"
 #include "window/titles.h"
@@ -36,6 +37,12 @@ LRESULT FormatCommand(UINT id);
 LRESULT WrapCommand(UINT id);
 LRESULT NextCodeCommand(UINT id);
 
+// The code of the command.
+LRESULT CodeCommand(UINT id);
+
+// Reads the file anew at the same place.
+LRESULT ReloadCommand(UINT id);
+
 // Toggles "always on top", or sets it.
 LRESULT OnTopCommand(UINT id);
 
@@ -51,6 +58,13 @@ LRESULT OnTopCommand(UINT id);
 [[nodiscard]] bool ShowsHex();
 [[nodiscard]] bool ShowsRaw();
 [[nodiscard]] bool Wraps();
+[[nodiscard]] bool UsesAutomatic();
+[[nodiscard]] bool UsesAnsi();
+[[nodiscard]] bool UsesAscii();
+[[nodiscard]] bool UsesEbcdic();
+[[nodiscard]] bool UsesUtf8();
+[[nodiscard]] bool UsesUtf16Le();
+[[nodiscard]] bool UsesUtf16Be();
 [[nodiscard]] bool StaysOnTop();
 [[nodiscard]] bool IsLarger();
 [[nodiscard]] bool IsSmaller();

@@ -27,7 +27,7 @@ struct Command {
   UINT id;
   const char* name;    // unique, for those who name a command in words
   const char* label;   // null: no menu item, or one whose text is made at run time
-  CommandKey keys[2];  // the first stands in the menu
+  CommandKey keys[5];  // the first stands in the menu
   Needs needs;
   CommandState isLive;    // the menu item is not gray; null: always
   CommandState isTicked;  // null: never
@@ -61,7 +61,7 @@ inline constexpr Command kRows[] = {
     {IDM_PAGE_SETUP, "page-setup", "Page Se&tup...", {}, Needs::nothing, nullptr, nullptr, PageSetupCommand},
     {IDM_PRINT_PAGE, "print-page", "Print Pa&ge", {Ctrl('P')}, Needs::file, FileIsOpen, nullptr, PrintCommand},
     {IDM_IGNORE_DDE, "ignore-dde", "Ignore &DDE", {}, Needs::nothing, nullptr, IgnoresDde, IgnoreDdeCommand},
-    {IDM_EXIT, "exit", "E&xit", {}, Needs::nothing, nullptr, nullptr, ExitCommand},
+    {IDM_EXIT, "exit", "E&xit", {Ctrl('Q')}, Needs::nothing, nullptr, nullptr, ExitCommand},
     {IDM_PRINT_FILE, "print-file", nullptr, {}, Needs::file, nullptr, nullptr, PrintCommand},
     {IDM_PRINT_TAGS, "print-tags", "Print T&ags...", {}, Needs::file, TagsAreSet, nullptr, PrintCommand},
     {IDM_PRINT_TAGS_NOW, "print-tags-now", nullptr, {}, Needs::file, nullptr, nullptr, PrintCommand},
@@ -79,11 +79,11 @@ inline constexpr Command kRows[] = {
     {IDM_HELP_KEYBOARD, "help-keyboard", "&Keyboard", {Key(0, VK_F1)}, Needs::nothing, nullptr, nullptr, HelpCommand},
     {IDM_HELP_ON_HELP, "help-on-help", "&Help on help", {}, Needs::nothing, nullptr, nullptr, HelpCommand},
     {IDM_ABOUT, "about", "&About...", {}, Needs::nothing, nullptr, nullptr, AboutCommand},
-    {IDM_FIND_TEXT, "find-text", "&Find Text...", {Key(FSHIFT, VK_F3)}, Needs::file, FileIsOpen, nullptr, FindDialogCommand},
+    {IDM_FIND_TEXT, "find-text", "&Find Text...", {Key(FSHIFT, VK_F3), Ctrl('F')}, Needs::file, FileIsOpen, nullptr, FindDialogCommand},
     {IDM_FIND_HEX, "find-hex", "Find &Hex...", {Key(FCONTROL, VK_F3)}, Needs::file, FileIsOpen, nullptr, FindDialogCommand},
     {IDM_FIND_NEXT, "find-next", "Find &Next", {Key(0, VK_F3)}, Needs::file, SearchCanGoOn, nullptr, FindNextCommand},
     {IDM_FIND_MARK_ALL, "find-mark-all", nullptr, {}, Needs::file, nullptr, nullptr, FindMarkAllCommand},
-    {IDM_GOTO, "goto", "&Go To...", {Key(0, VK_F5)}, Needs::file, FileIsOpen, nullptr, GoToCommand},
+    {IDM_GOTO, "goto", "&Go To...", {Key(0, VK_F5), Ctrl('G')}, Needs::file, FileIsOpen, nullptr, GoToCommand},
     {IDM_OPTIONS, "options", "&Options...", {Ctrl('O')}, Needs::nothing, nullptr, nullptr, OptionsCommand},
     {IDM_FONT, "font", "&Font...", {}, Needs::nothing, nullptr, nullptr, FontCommand},
     {IDM_COLORS, "colors", "Co&lor...", {}, Needs::nothing, nullptr, nullptr, ColorsCommand},
@@ -92,7 +92,7 @@ inline constexpr Command kRows[] = {
     {IDM_LOAD_SETUP, "load-setup", "Loa&d Setup...", {}, Needs::nothing, nullptr, nullptr, LoadSetupCommand},
     {IDM_RELOAD_SETUP, "reload-setup", nullptr, {}, Needs::nothing, nullptr, nullptr, LoadSetupCommand},
     {IDM_COPY, "copy", "&Copy", {Ctrl('C'), Key(FCONTROL, VK_INSERT)}, Needs::file, FileIsOpen, nullptr, CopyCommand},
-    {IDM_SELECT_ALL, "select-all", "&Select All", {}, Needs::file, FileIsOpen, nullptr, SelectAllCommand},
+    {IDM_SELECT_ALL, "select-all", "&Select All", {Ctrl('A')}, Needs::file, FileIsOpen, nullptr, SelectAllCommand},
     {IDM_UNSELECT, "unselect", "&Unselect", {}, Needs::file, FileIsOpen, nullptr, UnselectCommand},
     {IDM_RECENT1, "recent1", nullptr, {}, Needs::nothing, nullptr, nullptr, OpenRecentCommand},
     {IDM_RECENT2, "recent2", nullptr, {}, Needs::nothing, nullptr, nullptr, OpenRecentCommand},
@@ -103,11 +103,22 @@ inline constexpr Command kRows[] = {
     {IDM_RAW, "raw", "&Raw Text", {Ctrl('R')}, Needs::nothing, nullptr, ShowsRaw, FormatCommand},
     {IDM_WRAP, "wrap", "&Wrap", {Ctrl('W')}, Needs::nothing, nullptr, Wraps, WrapCommand},
     {IDM_NEXT_CODE, "next-code", "Next C&ode", {Ctrl('U')}, Needs::nothing, nullptr, nullptr, NextCodeCommand},
+    {IDM_CODE_AUTOMATIC, "code-automatic", "A&utomatic", {}, Needs::nothing, nullptr, UsesAutomatic, CodeCommand},
+    {IDM_CODE_ANSI, "code-ansi", "&ANSI", {}, Needs::nothing, nullptr, UsesAnsi, CodeCommand},
+    {IDM_CODE_ASCII, "code-ascii", "A&SCII", {}, Needs::nothing, nullptr, UsesAscii, CodeCommand},
+    {IDM_CODE_EBCDIC, "code-ebcdic", "&EBCDIC", {}, Needs::nothing, nullptr, UsesEbcdic, CodeCommand},
+    {IDM_CODE_UTF8, "code-utf8", "UTF-&8", {}, Needs::nothing, nullptr, UsesUtf8, CodeCommand},
+    {IDM_CODE_UTF16LE, "code-utf16le", "UTF-16&LE", {}, Needs::nothing, nullptr, UsesUtf16Le, CodeCommand},
+    {IDM_CODE_UTF16BE, "code-utf16be", "UTF-16&BE", {}, Needs::nothing, nullptr, UsesUtf16Be, CodeCommand},
+    {IDM_FORMAT_LIST, "format-list", nullptr, {}, Needs::nothing, nullptr, nullptr, FormatListCommand},
+    {IDM_CODE_LIST, "code-list", nullptr, {}, Needs::nothing, nullptr, nullptr, CodeListCommand},
+    {IDM_RELOAD, "reload", "Re&load", {Key(FCONTROL, VK_F5)}, Needs::file, FileIsOpen, nullptr, ReloadCommand},
+    {IDM_STATUS_LINE, "status-line", "&Status Line", {}, Needs::nothing, nullptr, StatusLineShown, StatusLineCommand},
     {IDM_ON_TOP, "on-top", "Alwa&ys on Top", {}, Needs::nothing, nullptr, StaysOnTop, OnTopCommand},
     {IDM_ON_TOP_SET, "on-top-set", nullptr, {}, Needs::nothing, nullptr, nullptr, OnTopCommand},
-    {IDM_ZOOM_IN, "zoom-in", "Zoom &In", {Key(FCONTROL | FSHIFT, 'Z')}, Needs::nothing, nullptr, IsLarger, ZoomCommand},
-    {IDM_ZOOM_OUT, "zoom-out", "Zoom &Out", {Key(FCONTROL, 'Z')}, Needs::nothing, nullptr, IsSmaller, ZoomCommand},
-    {IDM_ZOOM_RESET, "zoom-reset", "&Reset Zoom", {Key(FCONTROL | FALT, 'Z')}, Needs::nothing, nullptr, nullptr, ZoomCommand},
+    {IDM_ZOOM_IN, "zoom-in", "Zoom &In", {Key(FCONTROL | FSHIFT, 'Z'), Key(FCONTROL, VK_OEM_PLUS), Key(FCONTROL | FSHIFT, VK_OEM_PLUS), Key(FCONTROL, VK_ADD)}, Needs::nothing, nullptr, IsLarger, ZoomCommand},
+    {IDM_ZOOM_OUT, "zoom-out", "Zoom &Out", {Key(FCONTROL, 'Z'), Key(FCONTROL, VK_OEM_MINUS), Key(FCONTROL, VK_SUBTRACT)}, Needs::nothing, nullptr, IsSmaller, ZoomCommand},
+    {IDM_ZOOM_RESET, "zoom-reset", "&Reset Zoom", {Key(FCONTROL | FALT, 'Z'), Key(FCONTROL, '0')}, Needs::nothing, nullptr, nullptr, ZoomCommand},
 };
 // clang-format on
 }  // namespace command_table

@@ -47,8 +47,12 @@ static_assert(KeysAndNamesAreUnique());
 
 constexpr std::ptrdiff_t CountMenuItems(UINT id) {
   std::ptrdiff_t count = 0;
-  for (const PullDown& menu : kMenuBar)
+  for (const PullDown& menu : kMenuBar) {
     count += std::ranges::count(menu.items, id);
+    for (const SubMenu& within : kSubMenus) {
+      if (std::ranges::count(menu.items, within.number) > 0) count += std::ranges::count(within.items, id);
+    }
+  }
   return count;
 }
 
@@ -59,12 +63,24 @@ constexpr bool MenuIsSound() {
   }
   for (const PullDown& menu : kMenuBar) {
     for (const UINT id : menu.items) {
-      if (id != kSeparator && !IsCommand(id)) return false;
+      if (std::ranges::count(kSubMenus, id, &SubMenu::number) == 0 && id != kSeparator && !IsCommand(id))
+        return false;
     }
   }
   return true;
 }
 static_assert(MenuIsSound());
+
+static_assert(IDM_CODE_AUTOMATIC - IDM_CODE_ANSI == kCodeAutomatic &&
+              IDM_CODE_UTF16BE - IDM_CODE_ANSI == kCodeUtf16Be);
+
+void UseCode(std::int32_t code) {
+  MainState.CharCode = code;
+  ApplyCharCode(MainState);
+  ReformatView();
+  // Behind the load, which takes notices away.
+  PostMessageA(MainState.MainWindow, WM_VIEW_CODE, 0, 0);
+}
 
 }  // namespace
 
@@ -140,13 +156,19 @@ LRESULT WrapCommand(UINT /*id*/) {
 }
 
 LRESULT NextCodeCommand(UINT /*id*/) {
-  MainWindowState& state = MainState;
-  const auto* const code = std::ranges::find(kCodeOrder, state.CharCode);
-  state.CharCode = kCodeOrder[(code - kCodeOrder + 1) % kCodes];
-  ApplyCharCode(state);
-  ReformatView();
-  // Behind the load, which takes notices away.
-  PostMessageA(state.MainWindow, WM_VIEW_CODE, 0, 0);
+  const auto* const code = std::ranges::find(kCodeOrder, MainState.CharCode);
+  UseCode(kCodeOrder[(code - kCodeOrder + 1) % kCodes]);
+  return 0;
+}
+
+LRESULT CodeCommand(UINT id) {
+  UseCode(static_cast<std::int32_t>(id - IDM_CODE_ANSI));
+  return 0;
+}
+
+LRESULT ReloadCommand(UINT /*id*/) {
+  MainState.File.Fcode = VO_AUTOCODE;
+  PostMessageA(MainState.MainWindow, WM_VIEW_LOAD, 0, kNoPosition.Offset());
   return 0;
 }
 
@@ -193,6 +215,34 @@ bool ShowsRaw() {
 
 bool Wraps() {
   return (MainState.FormatFlags & VO_WRAP) != 0;
+}
+
+bool UsesAutomatic() {
+  return MainState.CharCode == kCodeAutomatic;
+}
+
+bool UsesAnsi() {
+  return MainState.CharCode == kCodeAnsi;
+}
+
+bool UsesAscii() {
+  return MainState.CharCode == kCodeAscii;
+}
+
+bool UsesEbcdic() {
+  return MainState.CharCode == kCodeEbcdic;
+}
+
+bool UsesUtf8() {
+  return MainState.CharCode == kCodeUtf8;
+}
+
+bool UsesUtf16Le() {
+  return MainState.CharCode == kCodeUtf16Le;
+}
+
+bool UsesUtf16Be() {
+  return MainState.CharCode == kCodeUtf16Be;
 }
 
 bool StaysOnTop() {

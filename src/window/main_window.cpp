@@ -20,6 +20,7 @@
 #include "window/painting.h"
 #include "window/printing/print_job.h"
 #include "window/private_messages.h"
+#include "window/reading/status.h"
 #include "window/scrolling.h"
 #include "window/selection.h"
 #include "window/titles.h"
@@ -60,6 +61,7 @@ LRESULT CreateView(HWND window) {
   LoadFirstTitles();
   TrimMenus(window);
   state.FontIsStock = 1;
+  UpdateStatus();
   SendMessageA(window, WM_VIEW_FONT, 0, 0);
   if (!AllocateView()) {
     MessageBeep(MB_ICONHAND);

@@ -16,9 +16,22 @@ bool Works(const Command& command) {
   return command.isLive == nullptr || command.isLive();
 }
 
+const SubMenu* FindSubMenu(UINT number) {
+  const auto* const found = std::ranges::find(kSubMenus, number, &SubMenu::number);
+  return found == std::end(kSubMenus) ? nullptr : found;
+}
+
+void AppendItems(HMENU popup, std::span<const UINT> items);
+
 void AppendItem(HMENU popup, UINT id) {
   if (id == kSeparator) {
     AppendMenuA(popup, MF_SEPARATOR, 0, nullptr);
+    return;
+  }
+  if (const SubMenu* const within = FindSubMenu(id)) {
+    const HMENU menu = CreatePopupMenu();
+    AppendItems(menu, within->items);
+    AppendMenuA(popup, MF_POPUP, reinterpret_cast<UINT_PTR>(menu), within->label);
     return;
   }
   const Command* command = FindCommand(id);
@@ -26,6 +39,11 @@ void AppendItem(HMENU popup, UINT id) {
   std::string text = command->label;
   if (const std::string key = command->KeyText(); !key.empty()) text += '\t' + key;
   AppendMenuA(popup, MF_STRING | MF_ENABLED, id, text.c_str());
+}
+
+void AppendItems(HMENU popup, std::span<const UINT> items) {
+  for (const UINT id : items)
+    AppendItem(popup, id);
 }
 
 // The recent files stand behind the items of the File menu.
@@ -40,8 +58,9 @@ void UpdateRecentFiles(HMENU popup) {
   }
 }
 
-void UpdateItems(HMENU popup, const PullDown& pullDown) {
-  for (const UINT id : pullDown.items) {
+void UpdateItems(HMENU popup, std::span<const UINT> items) {
+  for (const UINT id : items) {
+    if (const SubMenu* const within = FindSubMenu(id)) UpdateItems(popup, within->items);
     const Command* command = FindCommand(id);
     if (command == nullptr) continue;
     EnableMenuItem(popup, id, MF_BYCOMMAND | (Works(*command) ? MF_ENABLED : MF_GRAYED));
@@ -78,8 +97,7 @@ HMENU BuildMenuBar() {
   if (bar == nullptr) return nullptr;
   for (const PullDown& pullDown : kMenuBar) {
     const HMENU popup = CreatePopupMenu();
-    for (const UINT id : pullDown.items)
-      AppendItem(popup, id);
+    AppendItems(popup, pullDown.items);
     AppendMenuA(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(popup), pullDown.label);
   }
   return bar;
@@ -102,6 +120,8 @@ std::string KeyTextOf(const CommandKey& key) {
   std::string text = control ? "Ctrl+" : "";
   if ((key.modifiers & FALT) != 0) text += "Alt+";
   if ((key.modifiers & FSHIFT) != 0) text += control ? "Sh+" : "Shift+";
+  if (key.key == VK_OEM_PLUS || key.key == VK_ADD) return text + "Plus";
+  if (key.key == VK_OEM_MINUS || key.key == VK_SUBTRACT) return text + "Minus";
   if (key.key >= VK_F1) return text + 'F' + std::to_string(key.key - VK_F1 + 1);
   return text + (key.key == VK_INSERT ? std::string("Ins") : std::string(1, static_cast<char>(key.key)));
 }
@@ -123,5 +143,13 @@ void UpdatePullDown(HWND window, int position) {
   const int menu = MenuAt(bar, position);
   if (menu < 0) return;
   if (menu == kFileMenu) UpdateRecentFiles(popup);
-  UpdateItems(popup, kMenuBar[menu]);
+  UpdateItems(popup, kMenuBar[menu].items);
+}
+
+HMENU BuildPopup(UINT submenu) {
+  const HMENU popup = CreatePopupMenu();
+  const SubMenu* const menu = FindSubMenu(submenu);
+  AppendItems(popup, menu->items);
+  UpdateItems(popup, menu->items);
+  return popup;
 }

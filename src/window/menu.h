@@ -24,6 +24,9 @@ void AppendRecentSeparator(HWND window);
 // WM_INITMENUPOPUP: sets the items of the pull-down at `position` of the window's bar.
 void UpdatePullDown(HWND window, int position);
 
+// One of the menus within menus, to be shown by itself; its items are set.
+[[nodiscard]] HMENU BuildPopup(UINT submenu);
+
 // The label of recent file `number`, from 1 on: the number as the access key, and its base name, behind which
 // its folder stands when another recent file has the same name. At most kRecentItemChars characters: what is
 // longer is shortened in the middle. Each & is doubled so that it shows as itself.

@@ -2,6 +2,7 @@
 
 #include "settings/colors.h"
 #include "window/main_window_state.h"
+#include "window/reading/status.h"
 
 namespace {
 
@@ -15,12 +16,14 @@ RECT NoticeRect() {
 void ShowNotice(const std::string& text) {
   if (MainState.Notice == text) return;
   MainState.Notice = text;
+  UpdateStatus();
+  if (StatusLineShown()) return;
   const RECT rect = NoticeRect();
   InvalidateRect(MainState.MainWindow, &rect, FALSE);
 }
 
 void DrawNotice(HDC dc) {
-  if (MainState.Notice.empty()) return;
+  if (MainState.Notice.empty() || StatusLineShown()) return;
   const std::string text = " " + MainState.Notice + " ";
   const RECT rect = NoticeRect();
   const COLORREF formerText = SetTextColor(dc, ColorTable[CommentText]);

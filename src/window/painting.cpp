@@ -6,6 +6,7 @@
 #include "platform/bus.h"
 #include "window/main_window_state.h"
 #include "window/notice.h"
+#include "window/reading/status.h"
 #include "window/scrolling.h"
 
 namespace {
@@ -214,5 +215,6 @@ void PaintWindow() {
   }
   SelectObject(dc, formerFont);
   EndPaint(MainState.MainWindow, &paint);
+  UpdateStatus();
   PublishBusState();
 }

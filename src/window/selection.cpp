@@ -6,6 +6,7 @@
 #include "window/main_window_state.h"
 #include "window/navigation.h"
 #include "window/private_messages.h"
+#include "window/reading/status.h"
 
 namespace {
 
@@ -64,6 +65,7 @@ void SetSelection(const Range& range) {
   const HDC dc = GetDC(state.MainWindow);
   InvertSelectionChange(dc, state.Lines, before, range);
   ReleaseDC(state.MainWindow, dc);
+  UpdateStatus();
 }
 
 // A selection that was not made with the mouse (a hit of a search, the whole file) is what a drag with the

@@ -11,7 +11,7 @@ import bus_tests
 import desktop
 import print_service
 from desktop import wait_until
-from viewer_tests import drag, numbered
+from viewer_tests import PLAIN_READING, drag, numbered
 
 ROWS = 500
 
@@ -44,7 +44,7 @@ class Printing:
         os.makedirs(folder, exist_ok=True)
         with open(os.path.join(folder, "QUORL.INI"), "w", encoding="utf-8") as profile:
             # Headings would be the first line of each page.
-            profile.write("[Page Setup]\nPrintOptions=0\n" + "".join(f"{line}\n" for line in settings))
+            profile.write("[Page Setup]\nPrintOptions=0\n" + "".join(f"{line}\n" for line in settings) + PLAIN_READING)
         env = dict(bus.env if bus else bench.desktop.env)
         env["CUPS_SERVER"] = service.environment["CUPS_SERVER"] if service else "localhost:9"
         self.title = title or "Quorl - " + os.path.basename(file)

@@ -8,7 +8,7 @@ import subprocess
 
 import desktop
 from desktop import Failure, wait_until
-from viewer_tests import WINDOW, Bench, dialog_of, drag, point_at, press, row_center, type_text
+from viewer_tests import PLAIN_READING, WINDOW, Bench, dialog_of, drag, point_at, press, row_center, type_text
 
 SESSIONS = os.path.join(desktop.ROOT, "tests", "sessions")
 DRIVER = os.path.join(desktop.BUILD, "bin", "sessions_driver")
@@ -45,6 +45,8 @@ class Player:
             with open(path, encoding="utf-8") as file:
                 own = file.read()
             profile = own.replace("[Quorl]\n", BARS, 1) if "[Quorl]\n" in own else BARS + own
+        if "[Quorl Reading]" not in profile:
+            profile += PLAIN_READING
         path = os.path.join(self.bench.desktop.env["XDG_CONFIG_HOME"], "quorl", "QUORL.INI")
         os.makedirs(os.path.dirname(path), exist_ok=True)
         with open(path, "w", encoding="utf-8") as file:

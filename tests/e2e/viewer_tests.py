@@ -20,6 +20,10 @@ def numbered(line):
     return f"{line:06d} the quick brown fox jumps over the lazy dog"
 
 
+# Turns off what is beside the view.
+PLAIN_READING = "[Quorl Reading]\nStatusLine=0\nLightHits=0\n"
+
+
 class Bench:
     """What the tests share: the desktop, a folder for files, and the reader, made at first use."""
 
@@ -58,8 +62,12 @@ class Bench:
             self.viewers.pop().close()
 
     def forget_settings(self):
-        """The next viewer starts as on its first day."""
-        shutil.rmtree(os.path.join(self.desktop.env["XDG_CONFIG_HOME"], "quorl"), ignore_errors=True)
+        """The next viewer starts as on its first day, but for what is beside the view."""
+        folder = os.path.join(self.desktop.env["XDG_CONFIG_HOME"], "quorl")
+        shutil.rmtree(folder, ignore_errors=True)
+        os.makedirs(folder)
+        with open(os.path.join(folder, "QUORL.INI"), "w", encoding="ascii") as profile:
+            profile.write(PLAIN_READING)
 
     def profile(self):
         with open(os.path.join(self.desktop.env["XDG_CONFIG_HOME"], "quorl", "QUORL.INI"), encoding="utf-8") as file:

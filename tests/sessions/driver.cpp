@@ -123,6 +123,8 @@ std::pair<int, int> ParseSize(const std::string& text) {
   return {std::stoi(text), std::stoi(text.substr(text.find('x') + 1))};
 }
 
+constexpr std::string_view kPlainReading = "[Quorl Reading]\nStatusLine=0\nLightHits=0\n";
+
 fs::path ProfileFile() {
   return fs::current_path() / "quorl" / "QUORL.INI";
 }
@@ -159,7 +161,9 @@ Setting ReadSetting(const Words& lines) {
     }
   }
   if (setting.words.empty()) setting.words = {first};
-  if (profile.empty()) return setting;
+  // What is beside the view is off unless the session speaks of it.
+  if (profile.find("[Quorl Reading]") == std::string::npos)
+    profile += kPlainReading;
   fs::create_directories(ProfileFile().parent_path());
   PutContent(ProfileFile(), profile, std::ios::trunc);
   return setting;
@@ -183,7 +187,10 @@ class Player {
     } else if (verb == "clipboard") {
       seen = Lines(platform_testing::ClipboardText());
     } else if (verb == "settings") {
-      seen = Lines(ContentOf(ProfileFile()));
+      std::string text = ContentOf(ProfileFile());
+      if (const std::size_t at = text.find(kPlainReading); at != std::string::npos)
+        text.erase(at, kPlainReading.size());
+      seen = Lines(text);
     } else {
       Do(verb, step);
     }

@@ -30,7 +30,7 @@ TEST(MenuTrimming, DeletesItemsByTheirLettersAndTidiesSeparators) {
       {"DeleteMenu2=g", kEditMenu, "CSU|FHN"},
       {"DeleteMenu2=csufhng", kEditMenu, ""},
       {"DeleteMenu2=1-?", kEditMenu, "CSU|FHN|G"},
-      {"DeleteMenu3=R", kViewMenu, "THWo|OI|y"},
+      {"DeleteMenu3=R", kViewMenu, "THWCo|l|OI|Sy"},
       {"deletemenu1 = dx", kFileMenu, "OCPtrga|"},
       {"DeleteMenu5=TSRUNFCea", kMarkMenu, ""},
       {"DeleteMenu7=*", kHelpMenu, "CKH|A"},

@@ -21,15 +21,15 @@ class Viewer {
  public:
   static constexpr int kColumns = 80;
   static constexpr int kRows = 24;
+  // Turns off what is beside the view; stands behind every profile.
+  static constexpr const char* kPlainReading = "[Quorl Reading]\nStatusLine=0\nLightHits=0\n";
 
   // Starts the program with a profile of this text, or none, and works the queue off. The window is made to
   // hold kColumns and kRows, or keeps the size that it starts with.
   explicit Viewer(std::vector<std::string> words, const std::string& profile = "", bool resize = true) {
     std::filesystem::remove_all(std::getenv("XDG_CONFIG_HOME"));
-    if (!profile.empty()) {
-      std::filesystem::create_directories(ProfileFile().parent_path());
-      std::ofstream(ProfileFile()) << profile;
-    }
+    std::filesystem::create_directories(ProfileFile().parent_path());
+    std::ofstream(ProfileFile()) << profile << (profile.empty() || profile.ends_with('\n') ? "" : "\n") << kPlainReading;
     platform_testing::SetCommandWords(std::move(words));
     EXPECT_EQ(StartProgram(nullptr, nullptr, "", SW_SHOWNORMAL), std::nullopt);
     window_ = MainState.MainWindow;
@@ -55,7 +55,10 @@ class Viewer {
   }
   static std::string Profile() {
     std::ifstream file(ProfileFile());
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::string text{std::istreambuf_iterator<char>(file), {}};
+    if (const std::size_t at = text.find(kPlainReading); at != std::string::npos)
+      text.erase(at, std::string(kPlainReading).size());
+    return text;
   }
 
   bool Pump() {

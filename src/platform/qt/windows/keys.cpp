@@ -70,6 +70,13 @@ int VirtualKeyOf(const QKeyEvent& event) {
   if (key >= Qt::Key_F1 && key <= Qt::Key_F24) {
     return VK_F1 + (key - Qt::Key_F1);
   }
+  const bool pad = event.modifiers().testFlag(Qt::KeypadModifier);
+  if (key == Qt::Key_Plus || key == Qt::Key_Equal) {
+    return pad ? VK_ADD : VK_OEM_PLUS;
+  }
+  if (key == Qt::Key_Minus || key == Qt::Key_Underscore) {
+    return pad ? VK_SUBTRACT : VK_OEM_MINUS;
+  }
   for (const KeyPair& pair : kKeys) {
     if (pair.toolkit == key) {
       return pair.virtualKey;

@@ -35,6 +35,7 @@ void LayOut(const MainWindow& window) {
   layout->addWidget(window.client, 0, 0);
   layout->addWidget(window.bars[SB_VERT], 0, 1);
   layout->addWidget(window.bars[SB_HORZ], 1, 0);
+  layout->addWidget(window.status, 2, 0, 1, 2);
   layout->setRowStretch(0, 1);
   layout->setColumnStretch(0, 1);
   layout->setMenuBar(window.menuBar);
@@ -60,6 +61,8 @@ MainWindow::MainWindow(const WindowClass& itsClass, DWORD style, HMENU itsMenu)
   const auto wheel = [area = client](QWheelEvent* event) { area->TakeWheel(event); };
   bars[SB_VERT] = new ScrollBar(frame, this, SB_VERT, wheel);
   bars[SB_HORZ] = new ScrollBar(frame, this, SB_HORZ, wheel);
+  status = new StatusBar(frame, this);
+  status->hide();
   LayOut(*this);
   frame->setFocusProxy(client);
   bars[SB_VERT]->setVisible((style & WS_VSCROLL) != 0);
@@ -81,6 +84,7 @@ MainWindow::~MainWindow() {
   frame->Disown();
   bars[SB_HORZ]->Disown();
   bars[SB_VERT]->Disown();
+  status->Disown();
   frame->hide();
   frame->deleteLater();
   if (menu != nullptr) {
@@ -101,7 +105,8 @@ void MainWindow::TakeFocus() {
 // The frame itself stays enabled: dialogs of the window are among its children.
 bool MainWindow::Enable(bool wanted) {
   const bool wasEnabled = client->isEnabledTo(frame);
-  for (QWidget* const part : std::initializer_list<QWidget*>{client, menuBar, bars[SB_HORZ], bars[SB_VERT]}) {
+  for (QWidget* const part :
+       std::initializer_list<QWidget*>{client, menuBar, bars[SB_HORZ], bars[SB_VERT], status}) {
     part->setEnabled(wanted);
   }
   frame->LetClose(wanted);
@@ -160,6 +165,15 @@ void MainWindow::SetBarShown(int bar, bool wanted) {
   }
   ++barChanges_;
   itsBar.setVisible(wanted);
+  frame->layout()->activate();
+  SyncSize();
+}
+
+void MainWindow::SetStatusShown(bool wanted) {
+  if (status->isHidden() != wanted) {
+    return;
+  }
+  status->setVisible(wanted);
   frame->layout()->activate();
   SyncSize();
 }

@@ -8,6 +8,7 @@
 #include "platform/qt/windows/client_area.h"
 #include "platform/qt/windows/menu_bar.h"
 #include "platform/qt/windows/scroll_bar.h"
+#include "platform/qt/windows/status_bar.h"
 #include "platform/qt/windows/window.h"
 
 namespace platform_qt {
@@ -56,6 +57,8 @@ struct MainWindow : HWND__ {
 
   // Shows or hides a bar, and sends WM_SIZE if that changed the client area.
   void SetBarShown(int bar, bool wanted);
+  // The same of the status line.
+  void SetStatusShown(bool wanted);
   // The menu as it stands now becomes the bar.
   void ShowMenu();
 
@@ -63,6 +66,7 @@ struct MainWindow : HWND__ {
   ClientArea* client;
   QMenuBar* menuBar;
   ScrollBar* bars[2];  // by SB_HORZ, SB_VERT
+  StatusBar* status;
   HMENU menu;
   HCURSOR classCursor;
   std::string caption;

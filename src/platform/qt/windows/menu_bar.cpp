@@ -1,15 +1,40 @@
 #include "platform/qt/windows/menu_bar.h"
 
 #include <QAction>
+#include <QCursor>
 #include <QMenu>
 #include <cassert>
 
+#include "platform/popup.h"
+#include "platform/qt/windows/main_window.h"
 #include "platform/qt/windows/menu.h"
 #include "platform/qt/windows/window.h"
 
 namespace platform_qt {
 
 namespace {
+
+// What the record says becomes the toolkit's menu, with the menus within it.
+void FillMenu(HWND window, HMENU popup, QMenu& menu) {
+  for (const MenuEntry& entry : popup->entries) {
+    if ((entry.flags & MF_SEPARATOR) != 0) {
+      menu.addSeparator();
+      continue;
+    }
+    if ((entry.flags & MF_POPUP) != 0) {
+      FillMenu(window, entry.popup, *menu.addMenu(QString::fromStdString(entry.text)));
+      continue;
+    }
+    QAction* const action = menu.addAction(QString::fromStdString(entry.text));
+    action->setEnabled((entry.flags & MF_GRAYED) == 0);
+    action->setCheckable((entry.flags & MF_CHECKED) != 0);
+    action->setChecked((entry.flags & MF_CHECKED) != 0);
+    action->setData(entry.id);
+    const UINT id = entry.id;
+    QObject::connect(action, &QAction::triggered, action,
+                     [window, id] { PostMessageA(window, WM_COMMAND, MAKEWPARAM(id, 0), 0); });
+  }
+}
 
 // Sends WM_INITMENUPOPUP, then fills the pull-down from the record.
 void OpenPullDown(HWND window, HMENU popup, int position, QMenu& menu) {
@@ -22,20 +47,7 @@ void OpenPullDown(HWND window, HMENU popup, int position, QMenu& menu) {
   if (!IsWindowAlive(window)) {
     return;
   }
-  for (const MenuEntry& entry : popup->entries) {
-    if ((entry.flags & MF_SEPARATOR) != 0) {
-      menu.addSeparator();
-      continue;
-    }
-    QAction* const action = menu.addAction(QString::fromStdString(entry.text));
-    action->setEnabled((entry.flags & MF_GRAYED) == 0);
-    action->setCheckable((entry.flags & MF_CHECKED) != 0);
-    action->setChecked((entry.flags & MF_CHECKED) != 0);
-    action->setData(entry.id);
-    const UINT id = entry.id;
-    QObject::connect(action, &QAction::triggered, action,
-                     [window, id] { PostMessageA(window, WM_COMMAND, MAKEWPARAM(id, 0), 0); });
-  }
+  FillMenu(window, popup, menu);
 }
 
 }  // namespace
@@ -64,3 +76,23 @@ void FillMenuBar(QMenuBar& bar, HWND window, HMENU menu) {
 }
 
 }  // namespace platform_qt
+
+using namespace platform_qt;
+
+void ShowPopupMenu(HWND window, HMENU popup, const POINT* place) {
+  MainWindow* const main = MainWindowOf(window);
+  if (main == nullptr) {
+    DestroyMenuTree(popup);
+    return;
+  }
+  auto* const menu = new QMenu(main->frame);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  FillMenu(window, popup, *menu);
+  DestroyMenuTree(popup);
+  QObject::connect(menu, &QMenu::aboutToHide, menu, [window] {
+    if (IsWindowAlive(window)) PostMessageA(window, WM_EXITMENULOOP, 0, 0);
+  });
+  const qreal density = main->client->devicePixelRatioF();
+  menu->popup(place == nullptr ? QCursor::pos()
+                               : main->client->mapToGlobal((QPointF(place->x, place->y) / density).toPoint()));
+}
