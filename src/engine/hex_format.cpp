@@ -11,13 +11,8 @@ namespace {
 
 constexpr char kDigits[] = "0123456789ABCDEF";
 constexpr std::int32_t kMostGroups = 16;
-constexpr std::int32_t kGroupBytes = 4;
 
-// Columns of a row: the address, the groups of digits with a blank behind each, a blank, the characters.
-// Seven digits of the address fit in front of the groups; each one more moves all behind it to the right.
-constexpr std::int32_t kAddressColumns = 8;
 constexpr std::int32_t kFewestDigits = 6;
-constexpr std::int32_t kGroupColumns = 2 * kGroupBytes + 1;
 
 constexpr std::int32_t kRunDigitsBit = 16;
 constexpr std::int32_t kFileDigitsBit = 20;
@@ -43,7 +38,7 @@ struct RowShape {
 };
 
 constexpr std::int32_t GroupColumn(std::int32_t digits) {
-  return std::max(kAddressColumns, digits + 1);
+  return std::max(kHexAddressColumns, digits + 1);
 }
 
 // The shape with the most groups, a power of two, that fits lineLen; groups is 0 when none does. It must fit
@@ -55,8 +50,8 @@ constexpr RowShape WidestRow(std::int32_t lineLen, ViewOptions options) {
   const std::int32_t spare = std::max(GroupColumn(most) - groupColumn, 0);
   RowShape widest;
   for (std::int32_t groups = 1; groups <= kMostGroups; groups *= 2) {
-    const std::int32_t bytes = groups * kGroupBytes;
-    const std::int32_t characterColumn = groupColumn + groups * kGroupColumns + 1;
+    const std::int32_t bytes = groups * kHexGroupBytes;
+    const std::int32_t characterColumn = groupColumn + groups * kHexGroupColumns + 1;
     const std::int32_t full = characterColumn + bytes;
     if (full + spare <= lineLen) widest = {digits, groups, bytes, groupColumn, characterColumn, full};
   }
@@ -89,15 +84,16 @@ void WriteBytes(Cell* row, const RowShape& shape, std::int32_t first, std::int32
   const bool whole = first == 0 && end == shape.bytes;
   std::fill_n(row + shape.digits, (whole ? shape.groupColumn : shape.full) - shape.digits, U' ');
   const auto put = [&](std::int32_t i) {
-    const std::int32_t column = shape.groupColumn + i / kGroupBytes * kGroupColumns + i % kGroupBytes * 2;
+    const std::int32_t column =
+        shape.groupColumn + i / kHexGroupBytes * kHexGroupColumns + i % kHexGroupBytes * 2;
     std::memcpy(row + column, &kDigitPairs[bytes[i - first]], sizeof(DigitPair));
   };
   if (whole) {
-    for (std::int32_t i = 0; i < end; i += kGroupBytes) {
-      Cell* const group = row + shape.groupColumn + i / kGroupBytes * kGroupColumns;
-      for (std::int32_t k = 0; k < kGroupBytes; ++k)
+    for (std::int32_t i = 0; i < end; i += kHexGroupBytes) {
+      Cell* const group = row + shape.groupColumn + i / kHexGroupBytes * kHexGroupColumns;
+      for (std::int32_t k = 0; k < kHexGroupBytes; ++k)
         std::memcpy(group + k * 2, &kDigitPairs[bytes[i + k]], sizeof(DigitPair));
-      group[kGroupColumns - 1] = U' ';
+      group[kHexGroupColumns - 1] = U' ';
     }
     row[shape.characterColumn - 1] = U' ';
   } else {

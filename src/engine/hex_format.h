@@ -5,6 +5,12 @@
 
 #include "engine/view_records.h"
 
+// Columns of a row: the address, the groups of digits with a blank behind each, a blank, the characters.
+// Seven digits of the address fit in front of the groups; each one more moves all behind it to the right.
+inline constexpr std::int32_t kHexGroupBytes = 4;
+inline constexpr std::int32_t kHexAddressColumns = 8;
+inline constexpr std::int32_t kHexGroupColumns = 2 * kHexGroupBytes + 1;
+
 // The option bits for a run whose addresses are at most `largest`, in a file of `fileLength` bytes; they take
 // the place of VO_HEXDIGITS. A `largest` behind the file counts as its last byte.
 [[nodiscard]] ViewOptions HexAddressOptions(FilePos largest, FilePos fileLength);

@@ -47,6 +47,9 @@ class SearchPass {
   // Begins at `from`. 0, or the negative result that ends the search.
   [[nodiscard]] FilePos Begin(FilePos from);
 
+  // No slice is read that begins at `end` or behind it.
+  void EndAt(FilePos end) { readEnd_ = end; }
+
   // The next hit, or the negative result that ends the search.
   [[nodiscard]] FilePos NextHit();
 
@@ -81,6 +84,7 @@ class SearchPass {
   std::int32_t refused_ = 0;       // since the filter was reviewed
   FilePos reviewed_ = 0;           // the slice's file offset then
   FilePos start_ = 0;              // the slice's file offset
+  FilePos readEnd_ = kBehindEveryPosition;
 };
 
 FilePos SearchPass::Begin(FilePos from) {
@@ -111,7 +115,7 @@ FilePos SearchPass::NextSlice() {
   next_ = next;
   const FilePos position = start_ + carried;
   job_.position.store(position, std::memory_order_relaxed);
-  if (position >= source_.Length()) return End();
+  if (position >= source_.Length() || position >= readEnd_) return End();
   if (job_.stop.load(std::memory_order_relaxed)) return kSearchCanceled;
   const auto wanted = static_cast<std::int32_t>(kSearchReadBytes - position.Offset() % kSearchReadBytes);
   const std::int32_t got = source_.ReadInto(position, data_, wanted);
@@ -222,6 +226,18 @@ FindResult FindNext(ByteSource& source, const SearchState& search, FilePos paint
     result.searchNext = kNoPosition;
   }
   return result;
+}
+
+std::vector<Hit> HitsBetween(ByteSource& source, const SearchState& search, FilePos from, FilePos to,
+                             std::size_t most, LongJob& job) {
+  std::vector<Hit> hits;
+  if (RefuseSearch(source, from, search.SearchKeyLen, search.SearchFlags) != 0) return hits;
+  SearchPass pass(source, search.SearchKeyLen, search.SearchKey, search.SearchFlags, job);
+  pass.EndAt(to + static_cast<ByteCount>(kCarriedBytes));
+  if (pass.Begin(from) != 0) return hits;
+  for (FilePos hit = pass.NextHit(); hit >= 0 && hit < to && hits.size() < most; hit = pass.NextHit())
+    hits.push_back({hit, hit + pass.HitBytes()});
+  return hits;
 }
 
 bool HitIsOnScreen(const LineArray& lines, std::int32_t linesPerScreen, FilePos hit) {

@@ -78,6 +78,18 @@ struct FindResult {
 [[nodiscard]] FindResult FindNext(ByteSource& source, const SearchState& search, FilePos paintedTop,
                                   FilePos selEnd, LongJob& job);
 
+// A place where the key stands.
+struct Hit {
+  FilePos start;
+  FilePos end;  // exclusive
+  bool operator==(const Hit&) const = default;
+};
+
+// The hits of a defined search that begin at or behind `from` and in front of `to`, in ascending order, and
+// `most` of them at most. Reads little more than that stretch. What there is before a failure or a stop.
+[[nodiscard]] std::vector<Hit> HitsBetween(ByteSource& source, const SearchState& search, FilePos from,
+                                           FilePos to, std::size_t most, LongJob& job);
+
 // Whether the line that holds `hit` is among the `linesPerScreen` lines from the top line on, so that a hit
 // there moves nothing.
 [[nodiscard]] bool HitIsOnScreen(const LineArray& lines, std::int32_t linesPerScreen, FilePos hit);

@@ -10,9 +10,9 @@ COLORREF ColorTable[kColorSlots] = {};
 namespace {
 
 // The order of the keys in the file.
-constexpr ColorSlot kWindowOrder[] = {MessageBgnd, MessageText, TagBgnd,     TagText,
-                                      Background,  HeadingText, HeadingBgnd, WindowBgnd,
-                                      WindowText,  CommentText, CommentBgnd};
+constexpr ColorSlot kWindowOrder[] = {MessageBgnd, MessageText, TagBgnd,    TagText,      Background,
+                                      HeadingText, HeadingBgnd, WindowBgnd, WindowText,   CommentText,
+                                      CommentBgnd, HitText,     HitBgnd,    OtherHitText, OtherHitBgnd};
 constexpr ColorSlot kPrintOrder[] = {PrintText,  PrintTextB, PrintTag,   PrintTagB, PrintHead,
                                      PrintHeadB, PrintCmnt,  PrintCmntB, PrintBgnd};
 static_assert(std::size(kWindowOrder) == kWindowColors);

@@ -1,4 +1,4 @@
-// The colors of the screen and the shades of printed pages: one table of twenty slots. Most screen colors
+// The colors of the screen and the shades of printed pages: one table of slots. Most screen colors
 // begin as the desktop's own. Knows no window; who changes a slot repaints.
 #pragma once
 
@@ -20,6 +20,10 @@ enum ColorSlot : int {
   CommentText,
   CommentBgnd,
   Background,
+  HitText,
+  HitBgnd,
+  OtherHitText,
+  OtherHitBgnd,
   PrintText,
   PrintTextB,
   PrintTag,
@@ -54,6 +58,10 @@ inline constexpr ColorSlotInfo kColorSlotInfos[] = {
     {"CommentText", "Information text", kNoSystemColor, 0x000000},
     {"CommentBgnd", "Information background", kNoSystemColor, 0x00FF00},
     {"Background", "Window background", COLOR_APPWORKSPACE, 0},
+    {"HitText", "Hit of a search", kNoSystemColor, 0x000000},
+    {"HitBgnd", "Hit background", kNoSystemColor, 0x00A5FF},
+    {"OtherHitText", "Other hit", kNoSystemColor, 0x000000},
+    {"OtherHitBgnd", "Other hit background", kNoSystemColor, 0xA0F0FF},
     {"PrintText", nullptr, kNoSystemColor, 0x000000},
     {"PrintTextB", nullptr, kNoSystemColor, 0xFFFFFF},
     {"PrintTag", nullptr, kNoSystemColor, 0x000000},

@@ -8,9 +8,14 @@
 #include "window/main_window_state.h"
 #include "window/navigation.h"
 #include "window/private_messages.h"
+#include "window/reading/lit_hits.h"
+#include "window/reading/status.h"
 #include "window/watch.h"
 
 namespace {
+
+// HitNumber behind a search that came to the end of the file.
+constexpr std::int32_t kAtEnd = -1;
 
 // Whether there is a search to run; beeps when there is none.
 bool SearchMayRun() {
@@ -81,6 +86,7 @@ bool Search(const std::shared_ptr<FindJob>& find, bool markAll) {
 // Selects what Find Next has found, and shows it.
 void TakeHit(const FindResult& result) {
   MainWindowState& state = MainState;
+  state.FoundHit = {result.selStart, result.selEnd};
   state.SelStart = result.selStart;
   state.SelEnd = result.selEnd;
   state.Search.SearchNext = result.searchNext;
@@ -91,6 +97,29 @@ void TakeHit(const FindResult& result) {
   if (!HitIsOnScreen(state.Lines, state.LinesPerScreen, result.hit)) {
     SendMessageA(state.MainWindow, WM_VIEW_MOVE, 0, result.hit.Offset());
   }
+  ShowHitColumns(state.FoundHit);
+}
+
+// What is said behind a search.
+void TellHit(const FindJob& find, bool wrapped) {
+  MainWindowState& state = MainState;
+  const FindResult& result = find.result;
+  const FilePos asked = find.search.SearchNext;
+  const FilePos from = asked >= 0 ? asked : std::max(find.paintedTop, find.selEnd);
+  if (result.hit < 0) {
+    state.HitNumber = kAtEnd;
+    Say(from <= 0 ? "Not found" : "Not found below; Find Next goes on at the top");
+    return;
+  }
+  if (asked >= 0 || state.HitNumber == kAtEnd) state.HitNumber = 0;
+  ++state.HitNumber;
+  Say(wrapped ? "Search wrapped to the top" : "Hit " + std::to_string(state.HitNumber));
+}
+
+void TellTags() {
+  const TagList& tags = MainState.Tags;
+  const std::string count = std::to_string(tags.count) + (tags.count == 1 ? " tag" : " tags");
+  Say(tags.count >= tags.capacity ? count + ": the list is full" : count);
 }
 
 }  // namespace
@@ -108,6 +137,7 @@ LRESULT FindDialogCommand(UINT id) {
     result = RunFindHex(window, PresentOptions(), state, search);
   }
   if (result != 1) return result;
+  state.HitNumber = 0;
   if ((search.SearchFlags & SEARCH_FROM_TOP) != 0) search.SearchNext = 0;
   const bool markAll = (search.SearchFlags & SEARCH_MARK_ALL) != 0;
   PostMessageA(window, WM_COMMAND, markAll ? IDM_FIND_MARK_ALL : IDM_FIND_NEXT, 0);
@@ -118,7 +148,10 @@ LRESULT FindNextCommand(UINT /*id*/) {
   if (!SearchMayRun()) return 0;
   const std::shared_ptr<FindJob> find = MakeFindJob();
   if (!Search(find, false)) return 0;
+  // A search that found nothing has set its next one to the top of the file.
+  const bool wrapped = find->search.SearchNext == 0 && MainState.HitNumber == kAtEnd;
   TakeHit(find->result);
+  TellHit(*find, wrapped);
   if (find->result.hit < 0) MessageBeep(MB_ICONEXCLAMATION);
   return 0;
 }
@@ -140,6 +173,7 @@ LRESULT FindMarkAllCommand(UINT /*id*/) {
   state.Search.SearchNext = kNoPosition;
   if (first < 0) {
     MessageBeep(MB_ICONEXCLAMATION);
+    Say("Not found");
     return 0;
   }
   std::copy(find->tags.begin(), find->tags.end(), state.Tags.entries);
@@ -147,5 +181,6 @@ LRESULT FindMarkAllCommand(UINT /*id*/) {
   MarkLines(state.Lines, state.Tags);
   RepaintWindow();
   SendMessageA(state.MainWindow, WM_VIEW_MOVE, 0, first.Offset());
+  TellTags();
   return 0;
 }

@@ -20,6 +20,7 @@
 #include "window/painting.h"
 #include "window/printing/print_job.h"
 #include "window/private_messages.h"
+#include "window/reading/lit_hits.h"
 #include "window/reading/status.h"
 #include "window/scrolling.h"
 #include "window/selection.h"
@@ -101,6 +102,8 @@ LRESULT DestroyView() {
 void TimerTick(UINT_PTR timer) {
   if (timer == kPageIndexTimerId) {
     PostMessageA(MainState.MainWindow, PG_CONT, 0, 0);
+  } else if (timer == kLitHitsTimer) {
+    LightHits();
   } else if (!WatchIsOn()) {
     AutoScroll(timer);
   }

@@ -52,7 +52,9 @@ struct MainWindowState : Settings, CommandLineWords {
   TagList Tags;
   TitleSet Titles;
   SearchState Search;
-  char DialogFile[kPathBytes] = {};  // the name on its way to WM_FILE_OPEN
+  Hit FoundHit{kNoPosition, kNoPosition};  // what Find Next found last
+  std::int32_t HitNumber = 0;              // of that hit, counted from where the search was begun
+  char DialogFile[kPathBytes] = {};        // the name on its way to WM_FILE_OPEN
 
   // Geometry and position.
   std::int32_t ClientWidth = 0;  // pixels

@@ -6,6 +6,7 @@
 #include "platform/bus.h"
 #include "window/main_window_state.h"
 #include "window/notice.h"
+#include "window/reading/lit_hits.h"
 #include "window/reading/status.h"
 #include "window/scrolling.h"
 
@@ -67,6 +68,7 @@ class Painter {
   [[nodiscard]] RowText SplitLine(const LineEntry& line, const TextBuffer& text) const;
   void DrawFrozen(int y, CellView text);
   void DrawScrolling(int x, RECT rect, CellView text);
+  void DrawLit(const LineEntry& line, int y, bool inverted);
   void DrawLine(int index, int y);
   int TextEnd(const LineEntry& line, CellView scrolling);
   void DrawBehindText(int y, int endX);
@@ -168,9 +170,34 @@ void Painter::DrawLine(int index, int y) {
     DrawNote(line, y, endX);
   }
   if ((line.Lflags & LF_PAGEMARK) != 0) DrawRule(dc_, PS_DOT, 0, y, state.ClientWidth + 1, y);
-  if (state.Lines.Aline[index + 1].Lpos > state.SelStart && line.Lpos < state.SelEnd) {
+  const bool inverted = state.Lines.Aline[index + 1].Lpos > state.SelStart && line.Lpos < state.SelEnd;
+  DrawLit(line, y, inverted);
+  if (inverted) {
     const RECT rect{0, y, state.ClientWidth + 1, bottom};
     InvertRect(dc_, &rect);
+  }
+}
+
+// The hits of a search, over the text that is drawn. Where the row is inverted behind this, what belongs to
+// the hit that is selected is drawn so that it has its colors after that.
+void Painter::DrawLit(const LineEntry& line, int y, bool inverted) {
+  const MainWindowState& state = MainState;
+  for (const LitSpan& span : LitIn(line.Lpos)) {
+    const CellView cells = LineCells(line, state.Text);
+    const bool isFrozen = span.first < frozen_;
+    const std::int32_t hidden = isFrozen ? 0 : frozen_ + state.HorzOffset;
+    const std::int32_t first = std::max(span.first, hidden);
+    const std::int32_t end = std::min({span.end, line.Llen, isFrozen ? frozen_ : line.Llen});
+    if (first >= end) continue;
+    RowColors colors = span.isSelected ? Colors(HitText, HitBgnd) : Colors(OtherHitText, OtherHitBgnd);
+    if (inverted) colors = {colors.text ^ kMostColor, colors.background ^ kMostColor};
+    const RowColors former = SetColors(dc_, colors);
+    const int left = isFrozen ? 0 : frozenWidth_ + 1;
+    const int x = Pixels(left + std::int64_t{first - hidden} * state.CharWidth);
+    const RECT rect{x, y, Pixels(x + std::int64_t{end - first} * state.CharWidth), y + state.CharHeight};
+    DrawScrolling(x, rect,
+                  cells.substr(static_cast<std::size_t>(first), static_cast<std::size_t>(end - first)));
+    SetColors(dc_, former);
   }
 }
 
@@ -216,5 +243,6 @@ void PaintWindow() {
   SelectObject(dc, formerFont);
   EndPaint(MainState.MainWindow, &paint);
   UpdateStatus();
+  LookForHits();
   PublishBusState();
 }

@@ -150,6 +150,18 @@ LRESULT HorizontalScroll(UINT code) {
   return 0;
 }
 
+void ShowColumns(std::int32_t first, std::int32_t end) {
+  const MainWindowState& state = MainState;
+  const std::int32_t frozen = std::max(state.FrozenColumns, 0);
+  const std::int32_t columns = state.ClientWidth / std::max(state.CharWidth, 1) - frozen;
+  first -= frozen;
+  end -= frozen;
+  if (columns <= 0 || end <= 0) return;
+  if (first >= state.HorzOffset && end <= state.HorzOffset + columns) return;
+  // A third of the screen stands in front, unless the start of the line shows them too.
+  SetOffset(end <= columns ? 0 : std::max(first - columns / 3, 0));
+}
+
 void NoteEscape() {
   MainState.EscapeNoted = std::chrono::steady_clock::now();
 }

@@ -19,5 +19,8 @@ void NoteEscape();
 // on the second wheel, as many columns; with Ctrl it zooms. Parts of a notch add up. Result 0.
 LRESULT TurnWheel(UINT message, WPARAM wParam);
 
+// Moves sideways so that the columns `first` to `end` - 1 are to be seen, if they are not.
+void ShowColumns(std::int32_t first, std::int32_t end);
+
 // Sets both bars, at the end of each paint.
 void UpdateScrollBars();

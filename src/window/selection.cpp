@@ -6,6 +6,7 @@
 #include "window/main_window_state.h"
 #include "window/navigation.h"
 #include "window/private_messages.h"
+#include "window/reading/lit_hits.h"
 #include "window/reading/status.h"
 
 namespace {
@@ -53,7 +54,11 @@ void InvertSelectionChange(HDC dc, const LineArray& lines, const Range& before, 
     const LineEntry& next = lines.Aline[i + 1];
     if (IsInverted(line, next, before) == IsInverted(line, next, now)) continue;
     const RECT row{0, y, MainState.ClientWidth + 1, y + height};
-    InvertRect(dc, &row);
+    if (LitIn(line.Lpos).empty()) {
+      InvertRect(dc, &row);
+    } else {
+      InvalidateRect(MainState.MainWindow, &row, FALSE);  // lit columns do not turn with their row
+    }
   }
 }
 

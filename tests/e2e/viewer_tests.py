@@ -31,6 +31,7 @@ class Bench:
         self.desktop, self.folder = screen, folder
         self.viewers = []
         self._reader = None
+        self.forget_settings()
 
     def path(self, name):
         return os.path.join(self.folder, name)

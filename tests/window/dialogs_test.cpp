@@ -61,7 +61,7 @@ TEST(ColorDialog, APictureOfTheViewChoosesSlots) {
     });
   }
   steps.push_back([](HWND dialog) {
-    EXPECT_EQ(StateOfControl(dialog, color_dialog::kList).rows.size(), 11U);
+    EXPECT_EQ(StateOfControl(dialog, color_dialog::kList).rows.size(), 15U);
     for (const int band : {170, 171})
       EXPECT_EQ(ControlPixels(dialog, band).Get(5, 5), ColorTable[Background]);
     EXPECT_EQ(ControlPixels(dialog, 162).Get(250, 2), ColorTable[MessageBgnd]);

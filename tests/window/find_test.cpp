@@ -1,10 +1,14 @@
 // The search commands and their dialogs, in the running program, as a user drives them.
+#include <chrono>
+#include <thread>
+
 #include "resources/command_ids.h"
 #include "resources/dialogs/find_hex_dialog.h"
 #include "resources/dialogs/find_text_dialog.h"
 #include "resources/menu.h"
 #include "tests/window/dialog_steps.h"
 #include "tests/window/viewer.h"
+#include "window/reading/lit_hits.h"
 
 namespace {
 
@@ -57,6 +61,34 @@ class Find : public testing::Test {
     EXPECT_EQ(Beeps(), (std::vector<UINT>{16, 64}));
   }
 };
+
+TEST_F(Find, TellsAndLightsWhatItFinds) {
+  const ScratchFile file("one fox, two foxes\nnone\n" + Lines(200) + std::string(400, '.') + "FOX\n");
+  Viewer viewer({file.Path()}, "[Quorl Reading]\nStatusLine=1\nLightHits=1\n");
+  EXPECT_EQ(MainState.Notice, "");
+  FindText(viewer, "fox");
+  EXPECT_EQ(MainState.Notice, "Hit 1");
+  for (const char* const told : {"Hit 2", "Hit 3", "Not found below; Find Next goes on at the top",
+                                 "Search wrapped to the top", "Hit 2"}) {
+    viewer.Key(VK_F3);
+    EXPECT_EQ(MainState.Notice, told);
+    // The third one stands behind the right edge, and behind where lines end at first.
+    EXPECT_EQ(MainState.HorzOffset > 0, std::string(told) == "Hit 3" || told[0] == 'N') << told;
+  }
+  for (int i = 0; i < 1000 && LitIn(0).empty(); ++i) {
+    viewer.Send(WM_TIMER, kLitHitsTimer);
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+  const auto spans = LitIn(0);
+  ASSERT_EQ(spans.size(), 2U);
+  EXPECT_EQ(spans[0], (LitSpan{0, 4, 7, false}));
+  EXPECT_EQ(spans[1], (LitSpan{0, 13, 16, true}));
+  // A move has nothing to say.
+  viewer.Key(VK_DOWN);
+  EXPECT_EQ(MainState.Notice, "");
+  FindText(viewer, "cat");
+  EXPECT_EQ(MainState.Notice, "Not found");
+}
 
 TEST_F(Find, RefusesTextsThatCanBeNoKey) {
   const ScratchFile file("text\n");

@@ -29,7 +29,8 @@ class Viewer {
   explicit Viewer(std::vector<std::string> words, const std::string& profile = "", bool resize = true) {
     std::filesystem::remove_all(std::getenv("XDG_CONFIG_HOME"));
     std::filesystem::create_directories(ProfileFile().parent_path());
-    std::ofstream(ProfileFile()) << profile << (profile.empty() || profile.ends_with('\n') ? "" : "\n") << kPlainReading;
+    std::ofstream(ProfileFile()) << profile << (profile.empty() || profile.ends_with('\n') ? "" : "\n")
+                                 << kPlainReading;
     platform_testing::SetCommandWords(std::move(words));
     EXPECT_EQ(StartProgram(nullptr, nullptr, "", SW_SHOWNORMAL), std::nullopt);
     window_ = MainState.MainWindow;
@@ -58,6 +59,7 @@ class Viewer {
     std::string text{std::istreambuf_iterator<char>(file), {}};
     if (const std::size_t at = text.find(kPlainReading); at != std::string::npos)
       text.erase(at, std::string(kPlainReading).size());
+    text.erase(0, text.find_first_not_of('\n'));
     return text;
   }
 

@@ -68,8 +68,8 @@ StatusLine PresentLine() {
       {Grouped(state.File.Flen.Offset()) + " bytes", "Go to another place", IDM_GOTO},
       {SelectionText(), "Copy the selection", IDM_COPY},
       {tags == 0 ? "" : Grouped(tags) + (tags == 1 ? " tag" : " tags"), "Next tag", IDM_MARK_NEXT},
-      {state.HorzOffset == 0 ? "" : "Column " + Grouped(std::int64_t{state.HorzOffset} + 1),
-       "Freeze columns", IDM_FREEZE_COLUMNS},
+      {state.HorzOffset == 0 ? "" : "Column " + Grouped(std::int64_t{state.HorzOffset} + 1), "Freeze columns",
+       IDM_FREEZE_COLUMNS},
   };
   return line;
 }
