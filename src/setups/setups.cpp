@@ -48,12 +48,9 @@ FileError SaveGroups(const SaveChoice& choice, const RECT* window, const TitleSe
   static constexpr struct {
     std::int32_t groups;
     const char* section;
-  } kSections[] = {{GROUP_FORMAT, "Quorl"},
-                   {GROUP_FORMAT, kReadingSection},
-                   {GROUP_TITLES, "Titles"},
-                   {GROUP_PAGE, "Page Setup"},
-                   {GROUP_PRINTER, "Print Setup"},
-                   {GROUP_COLORS | GROUP_SHADES, "Quorl Colors"}};
+  } kSections[] = {{GROUP_FORMAT, "Quorl"},        {GROUP_FORMAT, kReadingSection},
+                   {GROUP_TITLES, "Titles"},       {GROUP_PAGE, "Page Setup"},
+                   {GROUP_PRINTER, "Print Setup"}, {GROUP_COLORS | GROUP_SHADES, "Quorl Colors"}};
   const char* const profile = settings.ProfilePath;
   return SaveProfile(profile, [&] {
     for (const auto& section : kSections) {

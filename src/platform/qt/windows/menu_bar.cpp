@@ -1,20 +1,14 @@
 #include "platform/qt/windows/menu_bar.h"
 
 #include <QAction>
-#include <QCursor>
 #include <QMenu>
 #include <cassert>
 
-#include "platform/popup.h"
-#include "platform/qt/windows/main_window.h"
 #include "platform/qt/windows/menu.h"
 #include "platform/qt/windows/window.h"
 
 namespace platform_qt {
 
-namespace {
-
-// What the record says becomes the toolkit's menu, with the menus within it.
 void FillMenu(HWND window, HMENU popup, QMenu& menu) {
   for (const MenuEntry& entry : popup->entries) {
     if ((entry.flags & MF_SEPARATOR) != 0) {
@@ -36,6 +30,8 @@ void FillMenu(HWND window, HMENU popup, QMenu& menu) {
   }
 }
 
+namespace {
+
 // Sends WM_INITMENUPOPUP, then fills the pull-down from the record.
 void OpenPullDown(HWND window, HMENU popup, int position, QMenu& menu) {
   if (!IsWindowAlive(window)) {
@@ -44,6 +40,7 @@ void OpenPullDown(HWND window, HMENU popup, int position, QMenu& menu) {
   SendMessageA(window, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(popup),
                MAKELPARAM(static_cast<UINT>(position), 0));
   menu.clear();
+  qDeleteAll(menu.findChildren<QMenu*>(Qt::FindDirectChildrenOnly));
   if (!IsWindowAlive(window)) {
     return;
   }
@@ -76,23 +73,3 @@ void FillMenuBar(QMenuBar& bar, HWND window, HMENU menu) {
 }
 
 }  // namespace platform_qt
-
-using namespace platform_qt;
-
-void ShowPopupMenu(HWND window, HMENU popup, const POINT* place) {
-  MainWindow* const main = MainWindowOf(window);
-  if (main == nullptr) {
-    DestroyMenuTree(popup);
-    return;
-  }
-  auto* const menu = new QMenu(main->frame);
-  menu->setAttribute(Qt::WA_DeleteOnClose);
-  FillMenu(window, popup, *menu);
-  DestroyMenuTree(popup);
-  QObject::connect(menu, &QMenu::aboutToHide, menu, [window] {
-    if (IsWindowAlive(window)) PostMessageA(window, WM_EXITMENULOOP, 0, 0);
-  });
-  const qreal density = main->client->devicePixelRatioF();
-  menu->popup(place == nullptr ? QCursor::pos()
-                               : main->client->mapToGlobal((QPointF(place->x, place->y) / density).toPoint()));
-}

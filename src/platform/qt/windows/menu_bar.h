@@ -20,6 +20,9 @@ class MenuBar : public QMenuBar {
   HWND window_;
 };
 
+// What the record says becomes the toolkit's menu, with the menus within it.
+void FillMenu(HWND window, HMENU popup, QMenu& menu);
+
 void FillMenuBar(QMenuBar& bar, HWND window, HMENU menu);
 
 }  // namespace platform_qt
