@@ -221,3 +221,10 @@ std::int64_t ScrollBarThumb(HWND window, int bar) {
   const MainWindow* const main = MainWindowOf(window);
   return main != nullptr ? main->bars[bar]->Thumb() : 0;
 }
+
+void SetStatusLine(HWND window, const StatusLine* line) {
+  MainWindow* const main = MainWindowOf(window);
+  if (main == nullptr) return;
+  if (line != nullptr) main->status->Set(*line);
+  main->SetStatusShown(line != nullptr);
+}

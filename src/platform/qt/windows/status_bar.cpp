@@ -6,7 +6,6 @@
 #include <QStylePainter>
 #include <algorithm>
 
-#include "platform/qt/windows/main_window.h"
 #include "platform/qt/windows/queue.h"
 
 namespace platform_qt {
@@ -134,12 +133,3 @@ void StatusBar::Show() {
 }
 
 }  // namespace platform_qt
-
-using namespace platform_qt;
-
-void SetStatusLine(HWND window, const StatusLine* line) {
-  MainWindow* const main = MainWindowOf(window);
-  if (main == nullptr) return;
-  if (line != nullptr) main->status->Set(*line);
-  main->SetStatusShown(line != nullptr);
-}
