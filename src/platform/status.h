@@ -1,6 +1,6 @@
-// The line at the foot of a window: a text and fields beside it, drawn by the toolkit outside the client area.
-// Operations of this layer's own. What is set shows within a few hundredths of a second, however often it is
-// set, so that a move costs no more for it.
+// The line at the foot of a window: a text and fields beside it, drawn by the toolkit outside the client
+// area. Operations of this layer's own. What is set shows within a few hundredths of a second, however often
+// it is set, so that a move costs no more for it.
 #pragma once
 
 #include <string>
