@@ -92,18 +92,23 @@ void SetTimerTo(bool wanted) {
   }
 }
 
+std::span<const LitSpan> SpansOf(const std::vector<LitSpan>& all, FilePos row) {
+  const auto first = std::ranges::lower_bound(all, row, {}, &LitSpan::row);
+  auto end = first;
+  while (end != all.end() && end->row == row)
+    ++end;
+  return {all.data() + (first - all.begin()), static_cast<std::size_t>(end - first)};
+}
+
 // Repaints the rows whose spans are others than before.
 void Take(std::vector<LitSpan> spans) {
   const MainWindowState& state = MainState;
   const std::vector<LitSpan> former = std::move(lit.spans);
   lit.spans = std::move(spans);
-  const auto of = [](const std::vector<LitSpan>& all, FilePos row) {
-    return std::span(std::ranges::equal_range(all, row, {}, &LitSpan::row));
-  };
   const int end = std::min<int>(state.Lines.Acur + VisibleRows(), state.Lines.Alast);
   for (int i = state.Lines.Acur; i < end; ++i) {
     const FilePos row = LineAt(i).Lpos;
-    if (std::ranges::equal(of(former, row), of(lit.spans, row))) continue;
+    if (std::ranges::equal(SpansOf(former, row), SpansOf(lit.spans, row))) continue;
     const int y = (i - state.Lines.Acur + TitleRows()) * state.CharHeight;
     const RECT rect{0, y, state.ClientWidth + 1, y + state.CharHeight};
     InvalidateRect(state.MainWindow, &rect, FALSE);
@@ -113,8 +118,7 @@ void Take(std::vector<LitSpan> spans) {
 }  // namespace
 
 std::span<const LitSpan> LitIn(FilePos row) {
-  if (lit.spans.empty()) return {};
-  return std::span(std::ranges::equal_range(lit.spans, row, {}, &LitSpan::row));
+  return SpansOf(lit.spans, row);
 }
 
 void LookForHits() {
