@@ -20,10 +20,13 @@ constexpr std::size_t kMostHits = 4096;
 // What is looked for where, and what came of it. Owned by the job and the window.
 struct Look {
   std::string path;
+  ByteIdentity identity;
   SearchState search;
   Hit selected{kNoPosition, kNoPosition};
   LineStyle style;
   std::vector<RowPlace> rows;
+  // Those of them that the look before has not seen; what it found stays.
+  std::size_t firstNew = 0, endNew = 0;
   std::vector<LitSpan> spans;
   std::shared_ptr<LongJob> job;  // null: not started
 };
@@ -39,10 +42,11 @@ void LookIn(Look& look, ByteSource& source, LongJob& job) {
   if (source.Open(look.path.c_str()) != 0) return;
   // A hit may begin above the first row.
   const ByteCount before = 2 * ByteCount{look.search.SearchKeyLen};
-  const FilePos from = std::max<FilePos>(look.rows.front().start - before, 0);
-  const std::vector<Hit> hits = HitsBetween(source, look.search, from, look.rows.back().end, kMostHits, job);
+  const std::span fresh(look.rows.data() + look.firstNew, look.endNew - look.firstNew);
+  const FilePos from = std::max<FilePos>(fresh.front().start - before, 0);
+  const std::vector<Hit> hits = HitsBetween(source, look.search, from, fresh.back().end, kMostHits, job);
   auto hit = hits.begin();
-  for (const RowPlace& row : look.rows) {
+  for (const RowPlace& row : fresh) {
     while (hit != hits.end() && hit->end <= row.start)
       ++hit;
     for (auto one = hit; one != hits.end() && one->start < row.end && !job.stop; ++one) {
@@ -59,6 +63,7 @@ std::shared_ptr<Look> PresentLook() {
     return look;
   }
   look->path = state.File.Fname;
+  look->identity = state.File.Fid;
   look->search = state.Search;
   look->selected = state.FoundHit;
   look->style = PresentStyle();
@@ -73,13 +78,15 @@ bool SameKey(const SearchState& one, const SearchState& other) {
          std::equal(one.SearchKey, one.SearchKey + one.SearchKeyLen, other.SearchKey);
 }
 
-bool SameLook(const Look& one, const Look& other) {
-  const auto same = [](const RowPlace& a, const RowPlace& b) {
-    return a.start == b.start && a.end == b.end && a.length == b.length;
-  };
+bool SameRow(const RowPlace& one, const RowPlace& other) {
+  return one.start == other.start && one.end == other.end && one.length == other.length;
+}
+
+// Whether what one look has found in a row holds for the other.
+bool SameQuestion(const Look& one, const Look& other) {
   return one.path == other.path && one.selected == other.selected && one.style.format == other.style.format &&
          one.style.options == other.style.options && one.style.lineLen == other.style.lineLen &&
-         SameKey(one.search, other.search) && std::ranges::equal(one.rows, other.rows, same);
+         SameKey(one.search, other.search) && one.identity == other.identity;
 }
 
 void SetTimerTo(bool wanted) {
@@ -98,6 +105,30 @@ std::span<const LitSpan> SpansOf(const std::vector<LitSpan>& all, FilePos row) {
   while (end != all.end() && end->row == row)
     ++end;
   return {all.data() + (first - all.begin()), static_cast<std::size_t>(end - first)};
+}
+
+// Leaves out what the look before has seen, at both ends of the rows.
+void LeaveOutSeen(const Look& before, Look& look) {
+  if (!SameQuestion(before, look)) return;
+  const auto seen = [&before](const RowPlace& row) {
+    const auto at = std::ranges::lower_bound(before.rows, row.start, {}, &RowPlace::start);
+    return at != before.rows.end() && SameRow(*at, row);
+  };
+  while (look.firstNew < look.endNew && seen(look.rows[look.firstNew]))
+    ++look.firstNew;
+  while (look.firstNew < look.endNew && seen(look.rows[look.endNew - 1]))
+    --look.endNew;
+}
+
+// What was found in the new rows, between what is known of the others.
+std::vector<LitSpan> WholeSpans(const Look& look) {
+  std::vector<LitSpan> spans;
+  for (std::size_t i = 0; i < look.rows.size(); ++i) {
+    const bool isNew = i >= look.firstNew && i < look.endNew;
+    const auto of = SpansOf(isNew ? look.spans : lit.spans, look.rows[i].start);
+    spans.insert(spans.end(), of.begin(), of.end());
+  }
+  return spans;
 }
 
 // Repaints the rows whose spans are others than before.
@@ -131,20 +162,23 @@ void LightHits() {
   if (WatchIsOn()) return;
   if (lit.look != nullptr && lit.look->job != nullptr) {
     if (!lit.look->job->finished && !lit.look->job->givenUp) return;
-    if (!lit.look->job->stop && !lit.look->job->givenUp) Take(std::move(lit.look->spans));
+    if (!lit.look->job->stop && !lit.look->job->givenUp) Take(WholeSpans(*lit.look));
     const bool again = lit.look->job->stop || lit.look->job->givenUp;
     lit.look->job = nullptr;
     if (again) lit.look = nullptr;
   }
   std::shared_ptr<Look> wanted = PresentLook();
-  if (lit.look != nullptr && SameLook(*lit.look, *wanted)) {
-    SetTimerTo(false);
-    return;
-  }
+  wanted->endNew = wanted->rows.size();
+  if (lit.look != nullptr) LeaveOutSeen(*lit.look, *wanted);
   lit.look = std::move(wanted);
   if (lit.look->rows.empty()) {
     Take({});
     lit.look = nullptr;
+    SetTimerTo(false);
+    return;
+  }
+  if (lit.look->firstNew == lit.look->endNew) {
+    if (lit.spans != WholeSpans(*lit.look)) Take(WholeSpans(*lit.look));
     SetTimerTo(false);
     return;
   }

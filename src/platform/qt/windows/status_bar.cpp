@@ -57,14 +57,14 @@ QSize StatusBar::sizeHint() const {
 
 void StatusBar::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  Show();
+  if (!buttons_.empty()) Show();  // else the first line is still to come
 }
 
 void StatusBar::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
     updateGeometry();
-    Show();
+    if (!buttons_.empty()) Show();
   }
 }
 
