@@ -6,6 +6,7 @@
 #include "resources/command_ids.h"
 #include "search/search_engine.h"
 #include "window/main_window_state.h"
+#include "window/marking.h"
 #include "window/navigation.h"
 #include "window/private_messages.h"
 #include "window/reading/lit_hits.h"
@@ -118,8 +119,8 @@ void TellHit(const FindJob& find, bool wrapped) {
 
 void TellTags() {
   const TagList& tags = MainState.Tags;
-  const std::string count = std::to_string(tags.count) + (tags.count == 1 ? " tag" : " tags");
-  Say(tags.count >= tags.capacity ? count + ": the list is full" : count);
+  if (tags.count < tags.capacity) Say(std::to_string(tags.count) + (tags.count == 1 ? " tag" : " tags"));
+  TellFullTags();
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "window/main_window_state.h"
 #include "window/navigation.h"
 #include "window/private_messages.h"
+#include "window/reading/status.h"
 
 namespace {
 
@@ -26,11 +27,17 @@ Range SelectionOrTopLine() {
 
 // A tag command spends the selection and shows the tags.
 void ShowTags() {
+  TellFullTags();
   SendMessageA(MainState.MainWindow, WM_VIEW_UNSELECT, 0, 0);
   RepaintWindow();
 }
 
 }  // namespace
+
+void TellFullTags() {
+  const TagList& tags = MainState.Tags;
+  if (tags.count >= tags.capacity) Say(std::to_string(tags.count) + " tags: the list is full");
+}
 
 LRESULT MarkToggleCommand(UINT /*id*/) {
   MainWindowState& state = MainState;

@@ -4,6 +4,9 @@
 
 #include "platform/win32.h"
 
+// Says that there is no room for another tag, if there is none.
+void TellFullTags();
+
 LRESULT MarkToggleCommand(UINT id);
 LRESULT MarkNextCommand(UINT id);
 LRESULT UnmarkAllCommand(UINT id);

@@ -3,6 +3,8 @@
 // the screen is wide.
 #pragma once
 
+#include <cstdint>
+
 #include "platform/win32.h"
 
 // WM_VSCROLL and WM_HSCROLL. VerticalScroll is false for a code that is the default procedure's.

@@ -2,6 +2,7 @@
 // that shows other lines than before, and lit within their rows. The rows themselves never wait for it.
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <vector>
 
