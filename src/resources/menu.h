@@ -28,10 +28,9 @@ inline constexpr UINT kFormats[] = {IDM_TEXT, IDM_HEX, IDM_RAW, kSeparator, IDM_
 inline constexpr UINT kCodes[] = {IDM_CODE_AUTOMATIC, kSeparator,       IDM_CODE_ANSI,
                                   IDM_CODE_ASCII,     IDM_CODE_EBCDIC,  kSeparator,
                                   IDM_CODE_UTF8,      IDM_CODE_UTF16LE, IDM_CODE_UTF16BE};
-inline constexpr UINT kView[] = {IDM_TEXT,       IDM_HEX,         IDM_RAW,       IDM_WRAP,
-                                 kCodesSubMenu,  IDM_NEXT_CODE,   kSeparator,    IDM_RELOAD,
-                                 kSeparator,     IDM_ZOOM_OUT,    IDM_ZOOM_IN,   IDM_ZOOM_RESET,
-                                 kSeparator,     IDM_STATUS_LINE, IDM_ON_TOP};
+inline constexpr UINT kView[] = {IDM_TEXT,      IDM_HEX,        IDM_RAW,    IDM_WRAP,        kCodesSubMenu,
+                                 IDM_NEXT_CODE, kSeparator,     IDM_RELOAD, kSeparator,      IDM_ZOOM_OUT,
+                                 IDM_ZOOM_IN,   IDM_ZOOM_RESET, kSeparator, IDM_STATUS_LINE, IDM_ON_TOP};
 inline constexpr UINT kFormat[] = {IDM_OPTIONS,      IDM_FONT,       IDM_COLORS,    kSeparator,
                                    IDM_SAVE_OPTIONS, IDM_SAVE_SETUP, IDM_LOAD_SETUP};
 inline constexpr UINT kMark[] = {IDM_MARK_TOGGLE, IDM_MARK_SET,  IDM_MARK_RESET,     IDM_UNMARK_ALL,

@@ -36,7 +36,7 @@ bool OverTitles(LPARAM point) {
 }
 
 // The index of the line under a point; it may lie behind the last line.
-int LineAt(LPARAM point) {
+int LineUnder(LPARAM point) {
   const int row = MainState.CharHeight > 0 ? YOf(point) / MainState.CharHeight - TitleRows() : 0;
   return MainState.Lines.Acur + std::max(row, 0);
 }
@@ -125,7 +125,7 @@ void AutoScrollFor(int y) {
 
 LRESULT SelectFrom(LPARAM point) {
   if (OverTitles(point)) return 0;
-  const int line = LineAt(point);
+  const int line = LineUnder(point);
   if (line >= MainState.Lines.Alast) {
     MessageBeep(MB_ICONEXCLAMATION);
     return 0;
@@ -141,7 +141,7 @@ LRESULT ExtendSelection(LPARAM point) {
   const MainWindowState& state = MainState;
   const LineArray& lines = state.Lines;
   if (lines.Acur >= lines.Alast) return 0;
-  const int line = std::clamp<int>(LineAt(point), lines.Acur, lines.Alast - 1);
+  const int line = std::clamp<int>(LineUnder(point), lines.Acur, lines.Alast - 1);
   const FilePos start = LineStart(line);
   SetSelection(start > state.SelAnchorStart ? Range{state.SelAnchorStart, LineStart(line + 1)}
                                             : Range{start, state.SelAnchorEnd});
@@ -160,7 +160,7 @@ bool LeftButtonDown(WPARAM keys, LPARAM point) {
   if ((keys & MK_SHIFT) != 0 && state.SelStart >= 0) {
     AnchorAtSelection();
     SendMessageA(state.MainWindow, WM_VIEW_EXTEND, keys, point);
-  } else if (LineAt(point) >= state.Lines.Alast) {
+  } else if (LineUnder(point) >= state.Lines.Alast) {
     MessageBeep(MB_ICONEXCLAMATION);
     return true;
   } else {
@@ -184,7 +184,7 @@ bool MouseMoved(WPARAM keys, LPARAM point) {
 
 bool DoubleClick(LPARAM point) {
   if (!FileIsOpen() || OverTitles(point)) return false;
-  if (LineAt(point) >= MainState.Lines.Alast) {
+  if (LineUnder(point) >= MainState.Lines.Alast) {
     MessageBeep(MB_ICONEXCLAMATION);
   } else {
     SendMessageA(MainState.MainWindow, WM_COMMAND, IDM_MARK_TOGGLE, 0);

@@ -162,8 +162,7 @@ Setting ReadSetting(const Words& lines) {
   }
   if (setting.words.empty()) setting.words = {first};
   // What is beside the view is off unless the session speaks of it.
-  if (profile.find("[Quorl Reading]") == std::string::npos)
-    profile += kPlainReading;
+  if (profile.find("[Quorl Reading]") == std::string::npos) profile += kPlainReading;
   fs::create_directories(ProfileFile().parent_path());
   PutContent(ProfileFile(), profile, std::ios::trunc);
   return setting;

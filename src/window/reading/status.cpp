@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr const char* kFormatNames[kFormats] = {"Text", "Hex", "Raw"};
+constexpr const char* kShortNames[kFormats] = {"Text", "Hex", "Raw"};
 
 // With a narrow blank that does not break between groups of three digits (ISO 80000-1).
 std::string Grouped(std::int64_t number) {
@@ -26,7 +26,7 @@ std::string Grouped(std::int64_t number) {
 
 std::string FormatText() {
   const bool wraps = (MainState.FormatFlags & VO_WRAP) != 0;
-  return std::string(kFormatNames[MainState.FormatIndex]) + (wraps ? ", wrapped" : "");
+  return std::string(kShortNames[MainState.FormatIndex]) + (wraps ? ", wrapped" : "");
 }
 
 std::string PositionText() {
@@ -41,7 +41,7 @@ std::string PositionText() {
   return text + std::to_string(static_cast<int>(share * 100)) + " %";
 }
 
-std::string SelectionText() {
+std::string SelectedText() {
   const MainWindowState& state = MainState;
   if (state.SelStart < 0) return {};
   const FilePos end = state.SelEnd < 0 ? state.File.Flen : state.SelEnd;
@@ -66,7 +66,7 @@ StatusLine PresentLine() {
       {FormatText(), "Choose the format", IDM_FORMAT_LIST},
       {kCodeNames[CodeInUse(PresentOptions())], "Choose the character code", IDM_CODE_LIST},
       {Grouped(state.File.Flen.Offset()) + " bytes", "Go to another place", IDM_GOTO},
-      {SelectionText(), "Copy the selection", IDM_COPY},
+      {SelectedText(), "Copy the selection", IDM_COPY},
       {tags == 0 ? "" : Grouped(tags) + (tags == 1 ? " tag" : " tags"), "Next tag", IDM_MARK_NEXT},
       {state.HorzOffset == 0 ? "" : "Column " + Grouped(std::int64_t{state.HorzOffset} + 1), "Freeze columns",
        IDM_FREEZE_COLUMNS},
